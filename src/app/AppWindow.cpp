@@ -1,0 +1,94 @@
+#include "AppWindow.h"
+
+#include "platform/Services.h"
+#include "reports/QVFileManager.h"
+#include "reports/QVReport.h"
+#include "reports/ReportTableModel.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QImage>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTimer>
+
+void quitAfterFirstFrame(QQuickWindow* window)
+{
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, qApp,
+        [] { QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); }); },
+        Qt::SingleShotConnection);
+}
+
+ScreenshotDriver::ScreenshotDriver(QQuickWindow* window, const QString& directory,
+                                   QObject* parent)
+    : QObject(parent), m_window(window), m_directory(directory)
+{
+}
+
+void ScreenshotDriver::start()
+{
+    QDir().mkpath(m_directory);
+    m_steps = m_window->property("screenshotSteps").toStringList();
+    QTimer::singleShot(300, this, &ScreenshotDriver::next);
+}
+
+void ScreenshotDriver::next()
+{
+    ++m_index;
+    if (m_index >= m_steps.size()) {
+        QCoreApplication::exit(m_failed || m_steps.isEmpty() ? 1 : 0);
+        return;
+    }
+    QMetaObject::invokeMethod(m_window, "showScreenshotStep",
+                              Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
+    // Let transitions and popups settle before taking the picture.
+    QTimer::singleShot(600, this, &ScreenshotDriver::capture);
+}
+
+void ScreenshotDriver::capture()
+{
+    const QImage image = m_window->grabWindow();
+    const QString path = QDir(m_directory).filePath(m_steps.at(m_index) + QStringLiteral(".png"));
+    if (image.isNull() || !image.save(path)) {
+        qWarning("screenshot %s could not be written", qUtf8Printable(path));
+        m_failed = true;
+    }
+    next();
+}
+
+void seedDemoReports()
+{
+    ReportTableModel list; // makes sure the stored list exists
+    struct Demo {
+        const char* title;
+        const char* functionTitle;
+        const char* color;
+        const char* function;
+        const char* body;
+        int minutesAgo;
+    };
+    const Demo demos[] = {
+        {"House deposit", "Tvm", "#E85B4F", "Time Value of Money",
+         "Present Value: 0\nFuture Value: 50000\nAnnual Rate: 4.5%\n", 60 * 27},
+        {"Dinner at Lina's", "Tip", "#F2A93B", "Tip Calculator",
+         "Bill: 86.4\nTip: 15%\nPeople: 3\nTotal per Person: 33.12\n", 95},
+        {"Solar panels", "Roi", "#1FDA9A", "Return on Investment",
+         "Investment: 12000\nReturn: 15900\nRoi: 32.5%\n", 4},
+    };
+    for (const Demo& demo : demos) {
+        QVReport report;
+        report.title = QString::fromUtf8(demo.title);
+        report.functionTitle = QString::fromUtf8(demo.functionTitle);
+        report.date = Services::now().addSecs(-60 * demo.minutesAgo);
+        report.colorTag = QVReport::colorFromHexString(QString::fromLatin1(demo.color));
+        const QString stamp = report.date.toString(QStringLiteral("dd-MM-yyyy HH:mm"));
+        report.contents = QStringLiteral("Financial Report - %1\nDate: %2\n\n-----------------------------\n\n%3")
+                              .arg(QString::fromUtf8(demo.function), stamp,
+                                   QString::fromUtf8(demo.body));
+        report.fileName = QStringLiteral("%1_%2_%3_report.txt")
+                              .arg(report.functionTitle.toLower(), report.title, stamp);
+        QVFileManager::saveFileToDocumentsDirectoryWithContents(report.fileName, report.contents);
+        QVReport::saveReport(report);
+    }
+}

@@ -1,0 +1,153 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+ApplicationWindow {
+    id: window
+
+    // Screens that scripts/screenshots renders, in order.
+    readonly property var screenshotSteps: ["functions", "calculator", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
+    readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
+    readonly property StackView currentStack: stacks[tabBar.currentIndex]
+    property alias reports: reportsModel
+
+    function showTab(index) {
+        tabBar.currentIndex = index;
+    }
+
+    function openReport(filePath) {
+        reportsStack.push(reportDetailComponent, {
+            "reportFilePath": filePath
+        });
+    }
+
+    // Brings up the screen called `name` for a screenshot.
+    function showScreenshotStep(name) {
+        presenterHost.dismissAll();
+        for (const stack of stacks)
+            stack.pop(null, StackView.Immediate);
+        reportsStack.currentItem.editing = false;
+        switch (name) {
+        case "functions":
+            showTab(0);
+            break;
+        case "calculator":
+            showTab(1);
+            break;
+        case "reports":
+            showTab(2);
+            break;
+        case "report-detail":
+        case "report-export-sheet":
+            showTab(2);
+            if (reportsModel.count > 0)
+                openReport(reportsModel.filePathAt(0));
+            if (name === "report-export-sheet")
+                reportsStack.currentItem.controller.actionClicked();
+            break;
+        case "reports-editing":
+            showTab(2);
+            reportsStack.currentItem.editing = true;
+            break;
+        case "about":
+            showTab(3);
+            break;
+        }
+    }
+
+    width: 412
+    height: 892
+    minimumWidth: 320
+    minimumHeight: 480
+    visible: true
+    title: "Tallyvane"
+    palette.highlight: AppTheme.accent
+    palette.button: "#E8EBEF"
+
+    // Made at start-up: its first load creates the stored reports list, which
+    // has to exist before any calculator saves a report.
+    ReportTableModel {
+        id: reportsModel
+    }
+
+    footer: TabBar {
+        id: tabBar
+
+        objectName: "tabBar"
+        // Pushed screens (calculators, report details) take the whole window.
+        visible: window.currentStack.depth <= 1
+        onCurrentIndexChanged: if (currentIndex === 2)
+            reportsModel.loadReportArray()
+
+        AppTabButton {
+            text: qsTr("Functions")
+            glyph: "\u2211"
+        }
+        AppTabButton {
+            text: qsTr("Calculator")
+            glyph: "\u229E"
+        }
+        AppTabButton {
+            objectName: "reportsTab"
+            text: qsTr("Reports")
+            glyph: "\u2630"
+        }
+        AppTabButton {
+            text: qsTr("About")
+            glyph: "\u2139"
+        }
+    }
+
+    StackLayout {
+        anchors.fill: parent
+        currentIndex: tabBar.currentIndex
+
+        StackView {
+            id: functionsStack
+
+            initialItem: ComingPage {
+                heading: qsTr("Functions")
+                blurb: qsTr("The calculator catalogue (time value of money, ROI, compound interest, NPV, tip, bond and the stock calculators) arrives here next.")
+            }
+        }
+        StackView {
+            id: calculatorStack
+
+            initialItem: ComingPage {
+                heading: qsTr("Calculator")
+                blurb: qsTr("The keypad business calculator with TVM registers, cash flows, STO/RCL and history arrives here next.")
+            }
+        }
+        StackView {
+            id: reportsStack
+
+            objectName: "reportsStack"
+            initialItem: ReportListPage {
+                reports: window.reports
+                onReportChosen: filePath => window.openReport(filePath)
+                StackView.onActivating: reportsModel.loadReportArray()
+            }
+        }
+        StackView {
+            id: aboutStack
+
+            initialItem: ComingPage {
+                heading: qsTr("About")
+                blurb: qsTr("Version, support and information pages arrive here next.")
+            }
+        }
+    }
+
+    Component {
+        id: reportDetailComponent
+
+        ReportDetailPage {}
+    }
+
+    PresenterHost {
+        id: presenterHost
+
+        anchors.fill: parent
+    }
+}

@@ -1,0 +1,66 @@
+#include "QmlPresenter.h"
+
+#include <QJSEngine>
+
+#include <algorithm>
+
+QmlPresenter::QmlPresenter(QObject* parent) : QObject(parent) {}
+
+QmlPresenter* QmlPresenter::instance()
+{
+    static QmlPresenter* presenter = new QmlPresenter;
+    return presenter;
+}
+
+QmlPresenter* QmlPresenter::create(QQmlEngine*, QJSEngine*)
+{
+    QmlPresenter* presenter = instance();
+    QJSEngine::setObjectOwnership(presenter, QJSEngine::CppOwnership);
+    return presenter;
+}
+
+void QmlPresenter::present(const AlertRequest& request, Answer answer)
+{
+    const int id = m_nextId++;
+    QVariantList actions;
+    for (const AlertAction& action : request.actions)
+        actions << QVariantMap{{QStringLiteral("title"), action.title},
+                               {QStringLiteral("cancel"), action.cancel}};
+    const QVariantMap map{
+        {QStringLiteral("id"), id},
+        {QStringLiteral("kind"), request.kind == AlertRequest::Kind::ActionSheet
+                                     ? QStringLiteral("sheet")
+                                     : QStringLiteral("alert")},
+        {QStringLiteral("title"), request.title},
+        {QStringLiteral("message"), request.message},
+        {QStringLiteral("actions"), actions},
+        {QStringLiteral("textField"), request.hasTextField},
+        {QStringLiteral("numeric"), request.numericTextField},
+        {QStringLiteral("anchor"), request.anchor},
+    };
+    m_pending.insert(id, std::move(answer));
+    m_requests.insert(id, map);
+    emit pendingChanged();
+    emit presentRequested(map);
+}
+
+void QmlPresenter::answer(int id, const QString& action, const QString& text)
+{
+    const auto it = m_pending.find(id);
+    if (it == m_pending.end())
+        return;
+    const Answer callback = std::move(it.value());
+    m_pending.erase(it);
+    m_requests.remove(id);
+    emit pendingChanged();
+    if (callback)
+        callback(action, text);
+}
+
+QVariantMap QmlPresenter::pendingRequest() const
+{
+    if (m_requests.isEmpty())
+        return {};
+    const auto keys = m_requests.keys();
+    return m_requests.value(*std::min_element(keys.begin(), keys.end()));
+}

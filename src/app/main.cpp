@@ -1,0 +1,71 @@
+#include "AppWindow.h"
+
+#include <QCommandLineParser>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(TallyvanePlugin)
+
+namespace {
+
+AppOptions parseOptions(const QCoreApplication& app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Tallyvane finance calculator"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption quit(QStringLiteral("quit-after-first-frame"),
+                                  QStringLiteral("Exit once the first frame is shown."));
+    const QCommandLineOption shots(QStringLiteral("screenshots"),
+                                   QStringLiteral("Render every screen into <dir> and exit."),
+                                   QStringLiteral("dir"));
+    const QCommandLineOption demo(QStringLiteral("seed-demo-reports"),
+                                  QStringLiteral("Save a few sample reports first."));
+    parser.addOptions({quit, shots, demo});
+    parser.process(app);
+    return {parser.isSet(quit), parser.value(shots), parser.isSet(demo)};
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setOrganizationName(QStringLiteral("Quorvex"));
+    QGuiApplication::setApplicationName(QStringLiteral("Tallyvane"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(TALLYVANE_VERSION));
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
+
+    const AppOptions options = parseOptions(app);
+    if (options.seedDemoReports)
+        seedDemoReports();
+
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/"));
+    QObject::connect(
+        &engine, &QQmlApplicationEngine::objectCreated, &app,
+        [](QObject* object, const QUrl&) {
+            if (!object)
+                QCoreApplication::exit(1);
+        },
+        Qt::QueuedConnection);
+    engine.load(QUrl(QStringLiteral("qrc:/Tallyvane/app/Main.qml")));
+    if (engine.rootObjects().isEmpty())
+        return 1;
+
+    auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    if (!window)
+        return 1;
+    if (options.quitAfterFirstFrame)
+        quitAfterFirstFrame(window);
+    ScreenshotDriver* driver = nullptr;
+    if (!options.screenshotDirectory.isEmpty()) {
+        driver = new ScreenshotDriver(window, options.screenshotDirectory, &app);
+        driver->start();
+    }
+    return app.exec();
+}

@@ -1,0 +1,165 @@
+#include "Cli.h"
+
+#include "framework/FunctionRegistry.h"
+#include "reports/QVReport.h"
+#include "reports/ReportTableModel.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+const char* const usage = R"(Usage: tallyvane-cli COMMAND [ARGS] [--json]
+
+Commands:
+  list                       the calculators and their input fields
+  reports list               the saved reports, newest first (index 0)
+  reports show N             the text of saved report N
+  reports delete N           remove saved report N from the list (its file stays)
+
+Options:
+  --json                     machine-readable output
+  --help                     this text
+)";
+
+const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N | delete N [--json]
+
+  list        one line per saved report, newest first: index, date, calculator,
+              title and file name; --json gives an array of objects with
+              "title", "functionTitle", "date" (ISO 8601), "fileName", "colorTag"
+  show N      prints the text file of report N (0 is the newest)
+  delete N    removes report N from the list as the Reports screen does; the
+              text file stays in the documents folder
+)";
+
+QString hexColor(const QColor& color)
+{
+    return color.isValid() ? color.name(QColor::HexRgb).toUpper() : QString();
+}
+
+QJsonObject reportJson(const QVReport& report)
+{
+    return {
+        {QStringLiteral("title"), report.title},
+        {QStringLiteral("functionTitle"), report.functionTitle},
+        {QStringLiteral("date"),
+         report.date.isValid() ? report.date.toString(Qt::ISODateWithMs) : QString()},
+        {QStringLiteral("fileName"), report.fileName},
+        {QStringLiteral("colorTag"), hexColor(report.colorTag)},
+    };
+}
+
+bool parseIndex(const QString& text, int count, int& index, QTextStream& err)
+{
+    bool ok = false;
+    index = text.toInt(&ok);
+    if (!ok || index < 0 || index >= count) {
+        err << "no report " << text << " (there are " << count << ")\n";
+        return false;
+    }
+    return true;
+}
+
+int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextStream& err)
+{
+    if (args.isEmpty() || args.contains(QStringLiteral("--help"))) {
+        (args.isEmpty() ? err : out) << reportsUsage;
+        return args.isEmpty() ? 1 : 0;
+    }
+    ReportTableModel list;
+    const QString verb = args.first();
+    if (verb == QLatin1String("list") && args.size() == 1) {
+        QJsonArray array;
+        for (int i = 0; i < list.count(); ++i) {
+            const QVReport report = list.reportAt(i);
+            if (json) {
+                array.append(reportJson(report));
+                continue;
+            }
+            out << i << '\t'
+                << (report.date.isValid() ? report.date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
+                                          : QString())
+                << '\t' << report.functionTitle << '\t' << report.title << '\t'
+                << report.fileName << '\n';
+        }
+        if (json)
+            out << QJsonDocument(array).toJson(QJsonDocument::Indented);
+        return 0;
+    }
+    if ((verb == QLatin1String("show") || verb == QLatin1String("delete")) && args.size() == 2) {
+        int index = 0;
+        if (!parseIndex(args.at(1), list.count(), index, err))
+            return 1;
+        const QVReport report = list.reportAt(index);
+        if (verb == QLatin1String("delete")) {
+            list.deleteReport(index);
+            if (json)
+                out << QJsonDocument(reportJson(report)).toJson(QJsonDocument::Indented);
+            else
+                out << "deleted " << index << ": " << report.title << '\n';
+            return 0;
+        }
+        QFile file(report.filePathInDocumentsDirectory());
+        if (report.fileName.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+            err << "report file not found: " << report.fileName << '\n';
+            return 1;
+        }
+        const QString text = QString::fromLatin1(file.readAll());
+        if (json) {
+            QJsonObject object = reportJson(report);
+            object.insert(QStringLiteral("contents"), text);
+            out << QJsonDocument(object).toJson(QJsonDocument::Indented);
+        } else {
+            out << text;
+        }
+        return 0;
+    }
+    err << reportsUsage;
+    return 1;
+}
+
+int listCommand(bool json, QTextStream& out)
+{
+    QJsonArray array;
+    for (const FunctionDescriptor& f : FunctionRegistry::functions()) {
+        if (json)
+            array.append(QJsonObject{{QStringLiteral("name"), f.name},
+                                     {QStringLiteral("title"), f.title},
+                                     {QStringLiteral("fields"), QJsonArray::fromStringList(f.fields)}});
+        else
+            out << f.name << '\t' << f.title << '\t' << f.fields.join(QLatin1Char(' ')) << '\n';
+    }
+    if (json)
+        out << QJsonDocument(array).toJson(QJsonDocument::Indented);
+    return 0;
+}
+
+} // namespace
+
+int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
+{
+    QStringList args = arguments;
+    const bool json = args.removeAll(QStringLiteral("--json")) > 0;
+    if (args.isEmpty()) {
+        err << usage;
+        return 1;
+    }
+    const QString command = args.takeFirst();
+    if (command == QLatin1String("--help") || command == QLatin1String("help")) {
+        out << usage;
+        return 0;
+    }
+    if (command == QLatin1String("reports"))
+        return reportsCommand(args, json, out, err);
+    if (command == QLatin1String("list")) {
+        if (args.contains(QStringLiteral("--help"))) {
+            out << "Usage: tallyvane-cli list [--json]\n\nThe calculators and their input fields.\n";
+            return 0;
+        }
+        return listCommand(json, out);
+    }
+    err << "unknown command: " << command << "\n\n" << usage;
+    return 1;
+}

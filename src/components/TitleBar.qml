@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// The title bar of every screen: an optional back button, the title, and
+// whatever the screen puts on the right (its `actions`).
+ToolBar {
+    id: bar
+
+    property string title
+    property string backText
+    default property alias actions: trailing.data
+
+    signal backClicked
+
+    implicitHeight: 56
+    background: Rectangle {
+        color: AppTheme.accent
+    }
+
+    leftPadding: bar.backText.length > 0 ? 0 : AppTheme.margin
+    rightPadding: 4
+    topPadding: 0
+    bottomPadding: 0
+
+    contentItem: RowLayout {
+        spacing: 0
+
+        TitleBarButton {
+            objectName: "backButton"
+            visible: bar.backText.length > 0
+            text: "\u2039 " + bar.backText
+            Accessible.name: qsTr("Back to %1").arg(bar.backText)
+            onClicked: bar.backClicked()
+        }
+        Label {
+            Layout.fillWidth: true
+            text: bar.title
+            color: "white"
+            font.bold: true
+            font.pixelSize: 18
+            elide: Text.ElideRight
+            horizontalAlignment: bar.backText.length > 0 ? Text.AlignHCenter : Text.AlignLeft
+        }
+        RowLayout {
+            id: trailing
+            spacing: 0
+        }
+    }
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+// The app's number formats. Both take the shortest decimal that reads back
+// as the same double and round that decimal, so 0.0625 is a tie while
+// 2.675 (stored as 2.67499999...) is still treated as the 2.675 it prints as.
+// No grouping; the locale's decimal separator and minus sign; NaN and the
+// infinities are "NaN", "Infinity" and "-Infinity" everywhere.
+namespace NumberFormat {
+
+enum class Rounding {
+    HalfEven,     // ties go to the even digit
+    AwayFromZero, // any discarded non-zero digit rounds the magnitude up
+};
+
+QString format(double value, int maxFractionDigits, Rounding rounding,
+               const QLocale& locale = QLocale());
+
+// Results and report lines: at most 3 fraction digits, half-to-even.
+QString stringFromDouble(double value, const QLocale& locale = QLocale());
+
+// The keypad display: at most 4 fraction digits, away from zero.
+QString displayString(double value, const QLocale& locale = QLocale());
+
+} // namespace NumberFormat

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+// One button of an action sheet or alert.
+struct AlertAction {
+    QString title;
+    bool cancel = false; // drawn and placed as the cancelling choice
+};
+
+// An action sheet or an alert, as the logic asks for it. The UI layer
+// decides how it looks; tests answer it directly.
+struct AlertRequest {
+    enum class Kind { ActionSheet, Alert };
+    Kind kind = Kind::Alert;
+    QString title;
+    QString message;
+    QList<AlertAction> actions;
+    bool hasTextField = false;
+    bool numericTextField = false; // the field takes digits only
+    QString anchor;                // the control a popover points at, if any
+};
+
+// Shows what needs the user and reports the choice back: the title of the
+// chosen action and, for alerts with a text field, the text typed.
+class Presenter {
+public:
+    using Answer = std::function<void(const QString& action, const QString& text)>;
+    virtual ~Presenter() = default;
+    virtual void present(const AlertRequest& request, Answer answer) = 0;
+};

@@ -1,0 +1,187 @@
+#include "QVFunctionController.h"
+
+#include "NumberFormat.h"
+#include "Presenter.h"
+#include "platform/MailComposer.h"
+#include "platform/NotificationCenter.h"
+#include "platform/ReviewPrompt.h"
+#include "platform/Services.h"
+
+#include <QBuffer>
+#include <QFile>
+
+namespace {
+const QString saveAction = QStringLiteral("save");
+const QString emailAction = QStringLiteral("email");
+const QString cancelAction = QStringLiteral("cancel");
+} // namespace
+
+QVFunctionController::QVFunctionController(QObject* parent) : QObject(parent) {}
+
+QVFunctionController::~QVFunctionController() = default;
+
+void QVFunctionController::load()
+{
+    if (m_model)
+        return;
+    connectMvc();
+    Q_ASSERT_X(m_model && m_view, "QVFunctionController::load",
+               "connectMvc must set the model and the view");
+    viewDidLoad();
+}
+
+void QVFunctionController::setModel(std::unique_ptr<QVFunctionModel> model)
+{
+    m_model = std::move(model);
+}
+
+void QVFunctionController::setView(QVFunctionView* view) { m_view = view; }
+
+void QVFunctionController::viewDidLoad()
+{
+    configureNavigationBar();
+    configureObservers();
+    loadDescription();
+}
+
+void QVFunctionController::configureNavigationBar() { m_view->setTitle(m_model->navigationTitle()); }
+
+void QVFunctionController::configureObservers()
+{
+    NotificationCenter::defaultCenter().addObserver(
+        this, m_model->reportCreatedNotificationName(),
+        [this](const Notification&) { receiveReportCreatedNotification(); });
+}
+
+void QVFunctionController::loadDescription()
+{
+    QFile page(QStringLiteral(":/html/%1.html").arg(m_model->descriptionName()));
+    m_view->setDescriptionHtml(page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll())
+                                                              : QString());
+}
+
+void QVFunctionController::segmentChanged(int segment)
+{
+    if (segment == 0) {
+        m_view->showCalculator(segment);
+        return;
+    }
+    m_view->showDescription(segment);
+    Services::reviewPrompt().requestReview();
+}
+
+void QVFunctionController::setSelectedAction(const QString& action)
+{
+    if (action == m_selectedAction)
+        return;
+    m_selectedAction = action;
+    emit selectedActionChanged();
+}
+
+void QVFunctionController::exportClicked()
+{
+    Services::reviewPrompt().requestReview();
+    if (!m_presenter)
+        return;
+    AlertRequest sheet;
+    sheet.kind = AlertRequest::Kind::ActionSheet;
+    sheet.title = QStringLiteral("Export");
+    sheet.message = QStringLiteral("Your data report will be written to a txt file.");
+    sheet.actions = {{QStringLiteral("Cancel"), true},
+                     {QStringLiteral("Send Email")},
+                     {QStringLiteral("Save")}};
+    sheet.anchor = QStringLiteral("export");
+    QPointer<QVFunctionController> self(this);
+    m_presenter->present(sheet, [self](const QString& action, const QString&) {
+        if (!self)
+            return;
+        if (action == QLatin1String("Send Email")) {
+            self->setSelectedAction(emailAction);
+            self->sendReportRequestedNotification(QString(""));
+        } else if (action == QLatin1String("Save")) {
+            self->setSelectedAction(saveAction);
+            self->showSaveTitleAlert();
+        } else {
+            self->setSelectedAction(cancelAction);
+        }
+    });
+}
+
+void QVFunctionController::showSaveTitleAlert()
+{
+    AlertRequest alert;
+    alert.title = QStringLiteral("Report Title");
+    alert.message = QStringLiteral("Enter a title for your report.");
+    alert.actions = {{QStringLiteral("OK")}, {QStringLiteral("Cancel"), true}};
+    alert.hasTextField = true;
+    QPointer<QVFunctionController> self(this);
+    m_presenter->present(alert, [self](const QString& action, const QString& text) {
+        if (!self)
+            return;
+        if (action == QLatin1String("OK"))
+            self->sendReportRequestedNotification(text.isNull() ? QString("") : text);
+        else
+            self->setSelectedAction(cancelAction);
+    });
+}
+
+void QVFunctionController::sendReportRequestedNotification(const QString& title)
+{
+    NotificationCenter::defaultCenter().post(m_model->reportRequestedNotificationName(), this,
+                                             {{QStringLiteral("title"), title}});
+}
+
+void QVFunctionController::receiveReportCreatedNotification()
+{
+    if (m_selectedAction == emailAction) {
+        if (Services::mailComposer().canSendMail())
+            showEmail();
+    } else if (m_selectedAction == saveAction) {
+        m_model->saveReport();
+        if (!m_presenter)
+            return;
+        AlertRequest alert;
+        alert.title = QStringLiteral("Calculation Saved");
+        alert.message = QStringLiteral("You can now access your report from the reports section.");
+        alert.actions = {{QStringLiteral("OK")}};
+        alert.anchor = QStringLiteral("export");
+        QPointer<QVFunctionController> self(this);
+        m_presenter->present(alert, [self](const QString&, const QString&) {
+            if (self)
+                self->m_model->setReportSaved(true);
+        });
+    }
+}
+
+void QVFunctionController::showEmail()
+{
+    const QVReport& report = m_model->report();
+    MailMessage message;
+    message.subject = m_model->emailSubject();
+    QFile file(report.filePathInDocumentsDirectory());
+    if (file.open(QIODevice::ReadOnly))
+        message.attachments.append({file.readAll(), QStringLiteral("text/plain"), report.fileName});
+    if (!report.reportImage.isNull()) {
+        QByteArray jpeg;
+        QBuffer buffer(&jpeg);
+        buffer.open(QIODevice::WriteOnly);
+        report.reportImage.save(&buffer, "JPEG", 100);
+        message.attachments.append({jpeg, QStringLiteral("image/jpeg"), QStringLiteral("graph.png")});
+    }
+    QPointer<QVFunctionController> self(this);
+    Services::mailComposer().compose(message, [self](MailResult) {
+        if (self)
+            self->mailComposerFinished();
+    });
+}
+
+void QVFunctionController::mailComposerFinished()
+{
+    if (!m_model->reportSaved())
+        m_model->removeReportFile();
+}
+
+QString QVFunctionController::stringFromDouble(double value)
+{
+    return NumberFormat::stringFromDouble(value);
+}

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "reports/QVReport.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+
+#include <memory>
+
+// Base of every calculator model: the names under which its reports are
+// requested and announced, its titles, the report it fills, and how that
+// report is written, kept in the saved list or thrown away again.
+//
+// Create models with create<T>() so that the subclass's names are in place
+// before the model starts listening for report requests.
+class QVFunctionModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString navigationTitle READ navigationTitle CONSTANT)
+    Q_PROPERTY(QString descriptionName READ descriptionName CONSTANT)
+
+public:
+    explicit QVFunctionModel(QObject* parent = nullptr);
+
+    template <typename T, typename... Args>
+    static std::unique_ptr<T> create(Args&&... args)
+    {
+        auto model = std::make_unique<T>(std::forward<Args>(args)...);
+        model->initialize();
+        return model;
+    }
+
+    QString reportCreatedNotificationName() const { return m_reportCreatedNotificationName; }
+    QString reportRequestedNotificationName() const { return m_reportRequestedNotificationName; }
+    QString emailSubject() const { return m_emailSubject; }
+    QString navigationTitle() const { return m_navigationTitle; }
+    QString descriptionName() const { return m_descriptionName; }
+    QVReport& report() { return m_report; }
+    const QVReport& report() const { return m_report; }
+    bool reportSaved() const { return m_reportSaved; }
+    void setReportSaved(bool saved) { m_reportSaved = saved; }
+
+    // Builds the report for a request whose user info carries "title".
+    // The base ignores requests; every calculator writes its own report.
+    virtual void createReport(const QVariantMap& userInfo);
+
+    void saveReportFile();
+    void saveReport();
+    void removeReportFile();
+    void sendReportCreatedNotification();
+
+    static QString stringFromDouble(double value);
+
+protected:
+    // Sets the five names, a new report and its file key (and, in
+    // calculators, its function title).
+    virtual void configureNames();
+    void configureObservers();
+
+    struct Names {
+        QString created;
+        QString requested;
+        QString emailSubject;
+        QString navigationTitle;
+        QString descriptionName;
+        QString fileKey;
+        QString functionTitle;
+    };
+    void setNames(const Names& names);
+
+    // The shared report recipe: title and date, colour, heading, "Date: ",
+    // the rule, `body`, the grown file name; then the file is written and the
+    // created notification posted.
+    void writeReport(const QVariantMap& userInfo, const QString& functionName,
+                     const QString& colorHex, const QString& body);
+
+private:
+    void initialize();
+
+    QString m_reportCreatedNotificationName;
+    QString m_reportRequestedNotificationName;
+    QString m_emailSubject;
+    QString m_navigationTitle;
+    QString m_descriptionName;
+    QVReport m_report;
+    bool m_reportSaved = false;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class UrlOpener;
+
+struct MailAttachment {
+    QByteArray data;
+    QString mimeType;
+    QString fileName;
+};
+
+struct MailMessage {
+    QString subject;
+    QStringList recipients;
+    QString body;
+    bool bodyIsHtml = false;
+    QList<MailAttachment> attachments;
+};
+
+enum class MailResult { Cancelled, Saved, Sent, Failed };
+
+// Hands a message to the user's mail program. `finished` is called once,
+// whatever became of the message.
+class MailComposer {
+public:
+    using Finished = std::function<void(MailResult)>;
+    virtual ~MailComposer() = default;
+    virtual bool canSendMail() const = 0;
+    virtual void compose(const MailMessage& message, Finished finished) = 0;
+};
+
+// Desktop composer: writes the message as an unsent RFC 5322 draft
+// (MIME multipart, base64 attachments, "X-Unsent: 1") into the outbox folder
+// and opens it with the system's mail program.
+class EmlMailComposer final : public MailComposer {
+public:
+    explicit EmlMailComposer(UrlOpener* opener);
+    bool canSendMail() const override { return true; }
+    void compose(const MailMessage& message, Finished finished) override;
+
+    // The draft's bytes. `boundary` separates the MIME parts.
+    static QByteArray toEml(const MailMessage& message, const QDateTime& date,
+                            const QByteArray& boundary);
+
+    QString lastDraftPath() const { return m_lastDraftPath; }
+
+private:
+    UrlOpener* m_opener;
+    QString m_lastDraftPath;
+};

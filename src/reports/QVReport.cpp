@@ -1,0 +1,187 @@
+#include "QVReport.h"
+
+#include "QVFileManager.h"
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
+
+#include <QCborMap>
+#include <QCborValue>
+#include <QLocale>
+#include <QLoggingCategory>
+#include <QTimeZone>
+
+Q_LOGGING_CATEGORY(lcReports, "tallyvane.reports", QtWarningMsg)
+
+const QString QVReport::reportsKey = QStringLiteral("reports");
+
+namespace {
+
+// Archived dates count seconds from this moment.
+const QDateTime& referenceDate()
+{
+    static const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), QTimeZone::utc());
+    return reference;
+}
+
+QString hexOfColor(const QColor& color)
+{
+    if (!color.isValid())
+        return QString();
+    return QStringLiteral("#%1%2%3%4")
+        .arg(color.red(), 2, 16, QLatin1Char('0'))
+        .arg(color.green(), 2, 16, QLatin1Char('0'))
+        .arg(color.blue(), 2, 16, QLatin1Char('0'))
+        .arg(color.alpha(), 2, 16, QLatin1Char('0'))
+        .toUpper();
+}
+
+QColor colorOfHex(const QString& text)
+{
+    if (text.size() != 9 || !text.startsWith(QLatin1Char('#')))
+        return QColor();
+    bool ok = false;
+    const uint rgba = text.mid(1).toUInt(&ok, 16);
+    if (!ok)
+        return QColor();
+    return QColor(int(rgba >> 24), int((rgba >> 16) & 0xff), int((rgba >> 8) & 0xff),
+                  int(rgba & 0xff));
+}
+
+QString relativeDayName(const QDate& date)
+{
+    const QDate today = QDate::currentDate();
+    if (date == today)
+        return QStringLiteral("Today");
+    if (date == today.addDays(-1))
+        return QStringLiteral("Yesterday");
+    return QString();
+}
+
+void storeReports(const QVariantList& list)
+{
+    auto& settings = Services::settings();
+    settings.setValue(QVReport::reportsKey, list);
+    settings.sync();
+}
+
+} // namespace
+
+QVReport::QVReport() : colorTag(colorFromHexString(QStringLiteral("#354458"))) {}
+
+QByteArray QVReport::archive() const
+{
+    QCborMap map;
+    map.insert(QStringLiteral("title"), title);
+    map.insert(QStringLiteral("functionTitle"), functionTitle);
+    if (date.isValid())
+        map.insert(QStringLiteral("date"), referenceDate().msecsTo(date) / 1000.0);
+    map.insert(QStringLiteral("contents"), contents);
+    map.insert(QStringLiteral("fileName"), fileName);
+    map.insert(QStringLiteral("colorTag"), hexOfColor(colorTag));
+    return QCborValue(map).toCbor();
+}
+
+QVReport QVReport::fromArchive(const QByteArray& bytes)
+{
+    QVReport report;
+    report.colorTag = QColor();
+    QCborParserError error;
+    const QCborValue value = QCborValue::fromCbor(bytes, &error);
+    if (error.error != QCborError::NoError || !value.isMap()) {
+        qCDebug(lcReports) << "unreadable report archive of" << bytes.size() << "bytes";
+        return report;
+    }
+    const QCborMap map = value.toMap();
+    report.title = map.value(QStringLiteral("title")).toString();
+    report.functionTitle = map.value(QStringLiteral("functionTitle")).toString();
+    const QCborValue seconds = map.value(QStringLiteral("date"));
+    if (seconds.isDouble() || seconds.isInteger()) {
+        const double ms = std::round(seconds.toDouble() * 1000.0);
+        // Beyond about +-292 million years QDateTime cannot hold the date.
+        if (std::isfinite(ms) && std::fabs(ms) < 9.0e18)
+            report.date = referenceDate().addMSecs(qint64(ms)).toLocalTime();
+    }
+    report.contents = map.value(QStringLiteral("contents")).toString();
+    report.fileName = map.value(QStringLiteral("fileName")).toString();
+    report.colorTag = colorOfHex(map.value(QStringLiteral("colorTag")).toString());
+    return report;
+}
+
+QString QVReport::dateString() const
+{
+    if (!date.isValid())
+        return QString();
+    const QLocale locale;
+    const QDateTime local = date.toLocalTime();
+    QString day = relativeDayName(local.date());
+    if (day.isEmpty())
+        day = locale.toString(local.date(), QLocale::ShortFormat);
+    QString timeFormat = locale.timeFormat(QLocale::ShortFormat);
+    if (!timeFormat.contains(QLatin1String("ss")))
+        timeFormat.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
+    return day + QLatin1Char(' ') + locale.toString(local.time(), timeFormat);
+}
+
+QString QVReport::filePathInDocumentsDirectory() const
+{
+    return QVFileManager::documentsDirectory() + QLatin1Char('/') + fileName;
+}
+
+QColor QVReport::colorFromHexString(const QString& hex)
+{
+    quint64 value = 0;
+    for (qsizetype i = 1; i < hex.size(); ++i) {
+        const char16_t c = hex.at(i).unicode();
+        int digit = -1;
+        if (c >= u'0' && c <= u'9')
+            digit = c - u'0';
+        else if (c >= u'a' && c <= u'f')
+            digit = c - u'a' + 10;
+        else if (c >= u'A' && c <= u'F')
+            digit = c - u'A' + 10;
+        if (digit < 0)
+            break;
+        value = value * 16 + quint64(digit);
+        if (value > 0xffffffffULL) {
+            value = 0xffffffffULL; // saturated: further digits change nothing
+            break;
+        }
+    }
+    const auto channel = [value](int shift) { return float(((value >> shift) & 0xff) / 255.0); };
+    return QColor::fromRgbF(channel(16), channel(8), channel(0), 1.0f);
+}
+
+std::optional<QVariantList> QVReport::storedReportList()
+{
+    auto& settings = Services::settings();
+    // Pick up what another instance stored since our last look.
+    settings.sync();
+    const QVariant stored = settings.value(reportsKey);
+    if (!stored.isValid())
+        return std::nullopt;
+    if (stored.typeId() != QMetaType::QVariantList)
+        return QVariantList(); // not ours: read as an empty list
+    return stored.toList();
+}
+
+void QVReport::saveReport(const QVReport& report)
+{
+    std::optional<QVariantList> list = storedReportList();
+    if (!list) {
+        qCDebug(lcReports) << "no reports list yet: report" << report.fileName << "not saved";
+        return;
+    }
+    list->insert(0, report.archive());
+    storeReports(*list);
+}
+
+void QVReport::removeReportWithDate(const QDateTime& date)
+{
+    QVariantList list = storedReportList().value_or(QVariantList());
+    for (qsizetype index = 0; index < list.size(); ++index) {
+        const QVReport item = fromArchive(list.at(index).toByteArray());
+        if (item.date.isValid() && date.isValid() && item.date == date)
+            list.removeAt(index);
+    }
+    storeReports(list);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ReportDetailModel.h"
+
+#include <QObject>
+#include <QString>
+
+class Presenter;
+
+// The report screen: shows one report's text file and e-mails it again.
+class ReportDetailController : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString reportFilePath READ reportFilePath WRITE setReportFilePath NOTIFY
+                   reportFilePathChanged)
+    Q_PROPERTY(QString text READ text NOTIFY textChanged)
+    Q_PROPERTY(bool fileFound READ fileFound NOTIFY textChanged)
+
+public:
+    explicit ReportDetailController(QObject* parent = nullptr);
+
+    QString reportFilePath() const { return m_model.reportFilePath(); }
+    void setReportFilePath(const QString& path);
+    QString text() const { return m_text; }
+    bool fileFound() const { return m_fileFound; }
+    void setPresenter(Presenter* presenter) { m_presenter = presenter; }
+
+    // Reads the text file; a missing file shows an empty page.
+    Q_INVOKABLE void loadReport();
+    // The "Export" sheet: "Cancel" or "Send Email".
+    Q_INVOKABLE void actionClicked();
+    // Mails the file under its name plus ".txt"; nothing is deleted after.
+    Q_INVOKABLE void showEmail();
+
+    static QString attachmentNameForPath(const QString& path);
+
+signals:
+    void reportFilePathChanged();
+    void textChanged();
+
+private:
+    ReportDetailModel m_model;
+    Presenter* m_presenter = nullptr;
+    QString m_text;
+    bool m_fileFound = false;
+};

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// One saved report's text, with "Export" to e-mail it again.
+Page {
+    id: page
+
+    property alias reportFilePath: controller.reportFilePath
+    readonly property alias controller: controller
+
+    title: qsTr("Report")
+
+    ReportDetailController {
+        id: controller
+    }
+
+    header: TitleBar {
+        title: page.title
+        backText: qsTr("Reports")
+        onBackClicked: page.StackView.view.pop()
+
+        TitleBarButton {
+            objectName: "exportButton"
+            text: qsTr("Export")
+            Accessible.name: qsTr("Export report")
+            onClicked: controller.actionClicked()
+        }
+    }
+
+    ScrollView {
+        anchors.fill: parent
+        contentWidth: availableWidth
+
+        TextArea {
+            objectName: "reportText"
+            readOnly: true
+            selectByMouse: true
+            wrapMode: TextEdit.Wrap
+            text: controller.text
+            font.family: "monospace"
+            font.pixelSize: 14
+            leftPadding: AppTheme.margin
+            rightPadding: AppTheme.margin
+            topPadding: AppTheme.margin
+            background: null
+            Accessible.name: qsTr("Report text")
+        }
+    }
+}

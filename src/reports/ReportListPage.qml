@@ -1,0 +1,170 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// The saved reports, newest first. Edit shows a delete button on every
+// row; a row can also be swiped to delete it.
+Page {
+    id: page
+
+    required property ReportTableModel reports
+    property bool editing: false
+
+    signal reportChosen(string filePath)
+
+    title: qsTr("Reports")
+    Accessible.name: title
+
+    header: TitleBar {
+        title: page.title
+
+        TitleBarButton {
+            objectName: "editButton"
+            text: page.editing ? qsTr("Done") : qsTr("Edit")
+            enabled: page.editing || list.count > 0
+            onClicked: page.editing = !page.editing
+        }
+    }
+
+    ListView {
+        id: list
+
+        objectName: "reportList"
+        anchors.fill: parent
+        clip: true
+        model: page.reports
+        keyNavigationEnabled: true
+        focus: true
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ScrollBar {}
+
+        delegate: SwipeDelegate {
+            id: row
+
+            required property int index
+            required property string title
+            required property string dateString
+            required property string functionTitle
+            required property color colorTag
+            required property string filePath
+
+            objectName: "reportRow" + index
+            width: ListView.view.width
+            height: AppTheme.rowHeight
+            padding: 0
+            Accessible.name: title + ", " + functionTitle + ", " + dateString
+
+            onClicked: {
+                if (swipe.position !== 0) {
+                    swipe.close();
+                    return;
+                }
+                if (!page.editing)
+                    page.reportChosen(row.filePath);
+            }
+            Keys.onReturnPressed: clicked()
+            Keys.onDeletePressed: page.reports.deleteReport(row.index)
+
+            background: Rectangle {
+                color: row.down ? "#14000000" : (row.visualFocus || row.ListView.isCurrentItem && list.activeFocus ? "#0A000000" : row.palette.base)
+            }
+
+            contentItem: RowLayout {
+                spacing: 12
+
+                Rectangle {
+                    Layout.fillHeight: true
+                    Layout.preferredWidth: AppTheme.swatchWidth
+                    color: row.colorTag
+                }
+                AbstractButton {
+                    objectName: "deleteButton"
+                    visible: page.editing
+                    implicitWidth: 32
+                    implicitHeight: 32
+                    focusPolicy: Qt.NoFocus
+                    Accessible.name: qsTr("Delete %1").arg(row.title)
+                    onClicked: page.reports.deleteReport(row.index)
+                    background: Rectangle {
+                        radius: width / 2
+                        color: AppTheme.danger
+                    }
+                    contentItem: Label {
+                        text: "\u2212"
+                        color: "white"
+                        font.bold: true
+                        font.pixelSize: 20
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                    }
+                }
+                ColumnLayout {
+                    Layout.fillWidth: true
+                    Layout.rightMargin: AppTheme.margin
+                    spacing: 2
+
+                    RowLayout {
+                        Layout.fillWidth: true
+                        Label {
+                            Layout.fillWidth: true
+                            text: row.title.length > 0 ? row.title : qsTr("Untitled")
+                            font.pixelSize: 16
+                            font.bold: true
+                            elide: Text.ElideRight
+                            opacity: row.title.length > 0 ? 1 : 0.5
+                        }
+                        Label {
+                            text: row.dateString
+                            font.pixelSize: 12
+                            color: AppTheme.secondaryText
+                        }
+                    }
+                    Label {
+                        Layout.fillWidth: true
+                        text: row.functionTitle
+                        color: row.colorTag
+                        font.pixelSize: 14
+                        elide: Text.ElideRight
+                    }
+                }
+            }
+
+            Rectangle {
+                anchors.bottom: parent.bottom
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.leftMargin: AppTheme.swatchWidth + 12
+                height: 1
+                color: AppTheme.separator
+            }
+
+            swipe.right: Rectangle {
+                width: 96
+                height: row.height
+                anchors.right: parent.right
+                color: AppTheme.danger
+
+                Label {
+                    anchors.centerIn: parent
+                    text: qsTr("Delete")
+                    color: "white"
+                    font.bold: true
+                }
+                TapHandler {
+                    onTapped: page.reports.deleteReport(row.index)
+                }
+            }
+        }
+
+        Label {
+            anchors.centerIn: parent
+            width: parent.width - 64
+            visible: list.count === 0
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
+            text: qsTr("No saved reports yet.\nSave a calculation from any calculator's export button and it appears here.")
+            opacity: 0.6
+        }
+    }
+}

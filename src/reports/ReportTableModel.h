@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QByteArray>
+#include <QList>
+
+class QVReport;
+
+// The saved-reports list as rows, newest first, exactly in stored order.
+class ReportTableModel : public QAbstractListModel {
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+public:
+    enum Role {
+        TitleRole = Qt::UserRole + 1,
+        DateStringRole,
+        FunctionTitleRole,
+        ColorTagRole,
+        FileNameRole,
+        FilePathRole,
+    };
+
+    // Loads the list at once; that first load creates the empty stored list
+    // when there is none, so saves made from then on are kept.
+    explicit ReportTableModel(QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+    int count() const { return int(m_reportArray.size()); }
+
+    // Re-reads the stored list.
+    Q_INVOKABLE void loadReportArray();
+    // Removes the row's record from the stored list (by its date) and the
+    // row itself; the report's text file stays.
+    Q_INVOKABLE void deleteReport(int row);
+    Q_INVOKABLE QString filePathAt(int row) const;
+
+    QVReport reportAt(int row) const;
+    const QList<QByteArray>& reportArray() const { return m_reportArray; }
+
+signals:
+    void countChanged();
+
+private:
+    QList<QByteArray> m_reportArray;
+};

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "framework/Presenter.h"
+#include "framework/QVFunctionController.h"
+#include "framework/QVFunctionModel.h"
+#include "platform/MailComposer.h"
+#include "platform/ReviewPrompt.h"
+
+#include <QDateTime>
+#include <QTemporaryDir>
+
+#include <deque>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+// Every test gets its own TALLYVANE_HOME, fresh services and a clock that
+// reads 05-03-2024 14:07:30.250 local time.
+class HomeTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    static QDateTime fixedNow();
+    void setNow(const QDateTime& now);
+    QString documents() const;
+    QString readDocument(const QString& name) const;
+
+    QTemporaryDir home;
+    QDateTime now;
+};
+
+// A calculator model with a two-line report body, named like the others.
+class TestFunctionModel : public QVFunctionModel {
+    Q_OBJECT
+
+public:
+    using QVFunctionModel::QVFunctionModel;
+    double investment = 1000;
+    double roi = 12.5;
+    void createReport(const QVariantMap& userInfo) override;
+
+protected:
+    void configureNames() override;
+};
+
+// A second calculator, to check that screens ignore each other's reports.
+class OtherFunctionModel : public TestFunctionModel {
+    Q_OBJECT
+
+public:
+    using TestFunctionModel::TestFunctionModel;
+    void createReport(const QVariantMap& userInfo) override;
+
+protected:
+    void configureNames() override;
+};
+
+template <typename Model>
+class TestFunctionController : public QVFunctionController {
+public:
+    using QVFunctionController::QVFunctionController;
+
+protected:
+    void connectMvc() override
+    {
+        setModel(QVFunctionModel::create<Model>());
+        setView(new QVFunctionView(this));
+    }
+};
+
+// Answers each request with the next scripted choice and records them all.
+class ScriptedPresenter : public Presenter {
+public:
+    struct Reply {
+        QString action;
+        QString text;
+    };
+    void present(const AlertRequest& request, Answer answer) override;
+    void script(std::initializer_list<Reply> replies);
+
+    std::vector<AlertRequest> requests;
+    std::deque<Reply> replies;
+};
+
+class RecordingMailComposer : public MailComposer {
+public:
+    bool canSend = true;
+    bool canSendMail() const override { return canSend; }
+    void compose(const MailMessage& message, Finished finished) override;
+
+    std::vector<MailMessage> messages;
+    // Files present in the documents folder while the mail was open.
+    QStringList filesWhileComposing;
+};

@@ -1,0 +1,222 @@
+#include "TestSupport.h"
+
+#include "framework/QVNumericTextField.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Services.h"
+#include "reports/QVFileManager.h"
+#include "reports/QVReport.h"
+#include "reports/ReportTableModel.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+class FunctionControllerTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        mail = std::make_shared<RecordingMailComposer>();
+        review = std::make_shared<CountingReviewPrompt>();
+        Services::setMailComposer(mail);
+        Services::setReviewPrompt(review);
+        list = std::make_unique<ReportTableModel>();
+        controller.setPresenter(&presenter);
+        controller.load();
+    }
+
+    QStringList storedTitles()
+    {
+        list->loadReportArray();
+        QStringList titles;
+        for (int i = 0; i < list->count(); ++i)
+            titles << list->reportAt(i).title;
+        return titles;
+    }
+
+    std::shared_ptr<RecordingMailComposer> mail;
+    std::shared_ptr<CountingReviewPrompt> review;
+    std::unique_ptr<ReportTableModel> list;
+    ScriptedPresenter presenter;
+    TestFunctionController<TestFunctionModel> controller;
+};
+
+TEST_F(FunctionControllerTest, LoadingTitlesTheScreenFromTheModel)
+{
+    EXPECT_EQ(controller.qvFunctionView()->title(), "Test Calculator");
+    EXPECT_TRUE(controller.qvFunctionView()->calculatorVisible());
+    EXPECT_TRUE(controller.selectedAction().isEmpty());
+}
+
+TEST_F(FunctionControllerTest, ExportSheetOffersCancelEmailSaveAndAsksForAReview)
+{
+    presenter.script({{"Cancel", ""}});
+    controller.exportClicked();
+    ASSERT_EQ(presenter.requests.size(), 1u);
+    const AlertRequest& sheet = presenter.requests[0];
+    EXPECT_EQ(sheet.kind, AlertRequest::Kind::ActionSheet);
+    EXPECT_EQ(sheet.title, "Export");
+    EXPECT_EQ(sheet.message, "Your data report will be written to a txt file.");
+    ASSERT_EQ(sheet.actions.size(), 3);
+    EXPECT_EQ(sheet.actions[0].title, "Cancel");
+    EXPECT_TRUE(sheet.actions[0].cancel);
+    EXPECT_EQ(sheet.actions[1].title, "Send Email");
+    EXPECT_EQ(sheet.actions[2].title, "Save");
+    EXPECT_EQ(controller.selectedAction(), "cancel");
+    EXPECT_EQ(review->requestCount(), 1);
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
+}
+
+TEST_F(FunctionControllerTest, SaveArchivesAtTheHeadAndConfirms)
+{
+    presenter.script({{"Save", ""}, {"OK", "Plan A"}, {"OK", ""}});
+    controller.exportClicked();
+
+    ASSERT_EQ(presenter.requests.size(), 3u);
+    const AlertRequest& titleAlert = presenter.requests[1];
+    EXPECT_EQ(titleAlert.title, "Report Title");
+    EXPECT_EQ(titleAlert.message, "Enter a title for your report.");
+    EXPECT_TRUE(titleAlert.hasTextField);
+    ASSERT_EQ(titleAlert.actions.size(), 2);
+    EXPECT_EQ(titleAlert.actions[0].title, "OK");
+    EXPECT_EQ(titleAlert.actions[1].title, "Cancel");
+    EXPECT_TRUE(titleAlert.actions[1].cancel);
+    const AlertRequest& saved = presenter.requests[2];
+    EXPECT_EQ(saved.title, "Calculation Saved");
+    EXPECT_EQ(saved.message, "You can now access your report from the reports section.");
+
+    EXPECT_EQ(storedTitles(), QStringList({"Plan A"}));
+    EXPECT_EQ(list->reportAt(0).fileName, "roi_Plan A_05-03-2024 14:07_report.txt");
+    EXPECT_EQ(list->reportAt(0).functionTitle, "Roi");
+    EXPECT_TRUE(controller.model()->reportSaved());
+    EXPECT_TRUE(mail->messages.empty());
+}
+
+TEST_F(FunctionControllerTest, SaveWithAnEmptyTitleIsAccepted)
+{
+    presenter.script({{"Save", ""}, {"OK", ""}, {"OK", ""}});
+    controller.exportClicked();
+    EXPECT_EQ(storedTitles(), QStringList({""}));
+    EXPECT_EQ(list->reportAt(0).fileName, "roi__05-03-2024 14:07_report.txt");
+}
+
+TEST_F(FunctionControllerTest, CancellingTheTitleAlertSavesNothing)
+{
+    presenter.script({{"Save", ""}, {"Cancel", "typed"}});
+    controller.exportClicked();
+    EXPECT_EQ(controller.selectedAction(), "cancel");
+    EXPECT_TRUE(storedTitles().isEmpty());
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
+}
+
+TEST_F(FunctionControllerTest, SavedFlagWaitsForTheConfirmation)
+{
+    presenter.script({{"Save", ""}, {"OK", "x"}}); // "Calculation Saved" left open
+    controller.exportClicked();
+    EXPECT_EQ(storedTitles().size(), 1);
+    EXPECT_FALSE(controller.model()->reportSaved());
+}
+
+TEST_F(FunctionControllerTest, EmailAttachesTheReportAndRemovesItsFileAfterwards)
+{
+    presenter.script({{"Send Email", ""}});
+    controller.exportClicked();
+
+    ASSERT_EQ(mail->messages.size(), 1u);
+    const MailMessage& message = mail->messages[0];
+    EXPECT_EQ(message.subject, "Quorvex - Financial Report");
+    EXPECT_TRUE(message.recipients.isEmpty());
+    EXPECT_TRUE(message.body.isEmpty());
+    ASSERT_EQ(message.attachments.size(), 1);
+    EXPECT_EQ(message.attachments[0].fileName, "roi__05-03-2024 14:07_report.txt");
+    EXPECT_EQ(message.attachments[0].mimeType, "text/plain");
+    EXPECT_EQ(QString::fromLatin1(message.attachments[0].data), controller.model()->report().contents);
+    EXPECT_EQ(mail->filesWhileComposing, QStringList({"roi__05-03-2024 14:07_report.txt"}));
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
+    EXPECT_TRUE(storedTitles().isEmpty()) << "e-mail alone archives nothing";
+}
+
+TEST_F(FunctionControllerTest, AfterAConfirmedSaveMailedFilesStay)
+{
+    presenter.script({{"Save", ""}, {"OK", "kept"}, {"OK", ""}, {"Send Email", ""}});
+    controller.exportClicked();
+    setNow(now.addSecs(60));
+    controller.exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 2);
+}
+
+TEST_F(FunctionControllerTest, ChartImageTravelsAsJpegNamedGraphPng)
+{
+    QImage chart(40, 30, QImage::Format_RGB32);
+    chart.fill(Qt::darkCyan);
+    controller.model()->report().reportImage = chart;
+    presenter.script({{"Send Email", ""}});
+    controller.exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    ASSERT_EQ(mail->messages[0].attachments.size(), 2);
+    const MailAttachment& image = mail->messages[0].attachments[1];
+    EXPECT_EQ(image.fileName, "graph.png");
+    EXPECT_EQ(image.mimeType, "image/jpeg");
+    EXPECT_TRUE(image.data.startsWith("\xff\xd8\xff")) << "JPEG bytes";
+    EXPECT_EQ(QImage::fromData(image.data).size(), chart.size());
+}
+
+TEST_F(FunctionControllerTest, WithoutMailTheFileStaysAndNothingIsShown)
+{
+    mail->canSend = false;
+    presenter.script({{"Send Email", ""}});
+    controller.exportClicked();
+    EXPECT_TRUE(mail->messages.empty());
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 1);
+    EXPECT_EQ(presenter.requests.size(), 1u);
+}
+
+TEST_F(FunctionControllerTest, ScreensOfOtherCalculatorsIgnoreTheReport)
+{
+    ScriptedPresenter otherPresenter;
+    TestFunctionController<OtherFunctionModel> other;
+    other.setPresenter(&otherPresenter);
+    other.load();
+    otherPresenter.script({{"Save", ""}}); // leaves "save" selected on the other screen
+
+    other.exportClicked();
+    presenter.script({{"Send Email", ""}});
+    controller.exportClicked();
+    EXPECT_EQ(mail->messages.size(), 1u);
+    EXPECT_TRUE(storedTitles().isEmpty());
+    EXPECT_EQ(otherPresenter.requests.size(), 2u) << "sheet and title alert only";
+}
+
+TEST_F(FunctionControllerTest, DescriptionSegmentAsksForAReviewEachTime)
+{
+    QVFunctionView* view = controller.qvFunctionView();
+    controller.segmentChanged(1);
+    EXPECT_TRUE(view->descriptionVisible());
+    EXPECT_FALSE(view->calculatorVisible());
+    EXPECT_FALSE(view->scrollVisible());
+    controller.segmentChanged(0);
+    EXPECT_TRUE(view->calculatorVisible());
+    EXPECT_TRUE(view->scrollVisible());
+    controller.segmentChanged(1);
+    EXPECT_EQ(review->requestCount(), 2);
+}
+
+TEST(NumericTextField, ChangeSignTogglesWithoutAnEdit)
+{
+    EXPECT_EQ(QVNumericTextField::changedSign("12.5"), "-12.5");
+    EXPECT_EQ(QVNumericTextField::changedSign("-12.5"), "12.5");
+    EXPECT_EQ(QVNumericTextField::changedSign(""), "-");
+    EXPECT_EQ(QVNumericTextField::changedSign("-"), "");
+    // A "-" anywhere drops the first character, whatever it is.
+    EXPECT_EQ(QVNumericTextField::changedSign("1e-5"), "e-5");
+
+    QVNumericTextField field;
+    field.setText("3");
+    QSignalSpy spy(&field, &QVNumericTextField::textChanged);
+    field.signClicked();
+    EXPECT_EQ(field.text(), "-3");
+    EXPECT_EQ(spy.count(), 1);
+}
+
+} // namespace

@@ -1,0 +1,202 @@
+#include "TestSupport.h"
+
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
+#include "reports/QVReport.h"
+#include "reports/ReportTableModel.h"
+
+#include <QCborMap>
+#include <QCborValue>
+#include <QRandomGenerator>
+
+namespace {
+
+QVReport sample(const QString& title, const QDateTime& date)
+{
+    QVReport r;
+    r.title = title;
+    r.date = date;
+    r.functionTitle = QStringLiteral("Roi");
+    r.contents = QStringLiteral("Financial Report - Return on Investment\n");
+    r.fileName = QStringLiteral("roi_%1_report.txt").arg(title);
+    r.colorTag = QVReport::colorFromHexString(QStringLiteral("#1FDA9A"));
+    return r;
+}
+
+QStringList storedTitles()
+{
+    Services::settings().sync();
+    QStringList titles;
+    for (const QVariant& item : Services::settings().value(QVReport::reportsKey).toList())
+        titles << QVReport::fromArchive(item.toByteArray()).title;
+    return titles;
+}
+
+TEST(ColorFromHexString, ReadsRedGreenBlueAfterTheFirstCharacter)
+{
+    const QColor c = QVReport::colorFromHexString("#354458");
+    EXPECT_EQ(c.red(), 0x35);
+    EXPECT_EQ(c.green(), 0x44);
+    EXPECT_EQ(c.blue(), 0x58);
+    EXPECT_EQ(c.alpha(), 255);
+    EXPECT_EQ(QVReport().colorTag, c) << "a new record carries #354458";
+}
+
+TEST(ColorFromHexString, SkipsAnyFirstCharacterAndStopsAtNonHex)
+{
+    const QColor noHash = QVReport::colorFromHexString("354458");
+    EXPECT_EQ(noHash.red(), 0x05);
+    EXPECT_EQ(noHash.green(), 0x44);
+    EXPECT_EQ(noHash.blue(), 0x58);
+
+    const QColor shortForm = QVReport::colorFromHexString("#FFF");
+    EXPECT_EQ(shortForm.red(), 0);
+    EXPECT_EQ(shortForm.green(), 15);
+    EXPECT_EQ(shortForm.blue(), 255);
+
+    EXPECT_EQ(QVReport::colorFromHexString("#12zz34").blue(), 0x12);
+    EXPECT_EQ(QVReport::colorFromHexString("#").rgb(), QColor(0, 0, 0).rgb());
+    EXPECT_EQ(QVReport::colorFromHexString("").rgb(), QColor(0, 0, 0).rgb());
+}
+
+TEST(ColorFromHexString, KeepsTheLow24BitsAndSaturatesPast32)
+{
+    EXPECT_EQ(QVReport::colorFromHexString("#AB123456").rgb(), QColor(0x12, 0x34, 0x56).rgb());
+    EXPECT_EQ(QVReport::colorFromHexString("#123456789").rgb(), QColor(255, 255, 255).rgb());
+}
+
+class ReportStoreTest : public HomeTest {};
+
+TEST_F(ReportStoreTest, ArchiveKeepsSixKeysInOrderAndRoundTrips)
+{
+    QVReport r = sample("Plan A", now);
+    r.reportImage = QImage(4, 4, QImage::Format_RGB32);
+    const QCborMap map = QCborValue::fromCbor(r.archive()).toMap();
+    QStringList keys;
+    for (auto it = map.begin(); it != map.end(); ++it)
+        keys << it.key().toString();
+    EXPECT_EQ(keys, QStringList({"title", "functionTitle", "date", "contents", "fileName",
+                                 "colorTag"}));
+    EXPECT_EQ(map.value("colorTag").toString(), "#1FDA9AFF");
+    // 2024-03-05 14:07:30.250 in Berlin is 13:07:30.250 UTC.
+    const double expectedSeconds =
+        QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC).msecsTo(now) / 1000.0;
+    EXPECT_DOUBLE_EQ(map.value("date").toDouble(), expectedSeconds);
+
+    const QVReport back = QVReport::fromArchive(r.archive());
+    EXPECT_EQ(back.title, r.title);
+    EXPECT_EQ(back.date, r.date);
+    EXPECT_EQ(back.functionTitle, r.functionTitle);
+    EXPECT_EQ(back.contents, r.contents);
+    EXPECT_EQ(back.fileName, r.fileName);
+    EXPECT_EQ(back.colorTag.rgba(), r.colorTag.rgba());
+    EXPECT_TRUE(back.reportImage.isNull()) << "the chart is never archived";
+}
+
+TEST_F(ReportStoreTest, MissingKeysStayEmptyAndGarbageGivesAnEmptyRecord)
+{
+    QCborMap partial;
+    partial.insert(QStringLiteral("title"), QStringLiteral("Only a title"));
+    const QVReport fromPartial = QVReport::fromArchive(QCborValue(partial).toCbor());
+    EXPECT_EQ(fromPartial.title, "Only a title");
+    EXPECT_FALSE(fromPartial.date.isValid());
+    EXPECT_TRUE(fromPartial.fileName.isEmpty());
+
+    auto* rng = QRandomGenerator::global();
+    for (int round = 0; round < 200; ++round) {
+        QByteArray junk(rng->bounded(0, 64), Qt::Uninitialized);
+        for (char& c : junk)
+            c = char(rng->bounded(256));
+        const QVReport r = QVReport::fromArchive(junk);
+        (void)r.dateString();
+        (void)r.filePathInDocumentsDirectory();
+    }
+    const QVReport empty = QVReport::fromArchive("\xff\x00garbage");
+    EXPECT_TRUE(empty.title.isEmpty());
+    EXPECT_FALSE(empty.colorTag.isValid()) << "no colour for an unreadable record";
+}
+
+TEST_F(ReportStoreTest, ExtremeArchivedDatesDoNotBreakReading)
+{
+    for (double seconds : {1e300, -1e300, std::nan(""), 0.0}) {
+        QCborMap map;
+        map.insert(QStringLiteral("date"), seconds);
+        const QVReport r = QVReport::fromArchive(QCborValue(map).toCbor());
+        (void)r.dateString();
+    }
+}
+
+TEST_F(ReportStoreTest, SavingBeforeTheListExistsIsLostAfterwardsGoesToTheHead)
+{
+    QVReport::saveReport(sample("lost", now));
+    EXPECT_FALSE(Services::settings().value(QVReport::reportsKey).isValid());
+
+    ReportTableModel list; // creates the empty list
+    EXPECT_TRUE(Services::settings().value(QVReport::reportsKey).isValid());
+    QVReport::saveReport(sample("first", now.addSecs(1)));
+    QVReport::saveReport(sample("second", now.addSecs(2)));
+    EXPECT_EQ(storedTitles(), QStringList({"second", "first"}));
+}
+
+TEST_F(ReportStoreTest, RemoveWithDateSkipsTheRecordThatSlidIntoTheRemovedSlot)
+{
+    ReportTableModel list;
+    const QDateTime same = now;
+    QVReport::saveReport(sample("old", now.addSecs(-60)));
+    QVReport::saveReport(sample("twin-b", same));
+    QVReport::saveReport(sample("twin-a", same));
+    QVReport::saveReport(sample("new", now.addSecs(60)));
+
+    QVReport::removeReportWithDate(same);
+    EXPECT_EQ(storedTitles(), QStringList({"new", "twin-b", "old"}));
+    QVReport::removeReportWithDate(same);
+    EXPECT_EQ(storedTitles(), QStringList({"new", "old"}));
+    QVReport::removeReportWithDate(now.addSecs(3600));
+    EXPECT_EQ(storedTitles(), QStringList({"new", "old"}));
+}
+
+TEST_F(ReportStoreTest, RemovingMatchesToTheMillisecond)
+{
+    ReportTableModel list;
+    QVReport::saveReport(sample("a", now));
+    QVReport::removeReportWithDate(now.addMSecs(1));
+    EXPECT_EQ(storedTitles().size(), 1);
+    QVReport::removeReportWithDate(now);
+    EXPECT_TRUE(storedTitles().isEmpty());
+}
+
+TEST_F(ReportStoreTest, ASaveByAnotherInstanceBetweenTwoSavesIsKept)
+{
+    ReportTableModel list;
+    QVReport::saveReport(sample("mine-1", now));
+
+    // Another process with its own settings object on the same file.
+    {
+        QSettingsStore other;
+        other.sync();
+        QVariantList reports = other.value(QVReport::reportsKey).toList();
+        reports.insert(0, sample("theirs", now.addSecs(5)).archive());
+        other.setValue(QVReport::reportsKey, reports);
+        other.sync();
+    }
+
+    QVReport::saveReport(sample("mine-2", now.addSecs(10)));
+    EXPECT_EQ(storedTitles(), QStringList({"mine-2", "theirs", "mine-1"}));
+
+    QSettingsStore fresh;
+    EXPECT_EQ(fresh.value(QVReport::reportsKey).toList().size(), 3) << "flushed to disk";
+}
+
+TEST_F(ReportStoreTest, DateStringNamesTodayAndYesterday)
+{
+    QVReport r;
+    r.date = QDateTime::currentDateTime();
+    EXPECT_TRUE(r.dateString().startsWith("Today ")) << r.dateString().toStdString();
+    r.date = QDateTime::currentDateTime().addDays(-1);
+    EXPECT_TRUE(r.dateString().startsWith("Yesterday "));
+    r.date = QDateTime(QDate(2024, 3, 5), QTime(14, 7, 30));
+    EXPECT_TRUE(r.dateString().contains("14:07:30")) << r.dateString().toStdString();
+    EXPECT_TRUE(QVReport().dateString().isEmpty());
+}
+
+} // namespace

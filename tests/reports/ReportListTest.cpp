@@ -1,0 +1,161 @@
+#include "TestSupport.h"
+
+#include "platform/NotificationCenter.h"
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
+#include "reports/QVFileManager.h"
+#include "reports/QVReport.h"
+#include "reports/ReportDetailController.h"
+#include "reports/ReportTableModel.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+
+namespace {
+
+class ReportListTest : public HomeTest {
+protected:
+    void saveThree()
+    {
+        auto model = QVFunctionModel::create<TestFunctionModel>();
+        for (const char* title : {"one", "two", "three"}) {
+            NotificationCenter::defaultCenter().post("TestReportRequestedNotification", nullptr,
+                                                     {{"title", QString::fromLatin1(title)}});
+            model->saveReport();
+            setNow(now.addSecs(61));
+        }
+    }
+    QStringList titles(const ReportTableModel& list) const
+    {
+        QStringList out;
+        for (int i = 0; i < list.rowCount(); ++i)
+            out << list.data(list.index(i), ReportTableModel::TitleRole).toString();
+        return out;
+    }
+};
+
+
+TEST_F(ReportListTest, FirstLoadOfAnEmptyStoreCreatesTheList)
+{
+    ReportTableModel list;
+    EXPECT_EQ(list.rowCount(), 0);
+    EXPECT_TRUE(Services::settings().value(QVReport::reportsKey).isValid());
+    EXPECT_TRUE(Services::settings().value(QVReport::reportsKey).toList().isEmpty());
+}
+
+TEST_F(ReportListTest, RowsShowRecordsNewestFirst)
+{
+    ReportTableModel list;
+    saveThree();
+    list.loadReportArray();
+    EXPECT_EQ(titles(list), QStringList({"three", "two", "one"}));
+    const QModelIndex top = list.index(0);
+    EXPECT_EQ(list.data(top, ReportTableModel::FunctionTitleRole).toString(), "Roi");
+    EXPECT_EQ(list.data(top, ReportTableModel::ColorTagRole).value<QColor>().rgb(),
+              QColor(0x1F, 0xDA, 0x9A).rgb());
+    EXPECT_EQ(list.data(top, ReportTableModel::FilePathRole).toString(),
+              QDir(documents()).filePath("roi_one_05-03-2024 14:07_report.txt"
+                                         "_two_05-03-2024 14:08_report.txt"
+                                         "_three_05-03-2024 14:09_report.txt"));
+    EXPECT_FALSE(list.data(top, ReportTableModel::DateStringRole).toString().isEmpty());
+}
+
+TEST_F(ReportListTest, DeletingTheFirstOfThreeKeepsOrderAndTheFile)
+{
+    ReportTableModel list;
+    saveThree();
+    list.loadReportArray();
+    const QString file = list.filePathAt(0);
+    list.deleteReport(0);
+    EXPECT_EQ(titles(list), QStringList({"two", "one"}));
+    ReportTableModel reread;
+    EXPECT_EQ(titles(reread), QStringList({"two", "one"}));
+    EXPECT_TRUE(QFile::exists(file)) << "the text file stays behind";
+    list.deleteReport(7);
+    list.deleteReport(-1);
+    EXPECT_EQ(list.rowCount(), 2);
+}
+
+TEST_F(ReportListTest, CorruptedEntriesGiveEmptyRowsAndCannotBeMatched)
+{
+    ReportTableModel list;
+    saveThree();
+    auto& settings = Services::settings();
+    QVariantList stored = settings.value(QVReport::reportsKey).toList();
+    QByteArray junk(40, Qt::Uninitialized);
+    for (char& c : junk)
+        c = char(QRandomGenerator::global()->bounded(256));
+    stored.insert(1, junk);
+    stored.insert(0, QByteArray());
+    settings.setValue(QVReport::reportsKey, stored);
+    settings.sync();
+
+    list.loadReportArray();
+    ASSERT_EQ(list.rowCount(), 5);
+    EXPECT_TRUE(list.data(list.index(0), ReportTableModel::TitleRole).toString().isEmpty());
+    EXPECT_TRUE(list.filePathAt(0).isEmpty());
+    EXPECT_EQ(list.data(list.index(0), ReportTableModel::ColorTagRole).value<QColor>().alpha(), 0);
+
+    // Deleting an unreadable row drops it on screen; the stored entry stays
+    // and comes back at the next load.
+    list.deleteReport(0);
+    EXPECT_EQ(list.rowCount(), 4);
+    list.loadReportArray();
+    EXPECT_EQ(list.rowCount(), 5);
+}
+
+TEST_F(ReportListTest, ANonListValueUnderTheKeyReadsAsEmpty)
+{
+    Services::settings().setValue(QVReport::reportsKey, QStringLiteral("not a list"));
+    ReportTableModel list;
+    EXPECT_EQ(list.rowCount(), 0);
+}
+
+class ReportDetailTest : public HomeTest {};
+
+TEST_F(ReportDetailTest, ShowsTheTextFileAndMailsItWithADoubledExtension)
+{
+    auto mail = std::make_shared<RecordingMailComposer>();
+    Services::setMailComposer(mail);
+    const QString name = "tip__01-02-2024 09:05_report.txt";
+    QVFileManager::saveFileToDocumentsDirectoryWithContents(name, "Financial Report - Tip\n");
+
+    ScriptedPresenter presenter;
+    ReportDetailController detail;
+    detail.setPresenter(&presenter);
+    detail.setReportFilePath(QDir(documents()).filePath(name));
+    EXPECT_TRUE(detail.fileFound());
+    EXPECT_EQ(detail.text(), "Financial Report - Tip\n");
+
+    presenter.script({{"Send Email", ""}});
+    detail.actionClicked();
+    ASSERT_EQ(presenter.requests.size(), 1u);
+    EXPECT_EQ(presenter.requests[0].title, "Export");
+    EXPECT_TRUE(presenter.requests[0].message.isEmpty());
+    ASSERT_EQ(presenter.requests[0].actions.size(), 2);
+    EXPECT_EQ(presenter.requests[0].actions[0].title, "Cancel");
+    EXPECT_EQ(presenter.requests[0].actions[1].title, "Send Email");
+    EXPECT_TRUE(presenter.requests[0].anchor.isEmpty());
+
+    ASSERT_EQ(mail->messages.size(), 1u);
+    EXPECT_EQ(mail->messages[0].subject, "Quorvex - Financial Report");
+    ASSERT_EQ(mail->messages[0].attachments.size(), 1);
+    EXPECT_EQ(mail->messages[0].attachments[0].fileName, "tip__01-02-2024 09:05_report.txt.txt");
+    EXPECT_EQ(mail->messages[0].attachments[0].data, "Financial Report - Tip\n");
+    EXPECT_TRUE(QFile::exists(QDir(documents()).filePath(name))) << "nothing is deleted";
+}
+
+TEST_F(ReportDetailTest, MissingFileShowsAnEmptyPage)
+{
+    auto mail = std::make_shared<RecordingMailComposer>();
+    Services::setMailComposer(mail);
+    ReportDetailController detail;
+    detail.setReportFilePath(QDir(documents()).filePath("gone_report.txt"));
+    EXPECT_FALSE(detail.fileFound());
+    EXPECT_TRUE(detail.text().isEmpty());
+    detail.showEmail();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    EXPECT_TRUE(mail->messages[0].attachments.isEmpty());
+}
+
+} // namespace

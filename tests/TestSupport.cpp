@@ -32,7 +32,10 @@ void HomeTest::setNow(const QDateTime& value)
     Services::setClock([this] { return now; });
 }
 
-QString HomeTest::documents() const { return QVFileManager::documentsDirectory(); }
+QString HomeTest::documents() const
+{
+    return QVFileManager::documentsDirectory();
+}
 
 QString HomeTest::readDocument(const QString& name) const
 {

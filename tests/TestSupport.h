@@ -8,11 +8,9 @@
 
 #include <QDateTime>
 #include <QTemporaryDir>
-
 #include <deque>
-#include <memory>
-
 #include <gtest/gtest.h>
+#include <memory>
 
 // Every test gets its own TALLYVANE_HOME, fresh services and a clock that
 // reads 05-03-2024 14:07:30.250 local time.
@@ -56,8 +54,7 @@ protected:
     void configureNames() override;
 };
 
-template <typename Model>
-class TestFunctionController : public QVFunctionController {
+template <typename Model> class TestFunctionController : public QVFunctionController {
 public:
     using QVFunctionController::QVFunctionController;
 

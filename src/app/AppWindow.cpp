@@ -20,11 +20,9 @@ void quitAfterFirstFrame(QQuickWindow* window)
         Qt::SingleShotConnection);
 }
 
-ScreenshotDriver::ScreenshotDriver(QQuickWindow* window, const QString& directory,
-                                   QObject* parent)
+ScreenshotDriver::ScreenshotDriver(QQuickWindow* window, const QString& directory, QObject* parent)
     : QObject(parent), m_window(window), m_directory(directory)
-{
-}
+{}
 
 void ScreenshotDriver::start()
 {
@@ -83,9 +81,9 @@ void seedDemoReports()
         report.date = Services::now().addSecs(-60 * demo.minutesAgo);
         report.colorTag = QVReport::colorFromHexString(QString::fromLatin1(demo.color));
         const QString stamp = report.date.toString(QStringLiteral("dd-MM-yyyy HH:mm"));
-        report.contents = QStringLiteral("Financial Report - %1\nDate: %2\n\n-----------------------------\n\n%3")
-                              .arg(QString::fromUtf8(demo.function), stamp,
-                                   QString::fromUtf8(demo.body));
+        report.contents =
+            QStringLiteral("Financial Report - %1\nDate: %2\n\n-----------------------------\n\n%3")
+                .arg(QString::fromUtf8(demo.function), stamp, QString::fromUtf8(demo.body));
         report.fileName = QStringLiteral("%1_%2_%3_report.txt")
                               .arg(report.functionTitle.toLower(), report.title, stamp);
         QVFileManager::saveFileToDocumentsDirectoryWithContents(report.fileName, report.contents);

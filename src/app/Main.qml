@@ -11,6 +11,7 @@ ApplicationWindow {
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
+    readonly property alias presenterHost: presenterHost
 
     function showTab(index) {
         tabBar.currentIndex = index;

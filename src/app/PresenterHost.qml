@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -15,6 +17,10 @@ Item {
 
     property var openPopups: []
 
+    function forget(popup) {
+        openPopups = openPopups.filter(p => p !== popup);
+    }
+
     // Closes whatever is open, each answered as if cancelled.
     function dismissAll() {
         for (const popup of openPopups.slice())
@@ -29,7 +35,6 @@ Item {
                 "request": request
             });
             host.openPopups.push(popup);
-            popup.closed.connect(() => host.openPopups = host.openPopups.filter(p => p !== popup));
             popup.open();
         }
     }
@@ -80,6 +85,7 @@ Item {
 
             onClosed: {
                 const cancel = request.actions.find(a => a.cancel);
+                host.forget(sheet);
                 Presenter.answer(request.id, chosen.length > 0 ? chosen : (cancel ? cancel.title : ""), "");
                 destroy();
             }
@@ -144,11 +150,13 @@ Item {
             onClosed: {
                 const cancel = request.actions.find(a => a.cancel);
                 const fallback = cancel ? cancel.title : (request.actions.length === 1 ? request.actions[0].title : "");
+                host.forget(alert);
                 Presenter.answer(request.id, chosen.length > 0 ? chosen : fallback, field.text);
                 destroy();
             }
 
-            contentItem: ColumnLayout {
+            ColumnLayout {
+                anchors.fill: parent
                 spacing: 12
 
                 Label {

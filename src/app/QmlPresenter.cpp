@@ -1,7 +1,6 @@
 #include "QmlPresenter.h"
 
 #include <QJSEngine>
-
 #include <algorithm>
 
 QmlPresenter::QmlPresenter(QObject* parent) : QObject(parent) {}

@@ -79,10 +79,11 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
                 continue;
             }
             out << i << '\t'
-                << (report.date.isValid() ? report.date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
-                                          : QString())
-                << '\t' << report.functionTitle << '\t' << report.title << '\t'
-                << report.fileName << '\n';
+                << (report.date.isValid()
+                        ? report.date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
+                        : QString())
+                << '\t' << report.functionTitle << '\t' << report.title << '\t' << report.fileName
+                << '\n';
         }
         if (json)
             out << QJsonDocument(array).toJson(QJsonDocument::Indented);
@@ -125,9 +126,10 @@ int listCommand(bool json, QTextStream& out)
     QJsonArray array;
     for (const FunctionDescriptor& f : FunctionRegistry::functions()) {
         if (json)
-            array.append(QJsonObject{{QStringLiteral("name"), f.name},
-                                     {QStringLiteral("title"), f.title},
-                                     {QStringLiteral("fields"), QJsonArray::fromStringList(f.fields)}});
+            array.append(
+                QJsonObject{{QStringLiteral("name"), f.name},
+                            {QStringLiteral("title"), f.title},
+                            {QStringLiteral("fields"), QJsonArray::fromStringList(f.fields)}});
         else
             out << f.name << '\t' << f.title << '\t' << f.fields.join(QLatin1Char(' ')) << '\n';
     }
@@ -155,7 +157,8 @@ int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
         return reportsCommand(args, json, out, err);
     if (command == QLatin1String("list")) {
         if (args.contains(QStringLiteral("--help"))) {
-            out << "Usage: tallyvane-cli list [--json]\n\nThe calculators and their input fields.\n";
+            out << "Usage: tallyvane-cli list [--json]\n\nThe calculators and their input "
+                   "fields.\n";
             return 0;
         }
         return listCommand(json, out);

@@ -4,7 +4,7 @@ import QtQuick.Layouts
 
 // The title bar of every screen: an optional back button, the title, and
 // whatever the screen puts on the right (its `actions`).
-ToolBar {
+Rectangle {
     id: bar
 
     property string title
@@ -14,37 +14,37 @@ ToolBar {
     signal backClicked
 
     implicitHeight: 56
-    background: Rectangle {
-        color: AppTheme.accent
-    }
+    color: AppTheme.accent
+    Accessible.role: Accessible.ToolBar
+    Accessible.name: title
 
-    leftPadding: bar.backText.length > 0 ? 0 : AppTheme.margin
-    rightPadding: 4
-    topPadding: 0
-    bottomPadding: 0
-
-    contentItem: RowLayout {
-        spacing: 0
-
-        TitleBarButton {
-            objectName: "backButton"
-            visible: bar.backText.length > 0
-            text: "\u2039 " + bar.backText
-            Accessible.name: qsTr("Back to %1").arg(bar.backText)
-            onClicked: bar.backClicked()
-        }
-        Label {
-            Layout.fillWidth: true
-            text: bar.title
-            color: "white"
-            font.bold: true
-            font.pixelSize: 18
-            elide: Text.ElideRight
-            horizontalAlignment: bar.backText.length > 0 ? Text.AlignHCenter : Text.AlignLeft
-        }
+    data: [
         RowLayout {
-            id: trailing
+            anchors.fill: parent
+            anchors.leftMargin: bar.backText.length > 0 ? 0 : AppTheme.margin
+            anchors.rightMargin: 4
             spacing: 0
+
+            TitleBarButton {
+                objectName: "backButton"
+                visible: bar.backText.length > 0
+                text: "\u2039 " + bar.backText
+                Accessible.name: qsTr("Back to %1").arg(bar.backText)
+                onClicked: bar.backClicked()
+            }
+            Label {
+                Layout.fillWidth: true
+                text: bar.title
+                color: "white"
+                font.bold: true
+                font.pixelSize: 18
+                elide: Text.ElideRight
+                horizontalAlignment: bar.backText.length > 0 ? Text.AlignHCenter : Text.AlignLeft
+            }
+            RowLayout {
+                id: trailing
+                spacing: 0
+            }
         }
-    }
+    ]
 }

@@ -7,9 +7,9 @@
 // The form calculators the command line knows, by their command names.
 // Each calculator adds its entry when it lands.
 struct FunctionDescriptor {
-    QString name;        // command name, "roi"
-    QString title;       // catalogue title
-    QStringList fields;  // input properties, in screen order
+    QString name;       // command name, "roi"
+    QString title;      // catalogue title
+    QStringList fields; // input properties, in screen order
 };
 
 namespace FunctionRegistry {

@@ -35,7 +35,10 @@ void QVFunctionController::setModel(std::unique_ptr<QVFunctionModel> model)
     m_model = std::move(model);
 }
 
-void QVFunctionController::setView(QVFunctionView* view) { m_view = view; }
+void QVFunctionController::setView(QVFunctionView* view)
+{
+    m_view = view;
+}
 
 void QVFunctionController::viewDidLoad()
 {
@@ -44,7 +47,10 @@ void QVFunctionController::viewDidLoad()
     loadDescription();
 }
 
-void QVFunctionController::configureNavigationBar() { m_view->setTitle(m_model->navigationTitle()); }
+void QVFunctionController::configureNavigationBar()
+{
+    m_view->setTitle(m_model->navigationTitle());
+}
 
 void QVFunctionController::configureObservers()
 {
@@ -87,9 +93,8 @@ void QVFunctionController::exportClicked()
     sheet.kind = AlertRequest::Kind::ActionSheet;
     sheet.title = QStringLiteral("Export");
     sheet.message = QStringLiteral("Your data report will be written to a txt file.");
-    sheet.actions = {{QStringLiteral("Cancel"), true},
-                     {QStringLiteral("Send Email")},
-                     {QStringLiteral("Save")}};
+    sheet.actions = {
+        {QStringLiteral("Cancel"), true}, {QStringLiteral("Send Email")}, {QStringLiteral("Save")}};
     sheet.anchor = QStringLiteral("export");
     QPointer<QVFunctionController> self(this);
     m_presenter->present(sheet, [self](const QString& action, const QString&) {
@@ -166,7 +171,8 @@ void QVFunctionController::showEmail()
         QBuffer buffer(&jpeg);
         buffer.open(QIODevice::WriteOnly);
         report.reportImage.save(&buffer, "JPEG", 100);
-        message.attachments.append({jpeg, QStringLiteral("image/jpeg"), QStringLiteral("graph.png")});
+        message.attachments.append(
+            {jpeg, QStringLiteral("image/jpeg"), QStringLiteral("graph.png")});
     }
     QPointer<QVFunctionController> self(this);
     Services::mailComposer().compose(message, [self](MailResult) {

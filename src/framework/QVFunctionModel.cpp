@@ -30,8 +30,9 @@ void QVFunctionModel::configureNames()
 {
     setNames({QStringLiteral("QVFunctionReportCreatedNotification"),
               QStringLiteral("QVFunctionReportRequestedNotification"),
-              QStringLiteral("Quorvex - Financial Report"), QStringLiteral("QV Function Calculator"),
-              QStringLiteral("qvfunction"), QStringLiteral("qvfunction"), QString()});
+              QStringLiteral("Quorvex - Financial Report"),
+              QStringLiteral("QV Function Calculator"), QStringLiteral("qvfunction"),
+              QStringLiteral("qvfunction"), QString()});
 }
 
 void QVFunctionModel::configureObservers()
@@ -64,7 +65,10 @@ void QVFunctionModel::saveReportFile()
     QVFileManager::saveFileToDocumentsDirectoryWithContents(m_report.fileName, m_report.contents);
 }
 
-void QVFunctionModel::saveReport() { QVReport::saveReport(m_report); }
+void QVFunctionModel::saveReport()
+{
+    QVReport::saveReport(m_report);
+}
 
 void QVFunctionModel::removeReportFile()
 {

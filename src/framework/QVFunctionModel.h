@@ -5,7 +5,6 @@
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
-
 #include <memory>
 
 // Base of every calculator model: the names under which its reports are
@@ -22,8 +21,7 @@ class QVFunctionModel : public QObject {
 public:
     explicit QVFunctionModel(QObject* parent = nullptr);
 
-    template <typename T, typename... Args>
-    static std::unique_ptr<T> create(Args&&... args)
+    template <typename T, typename... Args> static std::unique_ptr<T> create(Args&&... args)
     {
         auto model = std::make_unique<T>(std::forward<Args>(args)...);
         model->initialize();

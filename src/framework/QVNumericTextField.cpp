@@ -23,4 +23,7 @@ QString QVNumericTextField::changedSign(const QString& text)
     return QLatin1Char('-') + text;
 }
 
-void QVNumericTextField::signClicked() { setText(changedSign(m_text)); }
+void QVNumericTextField::signClicked()
+{
+    setText(changedSign(m_text));
+}

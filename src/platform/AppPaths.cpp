@@ -12,9 +12,15 @@ QString appHome()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-QString documentsDirectory() { return appHome() + QStringLiteral("/Documents"); }
+QString documentsDirectory()
+{
+    return appHome() + QStringLiteral("/Documents");
+}
 
-QString outboxDirectory() { return appHome() + QStringLiteral("/Outbox"); }
+QString outboxDirectory()
+{
+    return appHome() + QStringLiteral("/Outbox");
+}
 
 QString settingsFile()
 {

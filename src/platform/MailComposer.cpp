@@ -103,7 +103,8 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
     MailResult result = MailResult::Failed;
     QDir outbox(AppPaths::outboxDirectory());
     if (outbox.mkpath(QStringLiteral("."))) {
-        const QString stem = QStringLiteral("draft-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+        const QString stem =
+            QStringLiteral("draft-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
         QString path = outbox.filePath(stem + QStringLiteral(".eml"));
         for (int n = 2; QFile::exists(path) && n < 1000; ++n)
             path = outbox.filePath(stem + QStringLiteral("-%1.eml").arg(n));

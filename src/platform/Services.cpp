@@ -61,7 +61,10 @@ QDateTime Services::now()
     return clock ? clock() : QDateTime::currentDateTime();
 }
 
-void Services::setSettings(std::shared_ptr<SettingsStore> store) { registry().settings = std::move(store); }
+void Services::setSettings(std::shared_ptr<SettingsStore> store)
+{
+    registry().settings = std::move(store);
+}
 
 void Services::setMailComposer(std::shared_ptr<MailComposer> composer)
 {
@@ -73,9 +76,15 @@ void Services::setReviewPrompt(std::shared_ptr<ReviewPrompt> prompt)
     registry().review = std::move(prompt);
 }
 
-void Services::setUrlOpener(std::shared_ptr<UrlOpener> opener) { registry().opener = std::move(opener); }
+void Services::setUrlOpener(std::shared_ptr<UrlOpener> opener)
+{
+    registry().opener = std::move(opener);
+}
 
-void Services::setClock(Clock clock) { registry().clock = std::move(clock); }
+void Services::setClock(Clock clock)
+{
+    registry().clock = std::move(clock);
+}
 
 void Services::reset()
 {

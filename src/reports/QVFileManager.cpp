@@ -9,7 +9,10 @@
 
 Q_DECLARE_LOGGING_CATEGORY(lcReports)
 
-QString QVFileManager::documentsDirectory() { return AppPaths::documentsDirectory(); }
+QString QVFileManager::documentsDirectory()
+{
+    return AppPaths::documentsDirectory();
+}
 
 bool QVFileManager::isPlainFileName(const QString& name)
 {
@@ -72,7 +75,8 @@ void QVFileManager::clearDocumentsDirectory()
 bool QVFileManager::removeFileAtPath(const QString& path)
 {
     const QFileInfo info(path);
-    if (QDir::cleanPath(info.absolutePath()) != QDir::cleanPath(QDir(documentsDirectory()).absolutePath()) ||
+    if (QDir::cleanPath(info.absolutePath()) !=
+            QDir::cleanPath(QDir(documentsDirectory()).absolutePath()) ||
         !isPlainFileName(info.fileName()) || info.isDir())
         return false;
     return QFile::remove(path);

@@ -6,7 +6,6 @@
 #include <QImage>
 #include <QString>
 #include <QVariantList>
-
 #include <optional>
 
 // One saved calculation: the record kept in the "reports" list plus the

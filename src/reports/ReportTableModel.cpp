@@ -54,7 +54,8 @@ QVariant ReportTableModel::data(const QModelIndex& index, int role) const
     case FunctionTitleRole:
         return report.functionTitle;
     case ColorTagRole:
-        return report.colorTag.isValid() ? QVariant(report.colorTag) : QVariant(QColor(Qt::transparent));
+        return report.colorTag.isValid() ? QVariant(report.colorTag)
+                                         : QVariant(QColor(Qt::transparent));
     case FileNameRole:
         return report.fileName;
     case FilePathRole:

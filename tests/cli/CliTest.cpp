@@ -1,6 +1,6 @@
-#include "TestSupport.h"
-
 #include "cli/Cli.h"
+
+#include "TestSupport.h"
 #include "platform/NotificationCenter.h"
 #include "reports/ReportTableModel.h"
 
@@ -51,7 +51,8 @@ TEST_F(CliTest, ListsSavedReportsNewestFirstAsTextAndJson)
     const QJsonArray array = QJsonDocument::fromJson(stdoutText.toUtf8()).array();
     ASSERT_EQ(array.size(), 2);
     const QJsonObject first = array[0].toObject();
-    EXPECT_EQ(first.keys(), QStringList({"colorTag", "date", "fileName", "functionTitle", "title"}));
+    EXPECT_EQ(first.keys(),
+              QStringList({"colorTag", "date", "fileName", "functionTitle", "title"}));
     EXPECT_EQ(first["title"].toString(), "Plan B");
     EXPECT_EQ(first["functionTitle"].toString(), "Roi");
     EXPECT_EQ(first["colorTag"].toString(), "#1FDA9A");
@@ -64,7 +65,8 @@ TEST_F(CliTest, ShowsTheTextAndDeletesLikeTheListScreen)
 {
     save({"Plan A", "Plan B"});
     ASSERT_EQ(run({"reports", "show", "1"}), 0);
-    EXPECT_TRUE(stdoutText.startsWith("Financial Report - Return on Investment\nDate: 05-03-2024 14:07\n"));
+    EXPECT_TRUE(
+        stdoutText.startsWith("Financial Report - Return on Investment\nDate: 05-03-2024 14:07\n"));
 
     ASSERT_EQ(run({"reports", "delete", "0"}), 0);
     ASSERT_EQ(run({"reports", "list", "--json"}), 0);

@@ -1,5 +1,4 @@
 #include "TestSupport.h"
-
 #include "framework/QVNumericTextField.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
@@ -130,7 +129,8 @@ TEST_F(FunctionControllerTest, EmailAttachesTheReportAndRemovesItsFileAfterwards
     ASSERT_EQ(message.attachments.size(), 1);
     EXPECT_EQ(message.attachments[0].fileName, "roi__05-03-2024 14:07_report.txt");
     EXPECT_EQ(message.attachments[0].mimeType, "text/plain");
-    EXPECT_EQ(QString::fromLatin1(message.attachments[0].data), controller.model()->report().contents);
+    EXPECT_EQ(QString::fromLatin1(message.attachments[0].data),
+              controller.model()->report().contents);
     EXPECT_EQ(mail->filesWhileComposing, QStringList({"roi__05-03-2024 14:07_report.txt"}));
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
     EXPECT_TRUE(storedTitles().isEmpty()) << "e-mail alone archives nothing";

@@ -1,5 +1,4 @@
 #include "TestSupport.h"
-
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
@@ -36,8 +35,8 @@ TEST_F(FunctionModelTest, BaseNamesAndAReportThatIgnoresRequests)
 
     int created = 0;
     QObject listener;
-    NotificationCenter::defaultCenter().addObserver(&listener, model->reportCreatedNotificationName(),
-                                                    [&](const Notification&) { ++created; });
+    NotificationCenter::defaultCenter().addObserver(
+        &listener, model->reportCreatedNotificationName(), [&](const Notification&) { ++created; });
     request("QVFunctionReportRequestedNotification", {{"title", "x"}});
     EXPECT_EQ(created, 0);
     EXPECT_EQ(model->report().fileName, "qvfunction");
@@ -64,7 +63,8 @@ TEST_F(FunctionModelTest, ReportFollowsTheRecipeExactly)
                              "Date: 05-03-2024 14:07\n"
                              "\n-----------------------------\n\n"
                              "Investment: 1000\n"
-                             "Roi: 12" + dec + "5%\n";
+                             "Roi: 12" +
+                             dec + "5%\n";
     EXPECT_EQ(model->report().fileName, name);
     EXPECT_EQ(model->report().title, "Plan A");
     EXPECT_EQ(model->report().date, now);

@@ -1,7 +1,7 @@
-#include "TestSupport.h"
-
-#include "platform/AppPaths.h"
 #include "platform/MailComposer.h"
+
+#include "TestSupport.h"
+#include "platform/AppPaths.h"
 #include "platform/UrlOpener.h"
 
 #include <QDir>

@@ -1,9 +1,7 @@
 #include "platform/NotificationCenter.h"
 
 #include <QObject>
-
 #include <gtest/gtest.h>
-
 #include <memory>
 
 namespace {

@@ -1,16 +1,114 @@
+#include "framework/QVFunctionModel.h"
+#include "platform/AppPaths.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
+#include "reports/QVFileManager.h"
+#include "reports/QVReport.h"
+
+#include <QDir>
+#include <QFile>
 #include <QQmlEngine>
 #include <QQuickStyle>
+#include <QTemporaryDir>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest/quicktest.h>
 
 Q_IMPORT_QML_PLUGIN(TallyvanePlugin)
 
+namespace {
+
+// A calculator model that reports two lines, like the real ones.
+class SampleModel : public QVFunctionModel {
+public:
+    using QVFunctionModel::QVFunctionModel;
+    void createReport(const QVariantMap& userInfo) override
+    {
+        writeReport(userInfo, QStringLiteral("Return on Investment"), QStringLiteral("#1FDA9A"),
+                    QStringLiteral("Investment: 1000\nRoi: 12%\n"));
+    }
+
+protected:
+    void configureNames() override
+    {
+        setNames({QStringLiteral("SampleReportCreatedNotification"),
+                  QStringLiteral("SampleReportRequestedNotification"),
+                  QStringLiteral("Quorvex - Financial Report"), QStringLiteral("Sample"),
+                  QStringLiteral("sample_description"), QStringLiteral("roi"),
+                  QStringLiteral("Roi")});
+    }
+};
+
+} // namespace
+
+// What the QML tests need to set up and inspect the app's files.
+class TestFiles : public QObject {
+    Q_OBJECT
+
+public:
+    // Empties the stored list and the documents and outbox folders.
+    Q_INVOKABLE void reset()
+    {
+        auto& settings = Services::settings();
+        settings.setValue(QVReport::reportsKey, QVariantList());
+        settings.sync();
+        QDir(AppPaths::documentsDirectory()).removeRecursively();
+        QDir(AppPaths::outboxDirectory()).removeRecursively();
+    }
+    // Builds and saves a report as a calculator's "Save" does; returns the
+    // path of its text file.
+    Q_INVOKABLE QString saveReport(const QString& title)
+    {
+        static int minute = 0;
+        const QDateTime when = QDateTime(QDate(2024, 3, 5), QTime(9, 0)).addSecs(60 * ++minute);
+        Services::setClock([when] { return when; });
+        auto model = QVFunctionModel::create<SampleModel>();
+        NotificationCenter::defaultCenter().post(model->reportRequestedNotificationName(), nullptr,
+                                                 {{QStringLiteral("title"), title}});
+        model->saveReport();
+        Services::setClock(nullptr);
+        return model->report().filePathInDocumentsDirectory();
+    }
+    Q_INVOKABLE int storedCount() const
+    {
+        return int(QVReport::storedReportList().value_or(QVariantList()).size());
+    }
+    Q_INVOKABLE bool exists(const QString& path) const { return QFile::exists(path); }
+    Q_INVOKABLE int draftCount() const
+    {
+        return int(QDir(AppPaths::outboxDirectory()).entryList({QStringLiteral("*.eml")}).size());
+    }
+    Q_INVOKABLE QString lastDraft() const
+    {
+        QDir outbox(AppPaths::outboxDirectory());
+        const QStringList drafts =
+            outbox.entryList({QStringLiteral("*.eml")}, QDir::Files, QDir::Time);
+        if (drafts.isEmpty())
+            return {};
+        QFile file(outbox.filePath(drafts.first()));
+        return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
+    }
+};
+
 class Setup : public QObject {
     Q_OBJECT
 
 public slots:
-    void applicationAvailable() { QQuickStyle::setStyle(QStringLiteral("Basic")); }
-    void qmlEngineAvailable(QQmlEngine* engine) { engine->addImportPath(QStringLiteral("qrc:/")); }
+    void applicationAvailable()
+    {
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
+        qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
+        Services::reset();
+    }
+    void qmlEngineAvailable(QQmlEngine* engine)
+    {
+        engine->addImportPath(QStringLiteral("qrc:/"));
+        qmlRegisterSingletonInstance("TallyvaneTest", 1, 0, "TestFiles", &m_files);
+    }
+
+private:
+    QTemporaryDir m_home;
+    TestFiles m_files;
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(tallyvane_qml, Setup)

@@ -1,6 +1,6 @@
-#include "TestSupport.h"
-
 #include "reports/QVFileManager.h"
+
+#include "TestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,7 +14,8 @@ protected:
     {
         QStringList files;
         QDir root(home.path());
-        const auto infos = root.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+        const auto infos =
+            root.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
         for (const QFileInfo& info : infos) {
             if (info.isDir())
                 for (const QString& f : QDir(info.filePath()).entryList(QDir::Files))

@@ -1,12 +1,13 @@
-#include "TestSupport.h"
+#include "reports/QVReport.h"
 
+#include "TestSupport.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
-#include "reports/QVReport.h"
 #include "reports/ReportTableModel.h"
 
 #include <QCborMap>
 #include <QCborValue>
+#include <QProcess>
 #include <QRandomGenerator>
 
 namespace {
@@ -75,8 +76,8 @@ TEST_F(ReportStoreTest, ArchiveKeepsSixKeysInOrderAndRoundTrips)
     QStringList keys;
     for (auto it = map.begin(); it != map.end(); ++it)
         keys << it.key().toString();
-    EXPECT_EQ(keys, QStringList({"title", "functionTitle", "date", "contents", "fileName",
-                                 "colorTag"}));
+    EXPECT_EQ(keys,
+              QStringList({"title", "functionTitle", "date", "contents", "fileName", "colorTag"}));
     EXPECT_EQ(map.value("colorTag").toString(), "#1FDA9AFF");
     // 2024-03-05 14:07:30.250 in Berlin is 13:07:30.250 UTC.
     const double expectedSeconds =
@@ -170,15 +171,11 @@ TEST_F(ReportStoreTest, ASaveByAnotherInstanceBetweenTwoSavesIsKept)
     ReportTableModel list;
     QVReport::saveReport(sample("mine-1", now));
 
-    // Another process with its own settings object on the same file.
-    {
-        QSettingsStore other;
-        other.sync();
-        QVariantList reports = other.value(QVReport::reportsKey).toList();
-        reports.insert(0, sample("theirs", now.addSecs(5)).archive());
-        other.setValue(QVReport::reportsKey, reports);
-        other.sync();
-    }
+    // A second copy of the app, in its own process, saves in between.
+    QProcess other;
+    other.start(QStringLiteral(OTHER_INSTANCE_PATH), {QStringLiteral("theirs")});
+    ASSERT_TRUE(other.waitForFinished(30000));
+    ASSERT_EQ(other.exitCode(), 0);
 
     QVReport::saveReport(sample("mine-2", now.addSecs(10)));
     EXPECT_EQ(storedTitles(), QStringList({"mine-2", "theirs", "mine-1"}));

@@ -1,5 +1,4 @@
 #include "TestSupport.h"
-
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
@@ -34,7 +33,6 @@ protected:
     }
 };
 
-
 TEST_F(ReportListTest, FirstLoadOfAnEmptyStoreCreatesTheList)
 {
     ReportTableModel list;
@@ -54,9 +52,10 @@ TEST_F(ReportListTest, RowsShowRecordsNewestFirst)
     EXPECT_EQ(list.data(top, ReportTableModel::ColorTagRole).value<QColor>().rgb(),
               QColor(0x1F, 0xDA, 0x9A).rgb());
     EXPECT_EQ(list.data(top, ReportTableModel::FilePathRole).toString(),
-              QDir(documents()).filePath("roi_one_05-03-2024 14:07_report.txt"
-                                         "_two_05-03-2024 14:08_report.txt"
-                                         "_three_05-03-2024 14:09_report.txt"));
+              QDir(documents())
+                  .filePath("roi_one_05-03-2024 14:07_report.txt"
+                            "_two_05-03-2024 14:08_report.txt"
+                            "_three_05-03-2024 14:09_report.txt"));
     EXPECT_FALSE(list.data(top, ReportTableModel::DateStringRole).toString().isEmpty());
 }
 

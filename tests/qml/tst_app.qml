@@ -1,0 +1,71 @@
+import QtQuick
+import QtQuick.Controls
+import QtTest
+import Tallyvane
+import TallyvaneTest
+
+// The whole window: tabs, the reports stack and the presenter host.
+TestCase {
+    id: test
+
+    name: "AppWindow"
+    when: windowShown
+
+    property var window
+
+    function init() {
+        TestFiles.reset();
+        const component = Qt.createComponent("qrc:/Tallyvane/app/Main.qml");
+        verify(component.status === Component.Ready, component.errorString());
+        window = component.createObject(null);
+        verify(window);
+        tryCompare(window, "visible", true);
+    }
+
+    function cleanup() {
+        window.destroy();
+        wait(0);
+    }
+
+    function findByName(item, name) {
+        return findChild(item.contentItem, name) || findChild(item.footer, name);
+    }
+
+    function test_reportsTabReloadsAndPushedScreensHideTheTabBar() {
+        const tabBar = window.footer;
+        verify(tabBar.visible);
+        TestFiles.saveReport("Saved elsewhere");
+        mouseClick(findChild(tabBar, "reportsTab"));
+        compare(window.reports.count, 1, "reloaded when the tab is shown");
+
+        const stack = findChild(window.contentItem, "reportsStack");
+        const list = findChild(stack.currentItem, "reportList");
+        mouseClick(list.itemAtIndex(0));
+        tryCompare(stack, "depth", 2);
+        tryCompare(stack, "busy", false);
+        verify(!tabBar.visible);
+        compare(findChild(stack.currentItem, "reportText").text.length > 0, true);
+
+        mouseClick(findChild(stack.currentItem, "backButton"));
+        tryCompare(stack, "depth", 1);
+        verify(tabBar.visible);
+    }
+
+    function test_exportSheetIsShownAndCancelled() {
+        TestFiles.saveReport("Sheet");
+        window.showTab(2);
+        window.reports.loadReportArray();
+        window.openReport(window.reports.filePathAt(0));
+        const stack = findChild(window.contentItem, "reportsStack");
+        tryCompare(stack, "busy", false);
+        mouseClick(findChild(stack.currentItem, "exportButton"));
+        compare(Presenter.pendingCount, 1);
+        compare(window.presenterHost.openPopups.length, 1);
+        const sheet = window.presenterHost.openPopups[0];
+        compare(sheet.objectName, "actionSheet");
+        tryCompare(sheet, "opened", true);
+        keyClick(Qt.Key_Escape);
+        tryCompare(Presenter, "pendingCount", 0);
+        compare(TestFiles.draftCount(), 0);
+    }
+}

@@ -106,10 +106,12 @@ TEST(NumberFormatLocale, ProcessLocaleDecidesTheSeparator)
     EXPECT_EQ(text, QStringLiteral("0") + QLocale().decimalPoint() + QStringLiteral("5"));
     // ctest runs this binary once under a German locale: make sure that run
     // really formats with a comma.
-    if (qEnvironmentVariable("LC_ALL").startsWith(QLatin1String("de_DE")))
+    const QString locale = qEnvironmentVariable("LC_ALL");
+    if (locale.startsWith(QLatin1String("de_DE"))) {
         EXPECT_EQ(text, "0,5");
-    else if (qEnvironmentVariable("LC_ALL") == QLatin1String("C"))
+    } else if (locale == QLatin1String("C")) {
         EXPECT_EQ(text, "0.5");
+    }
 }
 
 } // namespace

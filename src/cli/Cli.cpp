@@ -1,6 +1,8 @@
 #include "Cli.h"
 
+#include "expression/EPExpression.h"
 #include "framework/FunctionRegistry.h"
+#include "framework/NumberFormat.h"
 #include "reports/QVReport.h"
 #include "reports/ReportTableModel.h"
 
@@ -14,6 +16,7 @@ namespace {
 const char* const usage = R"(Usage: tallyvane-cli COMMAND [ARGS] [--json]
 
 Commands:
+  eval EXPR                  evaluate a keypad expression (17 significant digits)
   list                       the calculators and their input fields
   reports list               the saved reports, newest first (index 0)
   reports show N             the text of saved report N
@@ -121,6 +124,34 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
     return 1;
 }
 
+const char* const evalUsage = R"(Usage: tallyvane-cli eval EXPR
+
+Evaluates EXPR as the keypad does: + - * / ^, parentheses, implied
+multiplication (2(3), (2)pi), pi, and sin cos tan atan log ln sqrt (radians).
+Prints the value with 17 significant digits; NaN, Infinity and -Infinity for
+impossible maths. An invalid expression prints "invalid expression" on stderr
+and exits with 1. Quote EXPR in the shell: tallyvane-cli eval '2^-(1+1)'.
+)";
+
+int evalCommand(const QStringList& args, QTextStream& out, QTextStream& err)
+{
+    if (args.isEmpty()) {
+        err << evalUsage;
+        return 1;
+    }
+    if (args == QStringList{QStringLiteral("--help")}) {
+        out << evalUsage;
+        return 0;
+    }
+    const std::optional<double> value = numberByParsingExpression(args.join(QLatin1Char(' ')));
+    if (!value) {
+        err << "invalid expression\n";
+        return 1;
+    }
+    out << NumberFormat::preciseString(*value) << '\n';
+    return 0;
+}
+
 int listCommand(bool json, QTextStream& out)
 {
     QJsonArray array;
@@ -153,6 +184,8 @@ int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
         out << usage;
         return 0;
     }
+    if (command == QLatin1String("eval"))
+        return evalCommand(args, out, err);
     if (command == QLatin1String("reports"))
         return reportsCommand(args, json, out, err);
     if (command == QLatin1String("list")) {

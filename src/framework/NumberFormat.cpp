@@ -106,6 +106,13 @@ QString format(double value, int maxFractionDigits, Rounding rounding, const QLo
     return out;
 }
 
+QString preciseString(double value)
+{
+    if (!std::isfinite(value))
+        return format(value, 0, Rounding::HalfEven, QLocale::c());
+    return QString::number(value, 'g', 17);
+}
+
 QString stringFromDouble(double value, const QLocale& locale)
 {
     return format(value, 3, Rounding::HalfEven, locale);

@@ -24,4 +24,8 @@ QString stringFromDouble(double value, const QLocale& locale = QLocale());
 // The keypad display: at most 4 fraction digits, away from zero.
 QString displayString(double value, const QLocale& locale = QLocale());
 
+// Machine-readable text: 17 significant digits, "." as separator, and the
+// same spellings for NaN and the infinities.
+QString preciseString(double value);
+
 } // namespace NumberFormat

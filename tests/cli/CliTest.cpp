@@ -93,6 +93,27 @@ TEST_F(CliTest, BadArgumentsFailWithAMessageOnStderr)
     EXPECT_TRUE(QJsonDocument::fromJson(stdoutText.toUtf8()).isArray());
 }
 
+TEST_F(CliTest, EvalPrintsSeventeenSignificantDigitsOrFails)
+{
+    ASSERT_EQ(run({"eval", "1+2*3"}), 0);
+    EXPECT_EQ(stdoutText, "7\n");
+    ASSERT_EQ(run({"eval", "0.1+0.2"}), 0);
+    EXPECT_EQ(stdoutText, "0.30000000000000004\n");
+    ASSERT_EQ(run({"eval", "-2^2"}), 0) << "a leading minus is an expression, not an option";
+    EXPECT_EQ(stdoutText, "-4\n");
+    ASSERT_EQ(run({"eval", "2", "*", "pi"}), 0);
+    EXPECT_EQ(stdoutText, "6.2831853071795862\n");
+    ASSERT_EQ(run({"eval", "1/0"}), 0);
+    EXPECT_EQ(stdoutText, "Infinity\n");
+    ASSERT_EQ(run({"eval", "sqrt(-1)"}), 0);
+    EXPECT_EQ(stdoutText, "NaN\n");
+
+    EXPECT_EQ(run({"eval", "2*+3"}), 1);
+    EXPECT_EQ(stderrText, "invalid expression\n");
+    EXPECT_TRUE(stdoutText.isEmpty());
+    EXPECT_EQ(run({"eval"}), 1);
+}
+
 TEST_F(CliTest, ShowOfAReportWhoseFileIsMissingFails)
 {
     save({"A/B"});

@@ -1,0 +1,125 @@
+#include "EPTokenString.h"
+
+#include <QVarLengthArray>
+
+#include <stdexcept>
+
+namespace {
+
+bool isDelimiter(char16_t c)
+{
+    switch (c) {
+    case u'(':
+    case u')':
+    case u'*':
+    case u'+':
+    case u'-':
+    case u'/':
+    case u'^':
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The C locale's space class up to 127, the Unicode space property above.
+bool isWhiteSpace(QChar c)
+{
+    const char16_t u = c.unicode();
+    if (u <= 127)
+        return u == u' ' || (u >= u'\t' && u <= u'\r');
+    return c.isSpace();
+}
+
+template <typename Token>
+std::optional<EPAnyToken> accept(QStringView text)
+{
+    Token token;
+    if (token.initWithString(text))
+        return EPAnyToken(std::move(token));
+    return std::nullopt;
+}
+
+} // namespace
+
+EPTokenString::EPTokenString(std::pmr::memory_resource* memory) : m_tokenArray(memory) {}
+
+std::optional<EPAnyToken>
+EPTokenString::tokenFromString(QStringView text, const EPTokenStringVariableSource& variables,
+                               const EPTokenStringFunctionSource& functions)
+{
+    if (auto t = accept<EPParenthesesToken>(text))
+        return t;
+    if (auto t = accept<EPAddSubOperator>(text))
+        return t;
+    if (auto t = accept<EPMulDivOperator>(text))
+        return t;
+    if (auto t = accept<EPPowerOperator>(text))
+        return t;
+    if (auto t = accept<EPNumericalToken>(text))
+        return t;
+    if (variables.variableExists(text)) {
+        EPVariableToken variable;
+        variable.initWithString(text);
+        variable.setDoubleValue(variables.variableValue(text));
+        return EPAnyToken(std::move(variable));
+    }
+    if (functions.functionExists(text))
+        return functions.functionTokenForName(text);
+    return std::nullopt;
+}
+
+bool EPTokenString::initWithExpression(QStringView expression,
+                                       const EPTokenStringVariableSource& variables,
+                                       const EPTokenStringFunctionSource& functions)
+{
+    m_tokenArray.clear();
+    // Words and delimiters alternate, so this many tokens is the most there
+    // can be.
+    size_t delimiters = 0;
+    for (const QChar c : expression)
+        delimiters += isDelimiter(c.unicode()) ? 1 : 0;
+    m_tokenArray.reserve(2 * delimiters + 1);
+
+    QVarLengthArray<QChar, 64> word;
+    const auto flushWord = [&]() {
+        if (word.isEmpty())
+            return true;
+        std::optional<EPAnyToken> token =
+            tokenFromString(QStringView(word.constData(), word.size()), variables, functions);
+        word.clear();
+        if (!token)
+            return false;
+        m_tokenArray.push_back(std::move(*token));
+        return true;
+    };
+
+    for (const QChar c : expression) {
+        if (isDelimiter(c.unicode())) {
+            if (!flushWord())
+                return false;
+            std::optional<EPAnyToken> token =
+                tokenFromString(QStringView(&c, 1), variables, functions);
+            if (!token)
+                return false;
+            m_tokenArray.push_back(std::move(*token));
+        } else if (!isWhiteSpace(c)) {
+            word.append(c);
+        }
+    }
+    return flushWord();
+}
+
+void EPTokenString::initWithTokens(std::span<const EPAnyToken> tokens)
+{
+    m_tokenArray.assign(tokens.begin(), tokens.end());
+}
+
+EPTokenString EPTokenString::substringWithRange(size_t location, size_t length) const
+{
+    if (location > m_tokenArray.size() || length > m_tokenArray.size() - location)
+        throw std::out_of_range("Invalid bounds specified for substringWithRange:");
+    EPTokenString sub(m_tokenArray.get_allocator().resource());
+    sub.initWithTokens(std::span(m_tokenArray).subspan(location, length));
+    return sub;
+}

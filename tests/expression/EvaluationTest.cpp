@@ -1,0 +1,219 @@
+#include "ExpressionTestSupport.h"
+
+#include <limits>
+#include <numbers>
+
+namespace {
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Precedence, PowersThenProductsThenSumsAllLeftAssociative)
+{
+    CHECK_EVAL("1+2*3", 7);
+    CHECK_EVAL("(1+2)*3", 9);
+    CHECK_EVAL("2^3^2", 64);
+    CHECK_EVAL("2*3^2", 18);
+    CHECK_EVAL("8/4/2", 1);
+    CHECK_EVAL("10-4-3", 3);
+    CHECK_EVAL("1+2*3^2-8/4", 17);
+    CHECK_EVAL("0.1+0.2", 0.1 + 0.2);
+}
+
+TEST(ImpliedMultiplication, JoinsOperandsSideBySide)
+{
+    CHECK_EVAL("2(3)", 6);
+    CHECK_EVAL("(1)(2)", 2);
+    CHECK_EVAL("(2)pi", 2 * std::numbers::pi);
+    CHECK_EVAL("(2)sin(0)", 0);
+    CHECK_EVAL("(3)sqrt(4)", 6);
+    // Digits and letters in one run make one word, which is no token.
+    CHECK_INVALID("2sin(0)");
+    CHECK_EVAL("3(1+1)(2)", 12);
+    CHECK_EVAL("pi(2)", 2 * std::numbers::pi);
+    CHECK_EVAL("2(3)^2", 18) << "the power binds to its group first";
+}
+
+TEST(Negation, LeadingAndAfterOperators)
+{
+    CHECK_EVAL("-2^2", -4);
+    CHECK_EVAL("2^-2", 0.25);
+    CHECK_EVAL("2*-3", -6);
+    CHECK_EVAL("2--3", 5);
+    CHECK_EVAL("-(2+3)", -5);
+    CHECK_EVAL("2^-(1+1)", 0.25);
+    CHECK_EVAL("--2", 2);
+    CHECK_EVAL("-pi", -std::numbers::pi);
+    CHECK_EVAL("2^-pi", std::pow(2, -std::numbers::pi));
+    CHECK_EVAL("2+-3", -1);
+    CHECK_EVAL("(-2)^2", 4);
+    CHECK_EVAL("(2)-3", -1) << "after a group the minus subtracts";
+    // After "^" only the first minus negates the operand; the next one is a
+    // "-1 *" of its own.
+    CHECK_EVAL("2^--3", 1.5);
+}
+
+TEST(Negation, AfterADivisionItDivides)
+{
+    CHECK_EVAL("4/-2", -2);
+    CHECK_EVAL("4/--2", 2);
+    CHECK_EVAL("8/-2*3", -12);
+    CHECK_EVAL("4/-2^2", -1);
+    CHECK_EVAL("4/-(1+1)", -2);
+    CHECK_EVAL("1/-pi", -1 / std::numbers::pi);
+    CHECK_EVAL("4/---2", -2);
+    CHECK_EVAL("6/3*-2", -4) << "a multiplication in between ends the chain";
+}
+
+TEST(Negation, OnlySinAndCosKeepItAfterAPower)
+{
+    CHECK_EVAL("2^-sin(1)", std::pow(2, -std::sin(1.0)));
+    CHECK_EVAL("2^-cos(1)", std::pow(2, -std::cos(1.0)));
+    CHECK_EVAL("2^-sqrt(4)", 4);
+    CHECK_EVAL("2^-log(100)", 4);
+    CHECK_EVAL("2^-ln(1)", 1);
+    CHECK_EVAL("2^-tan(0)", 1);
+    CHECK_EVAL("-sin(1)", -std::sin(1.0));
+}
+
+TEST(Functions, RadiansAndIeeeResults)
+{
+    CHECK_EVAL("log(100)", 2);
+    CHECK_EVAL("ln(1)", 0);
+    CHECK_EVAL("sqrt(16)", 4);
+    CHECK_NEAR_EVAL("atan(1)", 0.785398, 1e-6);
+    CHECK_NEAR_EVAL("sin(pi)", 0, 1e-15);
+    CHECK_EVAL("sin(pi)", std::sin(std::numbers::pi)) << "near 0, not 0";
+    CHECK_EVAL("cos(0)", 1);
+    CHECK_EVAL("tan(0)", 0);
+    CHECK_EVAL("sqrt(sqrt(16))", 2);
+    CHECK_INVALID("sqrt 9") << "blanks are dropped: the word is sqrt9";
+    CHECK_EVAL("sqrt(9)sqrt(4)", 6);
+    CHECK_EVAL("sqrt(9)(4)", 12) << "the function takes the next operand only";
+    CHECK_EVAL("sqrt(9)+1", 4);
+}
+
+TEST(Functions, ImpossibleMathsIsANumberNotAFailure)
+{
+    CHECK_EVAL("1/0", inf);
+    CHECK_EVAL("-1/0", -inf);
+    CHECK_EVAL("sqrt(-1)", nan);
+    CHECK_EVAL("log(0)", -inf);
+    CHECK_EVAL("ln(-1)", nan);
+    CHECK_EVAL("0/0", nan);
+    CHECK_EVAL("10^400", inf);
+}
+
+TEST(Variables, PiAndTheDictionary)
+{
+    CHECK_EVAL("pi", 3.141592653589793);
+    const QHash<QString, double> vars{{"pi", 3}, {"rate", 0.05}, {"n", 12}};
+    EXPECT_EQ(numberByParsingExpression(u"pi", &vars), std::numbers::pi)
+        << "a dictionary never overrides pi";
+    EXPECT_EQ(numberByParsingExpression(u"rate*n", &vars), 0.05 * 12);
+    EXPECT_EQ(numberByParsingExpression(u"2rate", &vars), std::nullopt) << "one word: 2rate";
+    EXPECT_EQ(numberByParsingExpression(u"2(rate)", &vars), 0.1);
+    EXPECT_EQ(numberByParsingExpression(u"-n^2", &vars), -144);
+    EXPECT_FALSE(numberByParsingExpression(u"rate").has_value()) << "unknown without the dictionary";
+
+    EPDictionaryVariableSource source(&vars);
+    EXPECT_TRUE(source.variableExists(u"pi"));
+    EXPECT_FALSE(source.variableExists(u"Pi"));
+    EXPECT_EQ(source.variableValue(u"missing"), 0);
+    EPDictionaryVariableSource none;
+    EXPECT_TRUE(none.variableExists(u"pi"));
+    EXPECT_FALSE(none.variableExists(u"rate"));
+}
+
+TEST(Failures, MalformedInputGivesNoNumber)
+{
+    for (const char* text : {"+3", "2*+3", "2+*3", "3-", "()", "(2", "2)", ")(", "(()", "sin",
+                             "sin-1", "2^", "*", "-", "--", "(1+)", "sin()", "sinsqrt(4)",
+                             "2**3", "1..2", "", "   ", "(((", "2+(3*)"})
+        CHECK_INVALID(text);
+}
+
+TEST(Failures, EveryNegationAfterAnOperatorButPlusStaysAnOperator)
+{
+    CHECK_INVALID("2^+3");
+    CHECK_INVALID("(+1)");
+    CHECK_EVAL("(-1)", -1);
+}
+
+TEST(Nesting, UpTo256LevelsEvaluateDeeperGiveNoNumber)
+{
+    const auto nested = [](int depth) {
+        return QString(depth, u'(') + QStringLiteral("7") + QString(depth, u')');
+    };
+    EXPECT_EQ(numberByParsingExpression(nested(1)), 7);
+    EXPECT_EQ(numberByParsingExpression(nested(256)), 7);
+    EXPECT_EQ(numberByParsingExpression(nested(257)), std::nullopt);
+    EXPECT_EQ(numberByParsingExpression(nested(100000)), std::nullopt);
+    EXPECT_EQ(numberByParsingExpression(QString(100000, u'(')), std::nullopt);
+    EXPECT_EQ(numberByParsingExpression(QString(100000, u')')), std::nullopt);
+}
+
+TEST(LongLines, StayLinearAndCorrect)
+{
+    QString sum = QStringLiteral("0");
+    for (int i = 1; i <= 5000; ++i)
+        sum += QStringLiteral("+%1").arg(i);
+    EXPECT_EQ(numberByParsingExpression(sum), 5000.0 * 5001 / 2);
+    QString groups;
+    for (int i = 0; i < 2000; ++i)
+        groups += QStringLiteral("(1)");
+    EXPECT_EQ(numberByParsingExpression(groups), 1);
+}
+
+TEST(ExpressionStructure, BuildsGroupsAndInsertedOperators)
+{
+    const EPDictionaryVariableSource vars;
+    const EPStandardFunctionSource funcs;
+    EPTokenString tokens;
+    ASSERT_TRUE(tokens.initWithExpression(u"2(3)-sin(1)/-4", vars, funcs));
+    EPExpression expression;
+    ASSERT_TRUE(expression.initWithTokenString(tokens));
+    EXPECT_EQ(expression.toString(), "2 * (3) - sin (1) / -1 / 4");
+
+    size_t index = 1;
+    const std::optional<EPTokenString> inner = EPExpression::subExpression(tokens, index);
+    ASSERT_TRUE(inner.has_value());
+    EXPECT_EQ(inner->count(), 1);
+    EXPECT_EQ(index, 3u);
+    size_t unmatched = 0;
+    EPTokenString open;
+    ASSERT_TRUE(open.initWithExpression(u"(1", vars, funcs));
+    EXPECT_FALSE(EPExpression::subExpression(open, unmatched).has_value());
+
+    EPExpression empty;
+    EXPECT_TRUE(empty.initWithTokenString(EPTokenString()));
+    EXPECT_FALSE(empty.evaluateToToken().has_value());
+}
+
+TEST(EvaluationSteps, RunInTheirFixedOrder)
+{
+    const EPDictionaryVariableSource vars;
+    const EPStandardFunctionSource funcs;
+    EPTokenString tokens;
+    ASSERT_TRUE(tokens.initWithExpression(u"sqrt(4)+2^3*2", vars, funcs));
+    EPExpression e;
+    ASSERT_TRUE(e.initWithTokenString(tokens));
+    EXPECT_TRUE(e.substituteVariables());
+    EXPECT_TRUE(e.evaluateSubExpressions());
+    EXPECT_TRUE(e.performFunctions());
+    EXPECT_EQ(e.itemCount(), 7);
+    EXPECT_TRUE(e.performOperatorsOfClass(EPExpression::OperatorClass::Power));
+    EXPECT_EQ(e.itemCount(), 5);
+    EXPECT_TRUE(e.performOperatorsOfClass(EPExpression::OperatorClass::MultiplyDivide));
+    EXPECT_TRUE(e.performOperatorsOfClass(EPExpression::OperatorClass::AddSubtract));
+    EXPECT_EQ(e.itemCount(), 1);
+}
+
+TEST(Locale, NumbersAlwaysUseAPoint)
+{
+    // The keypad types "." whatever the locale says.
+    CHECK_EVAL("2.5*2", 5);
+    CHECK_INVALID("2,5");
+}
+
+} // namespace

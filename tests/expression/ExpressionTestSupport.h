@@ -1,0 +1,40 @@
+#pragma once
+
+#include "expression/EPExpression.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+
+// CHECK_EVAL(text, value): the expression gives exactly `value` (NaN
+// matches NaN). CHECK_NEAR_EVAL allows a tolerance; CHECK_INVALID expects no
+// number. Failures name the expression and the calling line.
+inline ::testing::AssertionResult evaluatesTo(const char* textExpr, const char*, const char* text,
+                                              double expected)
+{
+    const std::optional<double> got = numberByParsingExpression(QString::fromUtf8(text));
+    if (!got)
+        return ::testing::AssertionFailure() << textExpr << " = \"" << text << "\" gave no number";
+    if (*got == expected || (std::isnan(*got) && std::isnan(expected)))
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << "\"" << text << "\" gave " << *got << ", expected " << expected;
+}
+
+inline ::testing::AssertionResult isInvalid(const char*, const char* text)
+{
+    const std::optional<double> got = numberByParsingExpression(QString::fromUtf8(text));
+    if (!got)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "\"" << text << "\" gave " << *got << ", expected no number";
+}
+
+#define CHECK_EVAL(text, value) EXPECT_PRED_FORMAT2(evaluatesTo, text, value)
+#define CHECK_INVALID(text) EXPECT_PRED_FORMAT1(isInvalid, text)
+#define CHECK_NEAR_EVAL(text, value, tolerance)                                                   \
+    do {                                                                                         \
+        const std::optional<double> got_ = numberByParsingExpression(QStringLiteral(text));      \
+        ASSERT_TRUE(got_.has_value()) << text;                                                   \
+        EXPECT_NEAR(*got_, (value), (tolerance)) << text;                                        \
+    } while (false)

@@ -106,11 +106,11 @@ bool EPExpression::build(std::span<const EPAnyToken> tokens, int depth)
             continue;
         }
 
-        const bool isOperator = token.asOperator() != nullptr;
+        const bool isOperator = token.isOperator();
         if (!isOperator && operandBefore)
             append(EPMulDivOperator(false)); // 2(3), 2sin(0), (1)(2)
 
-        if (token.isSubtraction() && (!previous || previous->asOperator())) {
+        if (token.isSubtraction() && (!previous || previous->isOperator())) {
             // A negating minus. After "^" it negates the next operand, so
             // 2^-3 stays 2^(-3). Elsewhere it becomes "-1 *", except after a
             // division, where it becomes "-1 /" so that 4/-2 is -2 and
@@ -130,7 +130,7 @@ bool EPExpression::build(std::span<const EPAnyToken> tokens, int depth)
             negateNext = false;
             dividingNegation = false;
         }
-        operandBefore = !isOperator && token.asFunction() == nullptr;
+        operandBefore = !isOperator && !token.isFunction();
         previous = &token;
         ++i;
     }
@@ -167,7 +167,8 @@ bool EPExpression::performFunctions()
     size_t write = 0;
     for (size_t read = 0; read < n; ++read) {
         Item& item = m_tokens[read];
-        if (const EPFunctionToken* function = item.token.asFunction(); function && !item.group) {
+        if (!item.group && item.token.isFunction()) {
+            const EPFunctionToken* function = item.token.asFunction();
             if (read + 1 >= n)
                 return false; // a function with nothing after it
             const Item& operand = m_tokens[read + 1];
@@ -276,12 +277,12 @@ bool EPDictionaryVariableSource::variableExists(QStringView name) const
     if (m_varDictionary && !m_varDictionary->isEmpty() &&
         m_varDictionary->contains(name.toString()))
         return true;
-    return name == u"pi";
+    return sameText(name, u"pi");
 }
 
 double EPDictionaryVariableSource::variableValue(QStringView name) const
 {
-    if (name == u"pi")
+    if (sameText(name, u"pi"))
         return std::numbers::pi;
     if (!m_varDictionary)
         return 0.0;
@@ -292,8 +293,8 @@ double EPDictionaryVariableSource::variableValue(QStringView name) const
 
 bool EPStandardFunctionSource::functionExists(QStringView name) const
 {
-    return name == u"sin" || name == u"cos" || name == u"tan" || name == u"atan" ||
-           name == u"log" || name == u"ln" || name == u"sqrt";
+    return sameText(name, u"sin") || sameText(name, u"cos") || sameText(name, u"tan") || sameText(name, u"atan") ||
+           sameText(name, u"log") || sameText(name, u"ln") || sameText(name, u"sqrt");
 }
 
 std::optional<EPAnyToken> EPStandardFunctionSource::functionTokenForName(QStringView name) const
@@ -303,13 +304,13 @@ std::optional<EPAnyToken> EPStandardFunctionSource::functionTokenForName(QString
             return EPAnyToken(std::move(function));
         return std::nullopt;
     };
-    if (name == u"cos" || name == u"sin")
+    if (sameText(name, u"cos") || sameText(name, u"sin"))
         return make(EPSinCosFunction());
-    if (name == u"atan" || name == u"tan")
+    if (sameText(name, u"atan") || sameText(name, u"tan"))
         return make(EPTanAtanFunction());
-    if (name == u"ln" || name == u"log")
+    if (sameText(name, u"ln") || sameText(name, u"log"))
         return make(EPLogLnFunction());
-    if (name == u"sqrt")
+    if (sameText(name, u"sqrt"))
         return make(EPSqrtFunction());
     return std::nullopt;
 }

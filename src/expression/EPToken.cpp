@@ -38,6 +38,39 @@ bool isDigitChar(QChar c)
     return u <= 127 ? (u >= u'0' && u <= u'9') : c.isDigit();
 }
 
+// Numbers of at most 15 significant digits and 22 decimals convert exactly
+// with one correctly rounded division: both the digits and the power of ten
+// are exact doubles. (std::from_chars is far slower on this library.)
+std::optional<double> exactShortDecimal(const char* text, qsizetype length)
+{
+    static constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    qint64 mantissa = 0;
+    int digits = 0;
+    int decimals = 0;
+    bool afterPoint = false;
+    const bool negative = length > 0 && text[0] == '-';
+    for (qsizetype i = negative ? 1 : 0; i < length; ++i) {
+        if (text[i] == '.') {
+            afterPoint = true;
+            continue;
+        }
+        if (mantissa == 0 && text[i] == '0') {
+            decimals += afterPoint ? 1 : 0; // leading zeros are not significant
+        } else {
+            if (++digits > 15)
+                return std::nullopt;
+            mantissa = mantissa * 10 + (text[i] - '0');
+            decimals += afterPoint ? 1 : 0;
+        }
+        if (decimals > 22)
+            return std::nullopt;
+    }
+    const double value = double(mantissa) / powersOfTen[decimals];
+    return negative ? -value : value;
+}
+
 // The longest leading decimal number of `text` (ASCII digits, one leading
 // "-", one "."), 0 when there is none; overflow gives an infinity.
 double leadingDecimal(QStringView text)
@@ -63,6 +96,8 @@ double leadingDecimal(QStringView text)
     }
     if (!seenDigit)
         return 0.0;
+    if (const std::optional<double> quick = exactShortDecimal(ascii.data(), ascii.size()))
+        return *quick;
     double value = 0.0;
     const auto result =
         std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
@@ -98,9 +133,9 @@ std::optional<EPAnyToken> EPToken::copy() const { return std::nullopt; }
 
 bool EPParenthesesToken::initWithString(QStringView text)
 {
-    if (text == u"(")
+    if (sameText(text, u"("))
         m_direction = 0;
-    else if (text == u")")
+    else if (sameText(text, u")"))
         m_direction = 1;
     else
         return false;
@@ -191,9 +226,9 @@ std::optional<EPNumericalToken> EPOperator::applyLeftOperandToRight(const EPToke
 
 bool EPAddSubOperator::initWithString(QStringView text)
 {
-    if (text == u"+")
+    if (sameText(text, u"+"))
         m_isSubtraction = false;
-    else if (text == u"-")
+    else if (sameText(text, u"-"))
         m_isSubtraction = true;
     else
         return false;
@@ -218,9 +253,9 @@ std::optional<EPAnyToken> EPAddSubOperator::copy() const { return *this; }
 
 bool EPMulDivOperator::initWithString(QStringView text)
 {
-    if (text == u"*")
+    if (sameText(text, u"*"))
         m_isDivision = false;
-    else if (text == u"/")
+    else if (sameText(text, u"/"))
         m_isDivision = true;
     else
         return false;
@@ -243,7 +278,7 @@ EPAnyToken EPMulDivOperator::negativeToken() const { return *this; }
 
 std::optional<EPAnyToken> EPMulDivOperator::copy() const { return *this; }
 
-bool EPPowerOperator::initWithString(QStringView text) { return text == u"^"; }
+bool EPPowerOperator::initWithString(QStringView text) { return sameText(text, u"^"); }
 
 std::optional<EPNumericalToken> EPPowerOperator::applyLeftOperandToRight(const EPToken& left,
                                                                          const EPToken& right) const
@@ -269,10 +304,13 @@ QString EPFunctionToken::functionName() const
                    qsizetype(m_functionName.size()));
 }
 
-bool EPFunctionToken::setNameIfOneOf(QStringView text, QStringView first, QStringView second)
+bool EPFunctionToken::setNameIfOneOf(QStringView text, std::u16string_view first,
+                                     std::u16string_view second)
 {
+    if (!sameText(text, first) && (second.empty() || !sameText(text, second)))
+        return false;
     EPFunctionToken::initWithString(text);
-    return text == first || (!second.isEmpty() && text == second);
+    return true;
 }
 
 std::optional<EPNumericalToken> EPFunctionToken::applyToOperand(const EPToken& operand) const
@@ -323,7 +361,7 @@ bool EPSinCosFunction::initWithString(QStringView text)
 {
     if (!setNameIfOneOf(text, u"sin", u"cos"))
         return false;
-    m_isCosine = text == u"cos";
+    m_isCosine = sameText(text, u"cos");
     return true;
 }
 
@@ -337,7 +375,7 @@ bool EPTanAtanFunction::initWithString(QStringView text)
 {
     if (!setNameIfOneOf(text, u"tan", u"atan"))
         return false;
-    m_isAtan = text == u"atan";
+    m_isAtan = sameText(text, u"atan");
     return true;
 }
 
@@ -351,7 +389,7 @@ bool EPLogLnFunction::initWithString(QStringView text)
 {
     if (!setNameIfOneOf(text, u"log", u"ln"))
         return false;
-    m_natural = text == u"ln";
+    m_natural = sameText(text, u"ln");
     return true;
 }
 

@@ -4,7 +4,9 @@
 #include <QStringView>
 
 #include <optional>
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <variant>
 
 // The tokens of a keypad expression. Every concrete token is a small value
@@ -14,6 +16,13 @@
 
 struct EPAnyToken;
 class EPNumericalToken;
+
+// Exact, case-sensitive comparison of a piece of text with a name.
+inline bool sameText(QStringView text, std::u16string_view name)
+{
+    return text.size() == qsizetype(name.size()) &&
+           std::equal(name.begin(), name.end(), text.utf16());
+}
 
 // Base of all tokens. Its own operations are abstract: calling them on a
 // plain EPToken is a programming error that stops the program.
@@ -171,7 +180,9 @@ public:
     void setNegative(bool negative) { m_negative = negative; }
 
 protected:
-    bool setNameIfOneOf(QStringView text, QStringView first, QStringView second);
+    // Takes the name when `text` is `first` or `second`.
+    bool setNameIfOneOf(QStringView text, std::u16string_view first,
+                        std::u16string_view second = {});
 
 private:
     std::u16string m_functionName;
@@ -229,8 +240,17 @@ struct EPAnyToken
     {
         return std::visit([](auto& t) -> EPToken& { return t; }, *this);
     }
-    const EPOperator* asOperator() const { return dynamicAs<EPOperator>(); }
-    const EPFunctionToken* asFunction() const { return dynamicAs<EPFunctionToken>(); }
+    // The alternatives are ordered: operators at 3 to 5, functions from 6.
+    bool isOperator() const { return index() >= 3 && index() <= 5; }
+    bool isFunction() const { return index() >= 6; }
+    const EPOperator* asOperator() const
+    {
+        return isOperator() ? dynamicAs<EPOperator>() : nullptr;
+    }
+    const EPFunctionToken* asFunction() const
+    {
+        return isFunction() ? dynamicAs<EPFunctionToken>() : nullptr;
+    }
     bool isParenthesis() const { return std::holds_alternative<EPParenthesesToken>(*this); }
     bool isSubtraction() const
     {
@@ -259,3 +279,8 @@ private:
             *this);
     }
 };
+
+static_assert(std::is_same_v<std::variant_alternative_t<3, EPAnyToken::variant>, EPAddSubOperator> &&
+                  std::is_same_v<std::variant_alternative_t<5, EPAnyToken::variant>, EPPowerOperator> &&
+                  std::is_same_v<std::variant_alternative_t<6, EPAnyToken::variant>, EPSinCosFunction>,
+              "isOperator() and isFunction() rely on the order of the alternatives");

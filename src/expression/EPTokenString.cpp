@@ -31,6 +31,30 @@ bool isWhiteSpace(QChar c)
     return c.isSpace();
 }
 
+// What tokenFromString() makes of a one-character delimiter, without the
+// trial and error.
+EPAnyToken delimiterToken(char16_t c)
+{
+    switch (c) {
+    case u'(':
+    case u')': {
+        EPParenthesesToken paren;
+        paren.initWithString(QStringView(&c, 1));
+        return paren;
+    }
+    case u'+':
+        return EPAddSubOperator(false);
+    case u'-':
+        return EPAddSubOperator(true);
+    case u'*':
+        return EPMulDivOperator(false);
+    case u'/':
+        return EPMulDivOperator(true);
+    default:
+        return EPPowerOperator();
+    }
+}
+
 template <typename Token>
 std::optional<EPAnyToken> accept(QStringView text)
 {
@@ -98,11 +122,7 @@ bool EPTokenString::initWithExpression(QStringView expression,
         if (isDelimiter(c.unicode())) {
             if (!flushWord())
                 return false;
-            std::optional<EPAnyToken> token =
-                tokenFromString(QStringView(&c, 1), variables, functions);
-            if (!token)
-                return false;
-            m_tokenArray.push_back(std::move(*token));
+            m_tokenArray.push_back(delimiterToken(c.unicode()));
         } else if (!isWhiteSpace(c)) {
             word.append(c);
         }

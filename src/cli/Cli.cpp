@@ -1,6 +1,9 @@
 #include "Cli.h"
 
+#include "calculator/CalculatorController.h"
+#include "calculator/CalculatorKeypad.h"
 #include "expression/EPExpression.h"
+#include "framework/Presenter.h"
 #include "framework/FunctionRegistry.h"
 #include "framework/NumberFormat.h"
 #include "reports/QVReport.h"
@@ -10,12 +13,17 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
+
+#include <cmath>
+#include <utility>
 
 namespace {
 
 const char* const usage = R"(Usage: tallyvane-cli COMMAND [ARGS] [--json]
 
 Commands:
+  keys KEY ...               press keypad keys and show the display
   eval EXPR                  evaluate a keypad expression (17 significant digits)
   list                       the calculators and their input fields
   reports list               the saved reports, newest first (index 0)
@@ -152,6 +160,130 @@ int evalCommand(const QStringList& args, QTextStream& out, QTextStream& err)
     return 0;
 }
 
+// JSON text written by hand where numbers need 17 significant digits and
+// non-finite values become the strings "NaN", "Infinity" and "-Infinity".
+QString jsonString(const QString& text)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
+}
+
+QString jsonNumber(double value)
+{
+    const QString text = NumberFormat::preciseString(value);
+    return std::isfinite(value) ? text : jsonString(text);
+}
+
+const char* const keysUsage = R"usage(Usage: tallyvane-cli keys KEY ... [--json]
+
+Presses keypad keys in order, each argument one key by the title the keypad
+shows now: press 2ND first for a second function (SIN COS TAN π HIST RESET).
+An argument of digits, ".", "+", "-", "*", "/", "(", ")" only types its
+characters one key each. STO=N and RCL=N press STO or RCL and answer the
+alert with N. ASCII aliases: UP DOWN DEL LEFT RIGHT SQRT POW PI.
+
+Prints "display: TEXT" and "label: TEXT"; --json gives the display, label,
+expression, history and the registers N, I/Y, PV, PMT, FV, P/Y, C/Y, NPV, IRR.
+
+Example, a 30-year loan payment:
+  tallyvane-cli keys 12 P/Y 12 C/Y 360 N 6 I/Y 250000 PV 0 FV CPT PMT
+)usage";
+
+// Answers the STO and RCL alerts with the index given on the command line.
+class CliPresenter : public Presenter {
+public:
+    QString answer;
+    void present(const AlertRequest&, Answer reply) override
+    {
+        const QString text = std::exchange(answer, QString());
+        reply(QStringLiteral("OK"), text);
+    }
+};
+
+QString keyTitleForArgument(const QString& argument)
+{
+    static const QHash<QString, QString> aliases = {
+        {"UP", "\u2191"},   {"DOWN", "\u2193"}, {"DEL", "\u21e6"},     {"LEFT", "\u2190"},
+        {"RIGHT", "\u2192"}, {"SQRT", "\u221ax"}, {"POW", "y\u02e3"}, {"PI", "\u03c0"},
+    };
+    return aliases.value(argument, argument);
+}
+
+void writeKeysJson(const CalculatorController& engine, QTextStream& out)
+{
+    QStringList history;
+    for (const HistoryEntry& e : *engine.logArray())
+        history << QStringLiteral("{\"result\": %1, \"expression\": %2, \"command\": %3, "
+                                  "\"result-label\": %4}")
+                       .arg(jsonString(e.result), jsonString(e.expression),
+                            jsonString(e.command), jsonString(e.resultLabel));
+    const CalculatorModel& m = engine.model();
+    const QList<std::pair<const char*, double>> registers = {
+        {"N", m.period},    {"I/Y", m.rate},
+        {"PV", m.pv},       {"PMT", m.pmt},
+        {"FV", m.fv},       {"P/Y", double(m.paymentFrequency)},
+        {"C/Y", m.compounding}, {"NPV", m.npv},
+        {"IRR", m.irr},
+    };
+    QStringList values;
+    for (const auto& [name, value] : registers)
+        values << QStringLiteral("\"%1\": %2").arg(QLatin1String(name), jsonNumber(value));
+    out << "{\n  \"display\": " << jsonString(engine.displayNumber()) << ",\n  \"label\": "
+        << jsonString(engine.resultLabel()) << ",\n  \"expression\": "
+        << jsonString(engine.expression()) << ",\n  \"history\": ["
+        << (history.isEmpty() ? QString() : QStringLiteral("\n    ") +
+                                                history.join(QStringLiteral(",\n    ")) +
+                                                QStringLiteral("\n  "))
+        << "],\n  \"registers\": {" << values.join(QStringLiteral(", ")) << "}\n}\n";
+}
+
+int keysCommand(const QStringList& args, bool json, QTextStream& out, QTextStream& err)
+{
+    if (args.isEmpty() || args == QStringList{QStringLiteral("--help")}) {
+        (args.isEmpty() ? err : out) << keysUsage;
+        return args.isEmpty() ? 1 : 0;
+    }
+    CalculatorKeypad keypad;
+    CalculatorController engine;
+    CliPresenter presenter;
+    engine.setPresenter(&presenter);
+
+    const auto press = [&](const QString& title) {
+        const int index = keypad.indexOfShownTitle(title);
+        if (index < 0) {
+            err << "no key shows \"" << title << "\" now"
+                << (keypad.secondaryButtonsOn() ? " (2ND is on)" : "") << '\n';
+            return false;
+        }
+        keypad.buttonClicked(index);
+        return true;
+    };
+    static const QRegularExpression typed(QStringLiteral("^[0-9.+\\-*/()]+$"));
+    for (const QString& argument : args) {
+        bool ok = true;
+        if (argument.startsWith(QLatin1String("STO=")) ||
+            argument.startsWith(QLatin1String("RCL="))) {
+            presenter.answer = argument.mid(4);
+            ok = press(argument.left(3));
+        } else if (typed.match(argument).hasMatch()) {
+            for (const QChar c : argument) {
+                if (!(ok = press(QString(c))))
+                    break;
+            }
+        } else {
+            ok = press(keyTitleForArgument(argument));
+        }
+        if (!ok)
+            return 1;
+    }
+    if (json)
+        writeKeysJson(engine, out);
+    else
+        out << "display: " << engine.displayNumber() << "\nlabel: " << engine.resultLabel()
+            << '\n';
+    return 0;
+}
+
 int listCommand(bool json, QTextStream& out)
 {
     QJsonArray array;
@@ -184,6 +316,8 @@ int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
         out << usage;
         return 0;
     }
+    if (command == QLatin1String("keys"))
+        return keysCommand(args, json, out, err);
     if (command == QLatin1String("eval"))
         return evalCommand(args, out, err);
     if (command == QLatin1String("reports"))

@@ -1,0 +1,463 @@
+#include "CalculatorController.h"
+
+#include "CalculatorKeypad.h"
+#include "framework/NumberFormat.h"
+#include "framework/Presenter.h"
+#include "platform/NotificationCenter.h"
+#include "platform/ReviewPrompt.h"
+#include "platform/Services.h"
+
+#include <QPointer>
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+// Keys that type their own text, and what the others type.
+QString typedText(const QString& title)
+{
+    if (title.size() == 1 && QStringLiteral("0123456789.+-*/()").contains(title))
+        return title;
+    if (title == u"\u03c0")
+        return QStringLiteral("pi");
+    if (title == u"y\u02e3")
+        return QStringLiteral("^");
+    if (title == u"LN" || title == u"SIN" || title == u"COS" || title == u"TAN")
+        return title.toLower() + QLatin1Char('(');
+    if (title == u"\u221ax")
+        return QStringLiteral("sqrt(");
+    return {};
+}
+
+bool isFinancialKey(const QString& title)
+{
+    static const QStringList keys = {"CPT", "ENTER", "N",  "I/Y", "PMT", "PV",       "FV",     "P/Y",
+                                     "C/Y", "CF",    "BEG", "NPV", "IRR", "\u2193", "\u2191"};
+    return keys.contains(title);
+}
+
+double integerPartOf(double value)
+{
+    return std::isfinite(value) ? std::trunc(value) : (std::isnan(value) ? 0.0 : value);
+}
+
+int saturatedInt(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value >= double(INT_MAX))
+        return INT_MAX;
+    if (value <= double(INT_MIN))
+        return INT_MIN;
+    return int(value);
+}
+
+} // namespace
+
+CalculatorController::CalculatorController(QObject* parent) : QObject(parent)
+{
+    NotificationCenter::defaultCenter().addObserver(
+        this, CalculatorKeypad::notificationName,
+        [this](const Notification& n) { receiveCalculatorButtonClickedNotification(n.userInfo); });
+    resetCalculator();
+}
+
+// State setters.
+
+void CalculatorController::setDisplayNumber(const QString& text)
+{
+    if (text == m_displayNumber)
+        return;
+    m_displayNumber = text;
+    emit displayNumberChanged();
+}
+
+void CalculatorController::setResultLabel(const QString& text)
+{
+    if (text == m_resultLabel)
+        return;
+    m_resultLabel = text;
+    emit resultLabelChanged();
+}
+
+void CalculatorController::setExpression(const QString& text, int caret)
+{
+    m_expression = text;
+    m_selectionStart = m_selectionEnd = qBound(0, caret, int(text.size()));
+    emit expressionChanged();
+}
+
+void CalculatorController::setSelection(int start, int end)
+{
+    const int length = int(m_expression.size());
+    start = qBound(0, start, length);
+    end = qBound(0, end, length);
+    if (start > end)
+        std::swap(start, end);
+    if (start == m_selectionStart && end == m_selectionEnd)
+        return;
+    m_selectionStart = start;
+    m_selectionEnd = end;
+    emit expressionChanged();
+}
+
+void CalculatorController::setWaitingCompute(bool waiting)
+{
+    if (waiting == m_waitingCompute)
+        return;
+    m_waitingCompute = waiting;
+    emit modesChanged();
+}
+
+void CalculatorController::requestReview() { Services::reviewPrompt().requestReview(); }
+
+// Key dispatch.
+
+void CalculatorController::receiveCalculatorButtonClickedNotification(const QVariantMap& userInfo)
+{
+    const bool npv = userInfo.value(QStringLiteral("npv-mode")).toBool();
+    if (npv != m_npvModeOn) {
+        m_npvModeOn = npv;
+        emit modesChanged();
+    }
+    m_model.paymentMode = userInfo.value(QStringLiteral("beg-mode")).toBool()
+                              ? QStringLiteral("BEG")
+                              : QStringLiteral("END");
+
+    const QString title = userInfo.value(QStringLiteral("title")).toString();
+    if (const QString text = typedText(title); !text.isEmpty())
+        insertText(text);
+    else if (isFinancialKey(title))
+        operateFinancialButton(title);
+    else if (title == u"CE")
+        setExpression(QString(), 0);
+    else if (title == u"\u2190")
+        moveCursorBack();
+    else if (title == u"\u2192")
+        moveCursorForward();
+    else if (title == u"\u21e6")
+        deleteFromExpression();
+    else if (title == u"=") {
+        if (!m_npvModeOn) {
+            setResultLabel(QStringLiteral("Ans"));
+            displayResult();
+        }
+    } else if (title == u"STO")
+        showStoreAlert();
+    else if (title == u"RCL")
+        showRecallAlert();
+    else if (title == u"HIST")
+        navigateToHistory();
+    else if (title == u"HELP")
+        navigateToHelp();
+    else if (title == u"RESET") {
+        resetCalculator();
+        requestReview();
+    }
+}
+
+void CalculatorController::operateFinancialButton(const QString& title)
+{
+    static const QStringList tvmKeys = {"N", "I/Y", "PV", "PMT", "FV", "P/Y", "C/Y"};
+    if (tvmKeys.contains(title))
+        operateTvmButtons(title);
+    else if (title == u"CPT")
+        setWaitingCompute(true);
+    else if (title != u"BEG")
+        operateNpvButtons(title);
+}
+
+// Registers.
+
+void CalculatorController::enterRegister(const QString& name, double& registerValue)
+{
+    setResultLabel(name);
+    displayResult();
+    registerValue = CalculatorModel::evaluateExpression(m_expression).value_or(0.0);
+    setExpression(QString(), 0);
+}
+
+void CalculatorController::enterIntegerRegister(const QString& name, double& registerValue)
+{
+    enterRegister(name, registerValue);
+    registerValue = integerPartOf(registerValue);
+}
+
+void CalculatorController::compute(const QString& name, void (CalculatorModel::*solve)(),
+                                   const double& result, bool logged)
+{
+    setResultLabel(name);
+    m_command = QStringLiteral("Compute ") + name;
+    (m_model.*solve)();
+    if (logged)
+        displayAndLogValue(result);
+    else
+        displayValue(result);
+    setWaitingCompute(false);
+}
+
+void CalculatorController::operateTvmButtons(const QString& title)
+{
+    if (title == u"N") {
+        if (m_npvModeOn)
+            return;
+        if (m_waitingCompute)
+            compute(title, &CalculatorModel::computePeriod, m_model.period, false);
+        else
+            enterRegister(title, m_model.period);
+    } else if (title == u"I/Y") {
+        if (m_npvModeOn) {
+            if (!m_waitingCompute)
+                enterRegister(title, m_model.rate);
+        } else if (m_waitingCompute) {
+            compute(title, &CalculatorModel::computeRate, m_model.rate, true);
+        } else {
+            enterRegister(title, m_model.rate);
+        }
+    } else if (title == u"PV" || title == u"FV") {
+        const bool isPv = title == u"PV";
+        if (!m_npvModeOn) {
+            double& value = isPv ? m_model.pv : m_model.fv;
+            if (m_waitingCompute)
+                compute(title,
+                        isPv ? &CalculatorModel::computePresentValue
+                             : &CalculatorModel::computeFutureValue,
+                        value, true);
+            else
+                enterRegister(title, value);
+        }
+        requestReview();
+    } else if (title == u"PMT") {
+        if (m_npvModeOn)
+            return;
+        if (m_waitingCompute)
+            compute(title, &CalculatorModel::computePayment, m_model.pmt, true);
+        else
+            enterRegister(title, m_model.pmt);
+    } else if (title == u"P/Y") {
+        if (m_npvModeOn)
+            return;
+        double value = 0;
+        enterIntegerRegister(title, value);
+        m_model.paymentFrequency = saturatedInt(value);
+    } else if (title == u"C/Y") {
+        if (m_npvModeOn)
+            return;
+        enterIntegerRegister(title, m_model.compounding);
+    }
+}
+
+// Cash flows.
+
+QString CalculatorController::slotName(int u)
+{
+    if (u <= 0)
+        return QStringLiteral("CF0");
+    return u % 2 == 1 ? QStringLiteral("CF%1").arg((u + 1) / 2) : QStringLiteral("F%1").arg(u / 2);
+}
+
+QString& CalculatorController::slotText()
+{
+    if (m_upCount <= 0)
+        return m_cashFlowArray[0].cash;
+    if (m_upCount % 2 == 1)
+        return m_cashFlowArray[size_t((m_upCount + 1) / 2)].cash;
+    return m_cashFlowArray[size_t(m_upCount / 2)].freq;
+}
+
+void CalculatorController::showSlot()
+{
+    setResultLabel(slotName(m_upCount));
+    setDisplayNumber(slotText());
+}
+
+void CalculatorController::operateNpvButtons(const QString& title)
+{
+    if (title == u"CF") {
+        if (!m_npvModeOn) {
+            setResultLabel(QStringLiteral("Ans"));
+            displayResult();
+            return;
+        }
+        m_upCount = 0;
+        showSlot();
+    } else if (title == u"\u2193") {
+        setExpression(QString(), 0);
+        m_upCount = qMin(m_upCount + 1, lastSlot);
+        showSlot();
+    } else if (title == u"\u2191") {
+        if (m_upCount < 1)
+            return;
+        --m_upCount;
+        showSlot();
+    } else if (title == u"ENTER") {
+        if (!m_npvModeOn)
+            return;
+        displayResult();
+        const bool frequency = m_upCount >= 2 && m_upCount % 2 == 0;
+        if (!(frequency && m_displayNumber == u"0"))
+            slotText() = m_displayNumber;
+    } else if (title == u"NPV") {
+        if (m_waitingCompute) {
+            setResultLabel(QStringLiteral("NPV"));
+            m_command = QStringLiteral("Compute NPV");
+            m_model.npv = CalculatorModel::calculateNpvWithRate(m_cashFlowArray, m_model.rate / 100.0);
+            displayAndLogValue(m_model.npv);
+            setWaitingCompute(false);
+        }
+        requestReview();
+    } else if (title == u"IRR") {
+        if (!m_waitingCompute)
+            return;
+        setResultLabel(QStringLiteral("IRR"));
+        m_command = QStringLiteral("Compute IRR");
+        m_model.irr = CalculatorModel::calculateIrr(m_cashFlowArray);
+        displayAndLogValue(m_model.irr);
+        setWaitingCompute(false);
+    }
+}
+
+// Display and history.
+
+void CalculatorController::displayResult()
+{
+    m_command = QStringLiteral("Evaluate Expression");
+    if (const std::optional<double> value = CalculatorModel::evaluateExpression(m_expression))
+        displayAndLogValue(*value);
+    else
+        clearDisplayNumber();
+}
+
+void CalculatorController::displayValue(double value)
+{
+    setDisplayNumber(NumberFormat::displayString(value));
+}
+
+void CalculatorController::displayAndLogValue(double value)
+{
+    displayValue(value);
+    logValues();
+}
+
+void CalculatorController::logValues()
+{
+    m_logArray->append({m_displayNumber, m_expression, m_command, m_resultLabel});
+    emit historyChanged();
+}
+
+void CalculatorController::clearDisplayNumber() { setDisplayNumber(QStringLiteral("0")); }
+
+// The expression line.
+
+void CalculatorController::insertText(const QString& text)
+{
+    const QString updated =
+        m_expression.left(m_selectionStart) + text + m_expression.mid(m_selectionEnd);
+    setExpression(updated, m_selectionStart + int(text.size()));
+}
+
+void CalculatorController::moveCursorBack()
+{
+    const int caret = qMax(0, m_selectionStart - 1);
+    setSelection(caret, caret);
+}
+
+void CalculatorController::moveCursorForward()
+{
+    const int caret = qMin(int(m_expression.size()), m_selectionStart + 1);
+    setSelection(caret, caret);
+}
+
+void CalculatorController::deleteFromExpression()
+{
+    if (m_selectionStart != m_selectionEnd) {
+        insertText(QString());
+    } else if (m_selectionStart > 0) {
+        setExpression(m_expression.left(m_selectionStart - 1) + m_expression.mid(m_selectionStart),
+                      m_selectionStart - 1);
+    }
+}
+
+void CalculatorController::resetCalculator()
+{
+    clearDisplayNumber();
+    m_model = CalculatorModel();
+    m_model.paymentFrequency = 1;
+    m_model.compounding = 1;
+    m_model.paymentMode = QStringLiteral("END");
+    m_resultStorage.clear();
+    m_logArray->clear();
+    m_cashFlowArray = CalculatorModel::freshCashFlows();
+    emit historyChanged();
+}
+
+// Store and recall.
+
+int CalculatorController::intValue(const QString& text)
+{
+    qsizetype i = 0;
+    while (i < text.size() && text.at(i).isSpace())
+        ++i;
+    bool negative = false;
+    if (i < text.size() && (text.at(i) == u'-' || text.at(i) == u'+')) {
+        negative = text.at(i) == u'-';
+        ++i;
+    }
+    qint64 value = 0;
+    for (; i < text.size() && text.at(i) >= u'0' && text.at(i) <= u'9'; ++i) {
+        value = value * 10 + (text.at(i).unicode() - u'0');
+        if (value > qint64(INT_MAX) + 1)
+            break; // saturated below
+    }
+    value = negative ? -value : value;
+    return int(qBound(qint64(INT_MIN), value, qint64(INT_MAX)));
+}
+
+void CalculatorController::showStoreAlert()
+{
+    if (!m_presenter)
+        return;
+    AlertRequest alert;
+    alert.title = QStringLiteral("Store");
+    alert.message = QStringLiteral("Please enter an index to store the result %1.\n(Index must be "
+                                   "between 0-100)")
+                        .arg(m_displayNumber);
+    alert.actions = {{QStringLiteral("OK")}};
+    alert.hasTextField = true;
+    alert.numericTextField = true;
+    QPointer<CalculatorController> self(this);
+    const QString shown = m_displayNumber;
+    m_presenter->present(alert, [self, shown](const QString&, const QString& text) {
+        const int index = intValue(text);
+        if (self && index < 101)
+            self->m_resultStorage.insert(index, shown);
+    });
+}
+
+void CalculatorController::showRecallAlert()
+{
+    if (!m_presenter)
+        return;
+    AlertRequest alert;
+    alert.title = QStringLiteral("Store");
+    alert.message =
+        QStringLiteral("Please enter an index to recall a value.\n(Index is between 0-100)");
+    alert.actions = {{QStringLiteral("OK")}};
+    alert.hasTextField = true;
+    alert.numericTextField = true;
+    QPointer<CalculatorController> self(this);
+    m_presenter->present(alert, [self](const QString&, const QString& text) {
+        const int index = intValue(text);
+        if (!self || index >= 101)
+            return;
+        const QString value = self->m_resultStorage.value(index);
+        self->setDisplayNumber(value);
+        self->setExpression(value, int(value.size()));
+        self->setResultLabel(QStringLiteral("Ans"));
+    });
+}
+
+void CalculatorController::navigateToHistory() { emit historyRequested(); }
+
+void CalculatorController::navigateToHelp() { emit helpRequested(); }

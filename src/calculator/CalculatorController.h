@@ -1,0 +1,136 @@
+#pragma once
+
+#include "CalculatorModel.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+
+#include <memory>
+
+class Presenter;
+
+// One logged result of the keypad.
+struct HistoryEntry {
+    QString result;      // the display text
+    QString expression;  // the expression line at the time
+    QString command;     // "Evaluate Expression", "Compute PV", ...
+    QString resultLabel; // what the display showed: "Ans", "PV", "NPV", "CF2", ...
+};
+using HistoryLog = QList<HistoryEntry>;
+
+// The keypad calculator's engine: it hears every key press from the keypad
+// ("CalculatorButtonClickedNotification"), edits the expression line,
+// evaluates it, moves values into and out of the TVM registers, computes
+// on CPT, walks the cash-flow list, keeps the STO/RCL registers and the
+// history log, and says what the display shows.
+class CalculatorController : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString displayNumber READ displayNumber NOTIFY displayNumberChanged)
+    Q_PROPERTY(QString resultLabel READ resultLabel NOTIFY resultLabelChanged)
+    Q_PROPERTY(QString expression READ expression NOTIFY expressionChanged)
+    Q_PROPERTY(int selectionStart READ selectionStart NOTIFY expressionChanged)
+    Q_PROPERTY(int selectionEnd READ selectionEnd NOTIFY expressionChanged)
+    Q_PROPERTY(bool npvModeOn READ npvModeOn NOTIFY modesChanged)
+    Q_PROPERTY(bool waitingCompute READ waitingCompute NOTIFY modesChanged)
+    Q_PROPERTY(int historyCount READ historyCount NOTIFY historyChanged)
+
+public:
+    // Starts listening to the keypad and resets, as the screen does when it
+    // loads.
+    explicit CalculatorController(QObject* parent = nullptr);
+
+    void setPresenter(Presenter* presenter) { m_presenter = presenter; }
+
+    QString displayNumber() const { return m_displayNumber; }
+    QString resultLabel() const { return m_resultLabel; }
+    QString expression() const { return m_expression; }
+    int selectionStart() const { return m_selectionStart; }
+    int selectionEnd() const { return m_selectionEnd; }
+    bool npvModeOn() const { return m_npvModeOn; }
+    bool waitingCompute() const { return m_waitingCompute; }
+    QString command() const { return m_command; }
+    int upCount() const { return m_upCount; }
+    int historyCount() const { return int(m_logArray->size()); }
+
+    const CalculatorModel& model() const { return m_model; }
+    const CashFlowList& cashFlowArray() const { return m_cashFlowArray; }
+    const QHash<int, QString>& resultStorage() const { return m_resultStorage; }
+    // The engine's own log; the history screen shows this very list.
+    std::shared_ptr<const HistoryLog> logArray() const { return m_logArray; }
+
+    // The caret (start == end) or selection in the expression line, as the
+    // user set it by touch or mouse.
+    Q_INVOKABLE void setSelection(int start, int end);
+
+    void receiveCalculatorButtonClickedNotification(const QVariantMap& userInfo);
+
+    void operateFinancialButton(const QString& title);
+    void operateTvmButtons(const QString& title);
+    void operateNpvButtons(const QString& title);
+
+    void displayResult();
+    void displayValue(double value);
+    void displayAndLogValue(double value);
+    void logValues();
+    void clearDisplayNumber();
+
+    void moveCursorBack();
+    void moveCursorForward();
+    void deleteFromExpression();
+
+    void resetCalculator();
+
+    void showStoreAlert();
+    void showRecallAlert();
+    void navigateToHistory();
+    void navigateToHelp();
+
+    // How the STO/RCL alerts read their field: leading blanks, a sign and
+    // digits; anything else reads 0; overflow saturates.
+    static int intValue(const QString& text);
+    // The label of cash-flow cursor `u`: CF0, CF1, F1, CF2, F2, ...
+    static QString slotName(int u);
+    // The cursor stops at F99.
+    static constexpr int lastSlot = 2 * (CalculatorModel::cashFlowCount - 1);
+
+signals:
+    void displayNumberChanged();
+    void resultLabelChanged();
+    void expressionChanged();
+    void modesChanged();
+    void historyChanged();
+    void historyRequested();
+    void helpRequested();
+
+private:
+    void setDisplayNumber(const QString& text);
+    void setResultLabel(const QString& text);
+    void setExpression(const QString& text, int caret);
+    void setWaitingCompute(bool waiting);
+    void insertText(const QString& text);
+    void enterRegister(const QString& name, double& registerValue);
+    void enterIntegerRegister(const QString& name, double& registerValue);
+    void compute(const QString& name, void (CalculatorModel::*solve)(), const double& result,
+                 bool logged);
+    void showSlot();
+    QString& slotText();
+    void requestReview();
+
+    CalculatorModel m_model;
+    Presenter* m_presenter = nullptr;
+    QString m_displayNumber = QStringLiteral("0");
+    QString m_resultLabel;
+    QString m_expression;
+    int m_selectionStart = 0;
+    int m_selectionEnd = 0;
+    QString m_command;
+    bool m_waitingCompute = false;
+    bool m_npvModeOn = false;
+    QHash<int, QString> m_resultStorage;
+    CashFlowList m_cashFlowArray;
+    int m_upCount = 0;
+    std::shared_ptr<HistoryLog> m_logArray = std::make_shared<HistoryLog>();
+};

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+#include <vector>
+
+// One entry of the keypad's cash-flow list: an amount and how many
+// consecutive periods it repeats, both kept as the display texts typed.
+struct CashFlow {
+    QString cash = QStringLiteral("0");
+    QString freq = QStringLiteral("1");
+};
+using CashFlowList = std::vector<CashFlow>;
+
+// The arithmetic behind the keypad's financial keys: the five TVM registers
+// with P/Y, C/Y and BEG/END, NPV and IRR of a cash-flow list, and the
+// evaluation of typed expressions.
+//
+// Money carries no sign by direction: the registers satisfy
+//   FV = PV·(1 + i)^N + PMT·(1 + i·b)·((1 + i)^N − 1)/i
+// with i the rate per payment period and b = 1 in "BEG" mode, else 0.
+// Nothing reports an error: impossible inputs give infinities or NaN.
+class CalculatorModel {
+public:
+    int paymentFrequency = 0; // P/Y
+    double period = 0;        // N
+    double rate = 0;          // I/Y, annual percent
+    double pv = 0;
+    double pmt = 0;
+    double fv = 0;
+    double compounding = 0; // C/Y; formulas use its integer part
+    QString paymentMode;    // "BEG", or anything else for END
+    double npv = 0;
+    double irr = 0;
+
+    static double equivalentRateOfRateAndCompoundingAndNewCompounding(double rate, int compounding,
+                                                                       int newCompounding);
+    static double equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(
+        double rate, int compounding, int newCompounding);
+
+    void computePeriod();
+    void computeRate(); // bisection over 0 % to 100 %
+    void computePayment();
+    void computePresentValue();
+    void computeFutureValue();
+
+    // NPV at `rate` per period (a fraction) of the 100-entry list.
+    static double calculateNpvWithRate(const CashFlowList& flows, double rate);
+    // IRR per period as a fraction; NaN when bisection over (−1, 1) finds
+    // no rate within 10001 steps.
+    static double calculateIrr(const CashFlowList& flows);
+
+    static std::optional<double> evaluateExpression(const QString& text);
+
+    // A display text as a number: the locale's form first, then the C form
+    // (so "NaN" and "Infinity" read back too); unreadable text is 0.
+    static double numberFromText(const QString& text);
+
+    static constexpr int cashFlowCount = 100;
+    static CashFlowList freshCashFlows() { return CashFlowList(cashFlowCount); }
+
+private:
+    int compoundingPeriods() const;
+    double ratePerPeriod() const;
+    double beginFactor(double i) const;
+};

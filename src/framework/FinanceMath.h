@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cmath>
+
+// Growth factors of compound interest, evaluated so that tiny rates over
+// huge numbers of periods stay exact: (1 + x)^y as exp(y·log1p(x)) and
+// (1 + x)^y − 1 as expm1(y·log1p(x)). Outside the domain where that form
+// holds (x ≤ −1, infinite or NaN arguments) the plain power gives the
+// IEEE answer.
+namespace FinanceMath {
+
+inline bool usesLogForm(double x, double y)
+{
+    return x > -1.0 && std::isfinite(x) && std::isfinite(y);
+}
+
+// (1 + x)^y
+inline double growthFactor(double x, double y)
+{
+    return usesLogForm(x, y) ? std::exp(y * std::log1p(x)) : std::pow(1.0 + x, y);
+}
+
+// (1 + x)^y − 1
+inline double growthFactorMinusOne(double x, double y)
+{
+    return usesLogForm(x, y) ? std::expm1(y * std::log1p(x)) : std::pow(1.0 + x, y) - 1.0;
+}
+
+// The nominal annual rate (a fraction) that, compounded `newCompounding`
+// times a year, is worth `rate` compounded `compounding` times a year:
+// n × ((1 + rate/m)^(m/n) − 1).
+inline double equivalentRate(double rate, int compounding, int newCompounding)
+{
+    const double m = compounding;
+    const double n = newCompounding;
+    return n * growthFactorMinusOne(rate / m, m / n);
+}
+
+} // namespace FinanceMath

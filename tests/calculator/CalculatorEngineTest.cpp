@@ -1,0 +1,386 @@
+#include "TestSupport.h"
+
+#include "calculator/CalculatorController.h"
+#include "calculator/CalculatorHistoryModel.h"
+#include "calculator/CalculatorKeypad.h"
+#include "framework/NumberFormat.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Services.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+// Drives the engine the way the screen does: through the real keypad and
+// its notifications.
+class EngineTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        review = std::make_shared<CountingReviewPrompt>();
+        Services::setReviewPrompt(review);
+        engine = std::make_unique<CalculatorController>();
+        engine->setPresenter(&presenter);
+    }
+
+    // Each argument is a key title, or a run of characters typed one key
+    // each.
+    void keys(std::initializer_list<QString> presses)
+    {
+        for (const QString& press : presses) {
+            if (keypad.indexOfShownTitle(press) >= 0) {
+                keypad.buttonClicked(keypad.indexOfShownTitle(press));
+                continue;
+            }
+            for (const QChar c : press) {
+                const int index = keypad.indexOfShownTitle(QString(c));
+                ASSERT_GE(index, 0) << "no key " << QString(c).toStdString();
+                keypad.buttonClicked(index);
+            }
+        }
+    }
+
+    QString display() const { return engine->displayNumber(); }
+    QString label() const { return engine->resultLabel(); }
+    QString local(const char* number) const
+    {
+        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
+    }
+    QStringList commands() const
+    {
+        QStringList out;
+        for (const HistoryEntry& e : *engine->logArray())
+            out << e.command;
+        return out;
+    }
+
+    CalculatorKeypad keypad;
+    ScriptedPresenter presenter;
+    std::shared_ptr<CountingReviewPrompt> review;
+    std::unique_ptr<CalculatorController> engine;
+};
+
+TEST_F(EngineTest, StartsClearedWithDefaultRegisters)
+{
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(engine->model().paymentFrequency, 1);
+    EXPECT_EQ(engine->model().compounding, 1);
+    EXPECT_EQ(engine->model().paymentMode, "END");
+    EXPECT_EQ(engine->cashFlowArray().size(), 100u);
+    EXPECT_EQ(engine->historyCount(), 0);
+}
+
+TEST_F(EngineTest, TypingAndEvaluatingExpressions)
+{
+    keys({"1+2*3", "="});
+    EXPECT_EQ(display(), "7");
+    EXPECT_EQ(label(), "Ans");
+    EXPECT_EQ(engine->expression(), "1+2*3") << "= leaves the expression";
+    ASSERT_EQ(engine->historyCount(), 1);
+    const HistoryEntry entry = engine->logArray()->first();
+    EXPECT_EQ(entry.result, "7");
+    EXPECT_EQ(entry.expression, "1+2*3");
+    EXPECT_EQ(entry.command, "Evaluate Expression");
+    EXPECT_EQ(entry.resultLabel, "Ans");
+
+    keys({"CE", "2", "y\u02e3", "0.5", "="});
+    EXPECT_EQ(engine->expression(), "2^0.5");
+    EXPECT_EQ(display(), local("1.4143")) << "four digits, rounded away from zero";
+
+    keys({"CE", "2ND", "SIN", "2ND", "0", ")", "="});
+    EXPECT_EQ(engine->expression(), "sin(0)");
+    EXPECT_EQ(display(), "0");
+    keys({"CE", "2ND", "\u03c0", "2ND", "\u221ax", "4", ")", "LN", "1", ")", "+"});
+    EXPECT_EQ(engine->expression(), "pisqrt(4)ln(1)+");
+}
+
+TEST_F(EngineTest, InvalidExpressionShowsZeroAndLogsNothing)
+{
+    keys({"2*+3", "="});
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(engine->historyCount(), 0);
+}
+
+TEST_F(EngineTest, CaretEditing)
+{
+    keys({"123"});
+    keys({"\u2190", "\u2190", "9"});
+    EXPECT_EQ(engine->expression(), "1923");
+    keys({"\u21e6"});
+    EXPECT_EQ(engine->expression(), "123");
+    EXPECT_EQ(engine->selectionStart(), 1);
+    keys({"\u2192", "\u2192", "\u2192", "\u2192", "4"});
+    EXPECT_EQ(engine->expression(), "1234");
+    engine->setSelection(1, 3);
+    keys({"\u21e6"});
+    EXPECT_EQ(engine->expression(), "14");
+    engine->setSelection(0, 2);
+    keys({"7"});
+    EXPECT_EQ(engine->expression(), "7") << "typing replaces the selection";
+    engine->setSelection(0, 0);
+    keys({"\u21e6", "\u2190"});
+    EXPECT_EQ(engine->expression(), "7");
+    EXPECT_EQ(engine->selectionStart(), 0);
+}
+
+TEST_F(EngineTest, LoanPaymentThroughTheKeys)
+{
+    keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",
+          "PMT"});
+    EXPECT_EQ(label(), "PMT");
+    EXPECT_EQ(display(), local("-1498.8764"));
+    EXPECT_EQ(engine->command(), "Compute PMT");
+    EXPECT_FALSE(engine->waitingCompute());
+    EXPECT_EQ(commands().last(), "Compute PMT");
+    EXPECT_EQ(commands().count("Evaluate Expression"), 6) << "each entry logs its value";
+    EXPECT_GE(review->requestCount(), 2) << "PV and FV entries ask for a review";
+}
+
+TEST_F(EngineTest, ComputeNWithoutAHistoryEntryComputePvWithOne)
+{
+    keys({"100", "PV", "10", "I/Y", "0", "PMT", "259.374246", "FV"});
+    const int before = engine->historyCount();
+    keys({"2", "CPT", "N"});
+    EXPECT_EQ(label(), "N");
+    EXPECT_NEAR(engine->model().period, 10, 1e-6);
+    EXPECT_EQ(display(), NumberFormat::displayString(engine->model().period));
+    EXPECT_EQ(engine->historyCount(), before) << "Compute N is not logged";
+    EXPECT_EQ(engine->expression(), "2") << "a compute leaves the expression";
+
+    keys({"CE", "CPT", "PV"});
+    EXPECT_EQ(display(), "100");
+    EXPECT_EQ(engine->historyCount(), before + 1);
+    EXPECT_EQ(commands().last(), "Compute PV");
+}
+
+TEST_F(EngineTest, RegisterEntryWithAnInvalidExpressionStoresZero)
+{
+    keys({"5", "PV", "2*", "PV"});
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(engine->model().pv, 0);
+    EXPECT_EQ(engine->expression(), "");
+}
+
+TEST_F(EngineTest, CptStaysArmedThroughPyAndCy)
+{
+    keys({"CPT", "4", "P/Y", "2.9", "C/Y"});
+    EXPECT_TRUE(engine->waitingCompute());
+    EXPECT_EQ(engine->model().paymentFrequency, 4);
+    EXPECT_EQ(engine->model().compounding, 2);
+    keys({"CPT", "FV"});
+    EXPECT_FALSE(engine->waitingCompute());
+}
+
+TEST_F(EngineTest, BegToggleTravelsWithEveryKey)
+{
+    keys({"BEG"});
+    EXPECT_EQ(engine->model().paymentMode, "BEG");
+    keys({"5", "N", "4", "I/Y", "100", "PMT", "CPT", "FV"});
+    EXPECT_NEAR(engine->model().fv, 100 * (std::pow(1.04, 5) - 1) / 0.04 * 1.04, 1e-9);
+    keys({"BEG"});
+    EXPECT_EQ(engine->model().paymentMode, "END");
+}
+
+TEST_F(EngineTest, CashFlowWalkAndEnter)
+{
+    keys({"CF"});
+    EXPECT_TRUE(engine->npvModeOn()) << "CF arrives with the new mode";
+    EXPECT_EQ(label(), "CF0");
+    keys({"-100", "ENTER", "\u2193"});
+    EXPECT_EQ(label(), "CF1");
+    keys({"110", "ENTER", "\u2193"});
+    EXPECT_EQ(label(), "F1");
+    EXPECT_EQ(display(), "1");
+    keys({"0", "ENTER"});
+    EXPECT_EQ(engine->cashFlowArray()[1].freq, "1") << "a frequency of 0 is refused";
+    keys({"\u2191"});
+    EXPECT_EQ(label(), "CF1");
+    EXPECT_EQ(display(), "110");
+    EXPECT_EQ(engine->cashFlowArray()[0].cash, "-100");
+
+    keys({"10", "I/Y"});
+    EXPECT_EQ(engine->model().rate, 10) << "I/Y is entered in cash-flow mode";
+    keys({"=", "5", "PV", "N"});
+    EXPECT_EQ(engine->model().pv, 0) << "PV and N do nothing in cash-flow mode";
+
+    keys({"CPT", "NPV"});
+    EXPECT_EQ(label(), "NPV");
+    EXPECT_NEAR(engine->model().npv, 0, 1e-12);
+    EXPECT_EQ(display(), NumberFormat::displayString(engine->model().npv))
+        << "a rounding residue shows as ±0.0001: the display rounds away from zero";
+    keys({"CPT", "IRR"});
+    EXPECT_EQ(label(), "IRR");
+    EXPECT_EQ(display(), local("0.1"));
+    EXPECT_EQ(commands().mid(commands().size() - 2), QStringList({"Compute NPV", "Compute IRR"}));
+    keys({"CF"});
+    EXPECT_FALSE(engine->npvModeOn());
+}
+
+TEST_F(EngineTest, CashFlowCursorStopsAtF99)
+{
+    keys({"CF"});
+    for (int i = 0; i < 250; ++i)
+        keys({"\u2193"});
+    EXPECT_EQ(engine->upCount(), CalculatorController::lastSlot);
+    EXPECT_EQ(label(), "F99");
+    keys({"7", "ENTER"});
+    EXPECT_EQ(engine->cashFlowArray()[99].freq, "7");
+    keys({"\u2191"});
+    EXPECT_EQ(label(), "CF99");
+}
+
+TEST_F(EngineTest, IrrNeedsCptAndNpvWorksOutsideCashFlowMode)
+{
+    keys({"IRR"});
+    EXPECT_EQ(engine->historyCount(), 0);
+    const int reviews = review->requestCount();
+    keys({"NPV"});
+    EXPECT_EQ(review->requestCount(), reviews + 1) << "NPV always asks for a review";
+    keys({"CPT", "NPV"});
+    EXPECT_EQ(label(), "NPV");
+    EXPECT_EQ(display(), "0");
+}
+
+TEST_F(EngineTest, StoreAndRecallWithTheirAlerts)
+{
+    keys({"42", "="});
+    presenter.script({{"OK", "7"}});
+    keys({"STO"});
+    ASSERT_EQ(presenter.requests.size(), 1u);
+    EXPECT_EQ(presenter.requests[0].title, "Store");
+    EXPECT_EQ(presenter.requests[0].message,
+              "Please enter an index to store the result 42.\n(Index must be between 0-100)");
+    EXPECT_TRUE(presenter.requests[0].numericTextField);
+    EXPECT_EQ(engine->resultStorage().value(7), "42");
+
+    presenter.script({{"OK", "101"}});
+    keys({"STO"});
+    EXPECT_FALSE(engine->resultStorage().contains(101));
+    presenter.script({{"OK", "-5"}});
+    keys({"STO"});
+    EXPECT_EQ(engine->resultStorage().value(-5), "42");
+    presenter.script({{"OK", "abc"}});
+    keys({"STO"});
+    EXPECT_EQ(engine->resultStorage().value(0), "42") << "unreadable text is index 0";
+
+    keys({"CE", "1", "="});
+    presenter.script({{"OK", "7"}});
+    keys({"RCL"});
+    EXPECT_EQ(presenter.requests.back().title, "Store") << "the recall alert reuses the title";
+    EXPECT_EQ(presenter.requests.back().message,
+              "Please enter an index to recall a value.\n(Index is between 0-100)");
+    EXPECT_EQ(display(), "42");
+    EXPECT_EQ(engine->expression(), "42");
+    EXPECT_EQ(label(), "Ans");
+    presenter.script({{"OK", "55"}});
+    keys({"RCL"});
+    EXPECT_EQ(display(), "");
+    EXPECT_EQ(engine->expression(), "");
+}
+
+TEST_F(EngineTest, ResetKeepsTheCursorAndClearsTheRest)
+{
+    keys({"CF", "\u2193", "\u2193", "\u2193", "5", "ENTER"});
+    presenter.script({{"OK", "3"}});
+    keys({"STO", "CF", "1", "PV", "CPT"});
+    keys({"2ND", "RESET"});
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(engine->upCount(), 3);
+    EXPECT_TRUE(engine->waitingCompute()) << "RESET leaves CPT armed";
+    EXPECT_EQ(engine->model().pv, 0);
+    EXPECT_TRUE(engine->resultStorage().isEmpty());
+    EXPECT_EQ(engine->historyCount(), 0);
+    EXPECT_EQ(engine->cashFlowArray()[2].cash, "0");
+}
+
+TEST_F(EngineTest, HistoryClearIsLocalToTheScreen)
+{
+    keys({"1+1", "=", "CE", "2*3", "="});
+    QSignalSpy historySpy(engine.get(), &CalculatorController::historyRequested);
+    keys({"2ND", "HIST"});
+    EXPECT_EQ(historySpy.count(), 1);
+
+    CalculatorHistoryModel history;
+    history.setCalculator(engine.get());
+    ASSERT_EQ(history.rowCount(), 2);
+    EXPECT_EQ(history.data(history.index(1), CalculatorHistoryModel::ResultRole), "6");
+    EXPECT_EQ(history.data(history.index(1), CalculatorHistoryModel::DetailRole), "2*3");
+    history.clearClicked();
+    EXPECT_EQ(history.rowCount(), 0);
+
+    CalculatorHistoryModel again;
+    again.setCalculator(engine.get());
+    EXPECT_EQ(again.rowCount(), 2);
+}
+
+TEST_F(EngineTest, HistoryRowsShowCommandsAndLabelsWithoutEquals)
+{
+    keys({"100", "PV", "5", "I/Y", "10", "N", "CPT", "FV"});
+    CalculatorHistoryModel history;
+    history.setCalculator(engine.get());
+    const int last = history.rowCount() - 1;
+    EXPECT_EQ(history.data(history.index(last), CalculatorHistoryModel::DetailRole), "Compute FV");
+    EXPECT_EQ(history.data(history.index(last), CalculatorHistoryModel::LabelRole), "FV");
+}
+
+TEST(Keypad, GridTitlesTogglesAndNotifications)
+{
+    CalculatorKeypad keypad;
+    ASSERT_EQ(keypad.rowCount(), 44);
+    EXPECT_EQ(keypad.shownTitle(20), "(");
+    QObject listener;
+    QStringList titles;
+    QList<bool> npv;
+    NotificationCenter::defaultCenter().addObserver(
+        &listener, "CalculatorButtonClickedNotification", [&](const Notification& n) {
+            titles << n.userInfo.value("title").toString();
+            npv << n.userInfo.value("npv-mode").toBool();
+            EXPECT_TRUE(n.userInfo.contains("beg-mode"));
+            EXPECT_EQ(n.sender, nullptr);
+        });
+    keypad.buttonClicked(keypad.indexOfShownTitle("2ND"));
+    EXPECT_EQ(keypad.shownTitle(20), "SIN");
+    EXPECT_EQ(keypad.data(keypad.index(5), CalculatorKeypad::BorderedRole), true);
+    keypad.buttonClicked(20);
+    keypad.buttonClicked(keypad.indexOfShownTitle("CF"));
+    keypad.buttonClicked(keypad.indexOfShownTitle("CF"));
+    EXPECT_EQ(titles, QStringList({"2ND", "SIN", "CF", "CF"}));
+    EXPECT_EQ(npv, QList<bool>({false, false, true, false}));
+    EXPECT_TRUE(keypad.secondaryButtonsOn()) << "2ND stays on after a second function";
+    keypad.loadButtonDictionary();
+    EXPECT_FALSE(keypad.secondaryButtonsOn());
+    EXPECT_EQ(keypad.shownTitle(20), "(");
+}
+
+TEST(Keypad, PackedLayoutWithADoubleWidthZero)
+{
+    CalculatorKeypad keypad;
+    const qreal w = 412, h = 630;
+    EXPECT_EQ(keypad.keyRect(0, w, h), QRectF(0, 0, 82.4, 70));
+    EXPECT_EQ(keypad.keyRect(1, w, h).left(), 82) << "packed onto whole points";
+    EXPECT_EQ(keypad.keyRect(4, w, h).left(), 328);
+    EXPECT_EQ(keypad.keyRect(5, w, h).topLeft(), QPointF(0, 70));
+    const int zero = keypad.indexOfShownTitle("0");
+    EXPECT_EQ(zero, 41);
+    EXPECT_NEAR(keypad.keyRect(zero, w, h).width(), 2 * 82.4, 1e-9);
+    // The last row: CE, 0, ".", "=".
+    for (int i = 40; i < 44; ++i)
+        EXPECT_EQ(keypad.keyRect(i, w, h).top(), 8 * 70) << i;
+    EXPECT_LE(keypad.keyRect(43, w, h).right(), w);
+    for (int i = 0; i < 44; ++i)
+        EXPECT_LE(keypad.keyRect(i, w, h).right(), w + 1e-9) << i;
+    EXPECT_TRUE(keypad.keyRect(44, w, h).isNull());
+}
+
+TEST(Keypad, PhysicalKeysMapToTitles)
+{
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Return, "\r"), "=");
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Backspace, ""), "\u21e6");
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Left, ""), "\u2190");
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_7, "7"), "7");
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_AsciiCircum, "^"), "y\u02e3");
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_A, "a"), "");
+}
+
+} // namespace

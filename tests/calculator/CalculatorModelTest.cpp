@@ -1,0 +1,236 @@
+#include "calculator/CalculatorModel.h"
+#include "framework/FinanceMath.h"
+
+#include <QLocale>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+CalculatorModel registers(double n, double iy, double pv, double pmt, double fv, int py = 1,
+                          double cy = 1, const char* mode = "END")
+{
+    CalculatorModel m;
+    m.period = n;
+    m.rate = iy;
+    m.pv = pv;
+    m.pmt = pmt;
+    m.fv = fv;
+    m.paymentFrequency = py;
+    m.compounding = cy;
+    m.paymentMode = QString::fromLatin1(mode);
+    return m;
+}
+
+CashFlowList flows(std::initializer_list<std::pair<const char*, const char*>> entries)
+{
+    CashFlowList list = CalculatorModel::freshCashFlows();
+    size_t i = 0;
+    for (const auto& [cash, freq] : entries)
+        list[i++] = {QString::fromLatin1(cash), QString::fromLatin1(freq)};
+    return list;
+}
+
+TEST(RateConversion, EqualCompoundingKeepsTheRate)
+{
+    EXPECT_DOUBLE_EQ(
+        CalculatorModel::equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(0.12, 12,
+                                                                                        12),
+        0.01);
+    // 12 % compounded monthly, paid annually: (1.01)^12 - 1.
+    EXPECT_NEAR(CalculatorModel::equivalentRateOfRateAndCompoundingAndNewCompounding(0.12, 12, 1),
+                std::pow(1.01, 12) - 1, 1e-15);
+    // 6 % compounded annually, paid monthly: 12((1.06)^(1/12) - 1).
+    EXPECT_NEAR(CalculatorModel::equivalentRateOfRateAndCompoundingAndNewCompounding(0.06, 1, 12),
+                12 * (std::pow(1.06, 1.0 / 12) - 1), 1e-15);
+}
+
+TEST(TvmSolver, TextbookFutureValueAndRateBisection)
+{
+    CalculatorModel m = registers(10, 10, 100, 0, 0);
+    m.computeFutureValue();
+    EXPECT_NEAR(m.fv, 259.374246010, 1e-9);
+
+    m.fv = 259.374246;
+    m.rate = 0;
+    m.computeRate();
+    EXPECT_NEAR(m.rate, 10, 1e-6);
+}
+
+TEST(TvmSolver, MortgagePaymentAndSignConvention)
+{
+    // 250,000 over 30 years at 6 % monthly: money is unsigned by direction,
+    // so the payment that clears the loan comes out negative.
+    CalculatorModel m = registers(360, 6, 250000, 0, 0, 12, 12);
+    m.computePayment();
+    EXPECT_NEAR(m.pmt, -1498.876313, 1e-6);
+    m.computePeriod();
+    EXPECT_NEAR(m.period, 360, 1e-9);
+}
+
+TEST(TvmSolver, SolvingAnyRegisterFromTheOtherFourReproducesIt)
+{
+    struct Case {
+        double n, iy, pv, pmt, fv;
+        int py;
+        double cy;
+        const char* mode;
+    };
+    const Case cases[] = {
+        {360, 6, 250000, -1498.876313, 0, 12, 12, "END"},
+        {10, 10, 100, 0, 0, 1, 1, "END"},
+        {20, 7.5, 5000, 200, 0, 1, 1, "BEG"},
+        {48, 3.9, 25000, -500, 0, 12, 4, "END"},
+        {15.5, 2.25, 1000, 50, 0, 2, 365, "BEG"},
+    };
+    for (const Case& c : cases) {
+        CalculatorModel base = registers(c.n, c.iy, c.pv, c.pmt, c.fv, c.py, c.cy, c.mode);
+        base.computeFutureValue(); // a consistent set of five
+        const auto check = [&](void (CalculatorModel::*solve)(), double CalculatorModel::*reg,
+                               const char* name) {
+            CalculatorModel m = base;
+            m.*reg = 12345.678; // garbage that must be overwritten
+            (m.*solve)();
+            EXPECT_NEAR(m.*reg, base.*reg, 1e-6 * std::max(1.0, std::fabs(base.*reg)))
+                << name << " for N=" << c.n << " I/Y=" << c.iy << " " << c.mode;
+        };
+        check(&CalculatorModel::computePresentValue, &CalculatorModel::pv, "PV");
+        check(&CalculatorModel::computePayment, &CalculatorModel::pmt, "PMT");
+        check(&CalculatorModel::computePeriod, &CalculatorModel::period, "N");
+        check(&CalculatorModel::computeFutureValue, &CalculatorModel::fv, "FV");
+        CalculatorModel m = base;
+        m.rate = 0;
+        m.computeRate();
+        EXPECT_NEAR(m.rate, base.rate, 1e-5) << "I/Y for N=" << c.n;
+    }
+}
+
+TEST(TvmSolver, BeginModeMultipliesThePaymentTermAndCyIsTruncated)
+{
+    CalculatorModel end = registers(5, 4, 0, 100, 0);
+    CalculatorModel beg = registers(5, 4, 0, 100, 0, 1, 1, "BEG");
+    end.computeFutureValue();
+    beg.computeFutureValue();
+    EXPECT_NEAR(beg.fv, end.fv * 1.04, 1e-9);
+
+    CalculatorModel a = registers(10, 8, 100, 0, 0, 1, 2.9);
+    CalculatorModel b = registers(10, 8, 100, 0, 0, 1, 2);
+    a.computeFutureValue();
+    b.computeFutureValue();
+    EXPECT_EQ(a.fv, b.fv) << "C/Y 2.9 acts as 2";
+}
+
+TEST(TvmSolver, ZeroRateGivesNonFiniteResultsNotErrors)
+{
+    CalculatorModel m = registers(10, 0, 100, 10, 0);
+    m.computeFutureValue();
+    EXPECT_FALSE(std::isfinite(m.fv));
+    m = registers(10, 0, 100, 10, 0);
+    m.computePayment();
+    EXPECT_FALSE(std::isfinite(m.pmt));
+    m = registers(10, 0, 100, 10, 500);
+    m.computePeriod();
+    EXPECT_FALSE(std::isfinite(m.period));
+    m = registers(10, 5, 100, 10, 0, 0); // P/Y 0
+    m.computePresentValue();
+    EXPECT_FALSE(std::isfinite(m.pv));
+}
+
+TEST(TvmSolver, UnreachableRateEndsAtTheEdgeOfTheRange)
+{
+    CalculatorModel high = registers(1, 0, 100, 0, 1000); // needs 900 %
+    high.computeRate();
+    EXPECT_NEAR(high.rate, 100, 1e-9);
+    CalculatorModel low = registers(1, 0, 100, 0, 50); // needs a negative rate
+    low.computeRate();
+    EXPECT_NEAR(low.rate, 0, 1e-9);
+}
+
+TEST(TvmSolver, KahansPennyASecondStaysExactToTheCent)
+{
+    // A penny deposited every second for a year at 10 % compounded every
+    // second.
+    CalculatorModel m = registers(31536000, 10, 0, 0.01, 0, 31536000, 31536000);
+    m.computeFutureValue();
+    EXPECT_EQ(std::round(m.fv * 10000) / 10000, 331667.0067);
+    EXPECT_NEAR(m.fv, 331667.00669, 0.005);
+}
+
+TEST(FinanceMath, GrowthFactorsMatchThePowerWhereItIsExact)
+{
+    EXPECT_DOUBLE_EQ(FinanceMath::growthFactor(0.1, 2), 1.21);
+    EXPECT_DOUBLE_EQ(FinanceMath::growthFactorMinusOne(0.1, 2), 0.21);
+    EXPECT_EQ(FinanceMath::growthFactor(-1, 2), 0);
+    EXPECT_EQ(FinanceMath::growthFactor(-1, 0), 1) << "0^0 is 1, as pow says";
+    EXPECT_EQ(FinanceMath::growthFactor(-1.5, 2), 0.25);
+    EXPECT_TRUE(std::isinf(FinanceMath::growthFactor(-1, -1)));
+    // (1 + 1e-12)^3 - 1 = 3e-12 + 3e-24 + 1e-36: the second term survives.
+    EXPECT_NEAR(FinanceMath::growthFactorMinusOne(1e-12, 3), 3e-12 + 3e-24, 1e-27);
+}
+
+TEST(CashFlows, NpvDiscountsEachPeriodAndFrequenciesRepeat)
+{
+    const CashFlowList simple = flows({{"-100", "1"}, {"110", "1"}});
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(simple, 0.1), 0, 1e-12);
+    EXPECT_NEAR(CalculatorModel::calculateIrr(simple), 0.1, 1e-6);
+
+    // freq 3 takes periods 1..3; 0.2 counts once; 0 is skipped.
+    const CashFlowList repeated = flows({{"-1000", "1"}, {"300", "3"}, {"50", "0"}, {"200", "0.2"}});
+    const double r = 0.05;
+    const double expected = -1000 + 300 / 1.05 + 300 / std::pow(1.05, 2) +
+                            300 / std::pow(1.05, 3) + 200 / std::pow(1.05, 4);
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(repeated, r), expected, 1e-9);
+}
+
+TEST(CashFlows, LongRunsUseTheSeriesAndAgreeWithTermByTermSums)
+{
+    const CashFlowList longRun = flows({{"-5000", "1"}, {"100", "360"}});
+    double expected = -5000;
+    for (int p = 1; p <= 360; ++p)
+        expected += 100 / std::pow(1.004, p);
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(longRun, 0.004), expected, 1e-8);
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(longRun, 0.0), -5000 + 36000, 1e-9);
+
+    // A frequency no loop could walk still answers at once.
+    const CashFlowList huge = flows({{"-100", "1"}, {"1", "1e15"}});
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(huge, 0.01), -100 + 1 / 0.01, 1e-9);
+}
+
+TEST(CashFlows, IrrWithoutASignChangeIsNaNAndReturnsQuickly)
+{
+    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"100", "1"}, {"110", "1"}}))));
+    // Near −100 % the empty entries' 0/(1 + r)^p turns into 0/0: a NaN NPV
+    // ends the search at that rate, as a converged one would.
+    EXPECT_EQ(CalculatorModel::calculateIrr(flows({{"-100", "1"}, {"-5", "3"}})), -0.99951171875);
+    // All zero: the NPV is 0 at the first mid, 0 %.
+    EXPECT_EQ(CalculatorModel::calculateIrr(CalculatorModel::freshCashFlows()), 0);
+}
+
+TEST(CashFlows, TextbookIrr)
+{
+    // -1000, then 300, 400, 500: IRR ≈ 8.896 %.
+    const CashFlowList list = flows({{"-1000", "1"}, {"300", "1"}, {"400", "1"}, {"500", "1"}});
+    const double irr = CalculatorModel::calculateIrr(list);
+    EXPECT_NEAR(irr, 0.0889633947, 1e-6);
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(list, irr), 0, 1e-6);
+}
+
+TEST(NumberFromText, ReadsDisplayTextsBack)
+{
+    EXPECT_EQ(CalculatorModel::numberFromText("12.5"), 12.5);
+    EXPECT_EQ(CalculatorModel::numberFromText(QLocale().toString(12.5)), 12.5);
+    EXPECT_TRUE(std::isnan(CalculatorModel::numberFromText("NaN")));
+    EXPECT_EQ(CalculatorModel::numberFromText("-Infinity"), -INFINITY);
+    EXPECT_EQ(CalculatorModel::numberFromText("junk"), 0);
+    EXPECT_EQ(CalculatorModel::numberFromText(""), 0);
+}
+
+TEST(Expressions, EvaluateWithPiOnly)
+{
+    EXPECT_EQ(CalculatorModel::evaluateExpression("2*pi"), 2 * M_PI);
+    EXPECT_FALSE(CalculatorModel::evaluateExpression("x").has_value());
+}
+
+} // namespace

@@ -7,6 +7,7 @@
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
 
+#include <QLocale>
 #include <QPointer>
 
 #include <climits>
@@ -155,6 +156,16 @@ void CalculatorController::receiveCalculatorButtonClickedNotification(const QVar
         resetCalculator();
         requestReview();
     }
+}
+
+void CalculatorController::typeLetters(const QString& letters)
+{
+    for (const QChar c : letters) {
+        if (c < u'a' || c > u'z')
+            return;
+    }
+    if (!letters.isEmpty())
+        insertText(letters);
 }
 
 void CalculatorController::operateFinancialButton(const QString& title)
@@ -453,7 +464,9 @@ void CalculatorController::showRecallAlert()
             return;
         const QString value = self->m_resultStorage.value(index);
         self->setDisplayNumber(value);
-        self->setExpression(value, int(value.size()));
+        // The expression line always takes "." as its decimal point.
+        const QString typed = QString(value).replace(QLocale().decimalPoint(), QStringLiteral("."));
+        self->setExpression(typed, int(typed.size()));
         self->setResultLabel(QStringLiteral("Ans"));
     });
 }

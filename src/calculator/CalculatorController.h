@@ -67,6 +67,11 @@ public:
 
     void receiveCalculatorButtonClickedNotification(const QVariantMap& userInfo);
 
+    // Letters typed on a physical keyboard go straight into the expression
+    // line, for the functions without a key (atan, log). Anything but a-z
+    // is ignored.
+    Q_INVOKABLE void typeLetters(const QString& letters);
+
     void operateFinancialButton(const QString& title);
     void operateTvmButtons(const QString& title);
     void operateNpvButtons(const QString& title);

@@ -183,11 +183,12 @@ QRectF CalculatorKeypad::keyRect(int index, qreal width, qreal height) const
     return previous;
 }
 
-QString CalculatorKeypad::titleForKeyboard(int key, const QString& text)
+QString CalculatorKeypad::titleForKeyboard(int key, const QString& text, bool npvMode)
 {
     switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        return npvMode ? QStringLiteral("ENTER") : QStringLiteral("=");
     case Qt::Key_Equal:
         return QStringLiteral("=");
     case Qt::Key_Backspace:

@@ -65,10 +65,10 @@ public:
     Q_INVOKABLE QRectF keyRect(int index, qreal width, qreal height) const;
 
     // The key title a physical key stands for ("" when none): digits,
-    // operators, "." and parentheses type themselves, ^ is "yˣ", Enter and
-    // "=" are "=", Backspace and Delete "⇦", Escape "CE", arrows the caret
-    // and cash-flow keys.
-    Q_INVOKABLE static QString titleForKeyboard(int key, const QString& text);
+    // operators, "." and parentheses type themselves, ^ is "yˣ", Enter is
+    // "=" (ENTER in cash-flow mode), "=" is "=", Backspace and Delete "⇦",
+    // Escape "CE", arrows the caret and cash-flow keys.
+    Q_INVOKABLE static QString titleForKeyboard(int key, const QString& text, bool npvMode = false);
 
     static void sendButtonClickedNotification(const QString& title, bool npvMode, bool begMode);
 

@@ -95,6 +95,15 @@ TEST_F(EngineTest, TypingAndEvaluatingExpressions)
     EXPECT_EQ(engine->expression(), "pisqrt(4)ln(1)+");
 }
 
+TEST_F(EngineTest, LettersFromAKeyboardReachFunctionsWithoutKeys)
+{
+    engine->typeLetters("atan");
+    keys({"(", "1", ")", "*", "4", "="});
+    EXPECT_EQ(display(), local("3.1416"));
+    engine->typeLetters("x1");
+    EXPECT_EQ(engine->expression(), "atan(1)*4") << "only letters are typed";
+}
+
 TEST_F(EngineTest, InvalidExpressionShowsZeroAndLogsNothing)
 {
     keys({"2*+3", "="});
@@ -273,6 +282,16 @@ TEST_F(EngineTest, StoreAndRecallWithTheirAlerts)
     EXPECT_EQ(display(), "42");
     EXPECT_EQ(engine->expression(), "42");
     EXPECT_EQ(label(), "Ans");
+    keys({"CE", "1.5", "="});
+    presenter.script({{"OK", "8"}});
+    keys({"STO", "CE"});
+    presenter.script({{"OK", "8"}});
+    keys({"RCL"});
+    EXPECT_EQ(display(), local("1.5"));
+    EXPECT_EQ(engine->expression(), "1.5") << "the expression line always takes a point";
+    keys({"*", "2", "="});
+    EXPECT_EQ(display(), "3");
+
     presenter.script({{"OK", "55"}});
     keys({"RCL"});
     EXPECT_EQ(display(), "");
@@ -381,6 +400,8 @@ TEST(Keypad, PhysicalKeysMapToTitles)
     EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_7, "7"), "7");
     EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_AsciiCircum, "^"), "y\u02e3");
     EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_A, "a"), "");
+    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Enter, "", true), "ENTER")
+        << "in cash-flow mode Enter stores the slot";
 }
 
 } // namespace

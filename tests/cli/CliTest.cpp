@@ -114,6 +114,65 @@ TEST_F(CliTest, EvalPrintsSeventeenSignificantDigitsOrFails)
     EXPECT_EQ(run({"eval"}), 1);
 }
 
+TEST_F(CliTest, KeysDriveTheKeypadAndShowTheDisplay)
+{
+    const QString dec = QLocale().decimalPoint();
+    ASSERT_EQ(run({"keys", "12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0",
+                   "FV", "CPT", "PMT"}),
+              0)
+        << stderrText.toStdString();
+    EXPECT_EQ(stdoutText, "display: -1498" + dec + "8764\nlabel: PMT\n");
+
+    ASSERT_EQ(run({"keys", "CF", "-100", "ENTER", "DOWN", "110", "ENTER", "CPT", "IRR"}), 0);
+    EXPECT_EQ(stdoutText, "display: 0" + dec + "1\nlabel: IRR\n");
+
+    ASSERT_EQ(run({"keys", "2ND", "SIN", "2ND", "0)", "="}), 0);
+    EXPECT_EQ(stdoutText, "display: 0\nlabel: Ans\n");
+
+    ASSERT_EQ(run({"keys", "42", "=", "STO=3", "CE", "7", "RCL=3"}), 0);
+    EXPECT_EQ(stdoutText, "display: 42\nlabel: Ans\n");
+    ASSERT_EQ(run({"keys", "9*8", "DEL", "SQRT", "16)", "="}), 0);
+    EXPECT_EQ(stdoutText, "display: 36\nlabel: Ans\n");
+    ASSERT_EQ(run({"keys", "2ND", "PI", "2ND", "*2", "LEFT", "LEFT", "LEFT", "LEFT", "(", "RIGHT",
+                   "RIGHT", ")", "="}),
+              0);
+    EXPECT_EQ(stdoutText, "display: 6" + dec + "2832\nlabel: Ans\n") << "(pi)*2";
+}
+
+TEST_F(CliTest, KeysJsonCarriesHistoryAndRegisters)
+{
+    ASSERT_EQ(run({"keys", "100", "PV", "10", "I/Y", "10", "N", "CPT", "FV", "--json"}), 0);
+    const QJsonObject json = QJsonDocument::fromJson(stdoutText.toUtf8()).object();
+    ASSERT_FALSE(json.isEmpty()) << stdoutText.toStdString();
+    EXPECT_EQ(json["label"].toString(), "FV");
+    EXPECT_EQ(json["expression"].toString(), "");
+    const QJsonObject registers = json["registers"].toObject();
+    EXPECT_EQ(registers.keys(), QStringList({"C/Y", "FV", "I/Y", "IRR", "N", "NPV", "P/Y", "PMT",
+                                             "PV"}));
+    EXPECT_NEAR(registers["FV"].toDouble(), 259.37424601, 1e-8);
+    EXPECT_EQ(registers["P/Y"].toDouble(), 1);
+    const QJsonArray history = json["history"].toArray();
+    ASSERT_EQ(history.size(), 4);
+    EXPECT_EQ(history[3].toObject()["command"].toString(), "Compute FV");
+    EXPECT_EQ(history[0].toObject().keys(),
+              QStringList({"command", "expression", "result", "result-label"}));
+
+    ASSERT_EQ(run({"keys", "CPT", "IRR", "1", "PV", "0", "P/Y", "CPT", "FV", "--json"}), 0);
+    const QJsonObject odd = QJsonDocument::fromJson(stdoutText.toUtf8()).object();
+    EXPECT_EQ(odd["registers"].toObject()["FV"].toString(), "NaN") << "non-finite as strings";
+}
+
+TEST_F(CliTest, KeysRefuseTitlesTheKeypadDoesNotShow)
+{
+    EXPECT_EQ(run({"keys", "SIN"}), 1) << "SIN needs 2ND first";
+    EXPECT_TRUE(stderrText.contains("SIN"));
+    EXPECT_EQ(run({"keys", "2ND", "("}), 1);
+    EXPECT_TRUE(stderrText.contains("2ND is on"));
+    EXPECT_EQ(run({"keys", "FOO"}), 1);
+    EXPECT_EQ(run({"keys"}), 1);
+    EXPECT_EQ(run({"keys", "--help"}), 0);
+}
+
 TEST_F(CliTest, ShowOfAReportWhoseFileIsMissingFails)
 {
     save({"A/B"});

@@ -7,7 +7,7 @@ ApplicationWindow {
     id: window
 
     // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "calculator", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
+    readonly property var screenshotSteps: ["functions", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -23,6 +23,37 @@ ApplicationWindow {
         });
     }
 
+    // Types a sample session on the keypad for the calculator screenshots.
+    function showCalculatorScreenshot(name) {
+        const calculator = calculatorStack.currentItem;
+        const press = titles => titles.forEach(t => calculator.keypad.pressTitle(t));
+        if (calculator.keypad.secondaryButtonsOn)
+            press(["2ND"]);
+        if (calculator.keypad.npvModeOn)
+            press(["CF"]);
+        press(["2ND", "RESET", "2ND", "CE"]);
+        if (name === "calculator-cash-flow") {
+            press(["CF", "-", "1", "0", "0", "0", "ENTER", "\u2193", "4", "5", "0", "ENTER", "\u2193", "3", "ENTER"]);
+            return;
+        }
+        press(["1", "2", "P/Y", "1", "2", "C/Y", "3", "6", "0", "N", "6", "I/Y", "2", "5", "0", "0", "0", "0", "PV", "0", "FV", "CPT", "PMT"]);
+        press(["(", "1", "+", "0", ".", "0", "6", "/", "1", "2", ")", "y\u02e3", "1", "2", "-", "1"]);
+        if (name === "calculator-2nd")
+            press(["2ND"]);
+        else if (name === "calculator-history")
+            press(["=", "2ND", "HIST", "2ND"]);
+        else if (name === "calculator-help")
+            press(["HELP"]);
+        else if (name === "calculator-help-page") {
+            press(["HELP"]);
+            calculatorStack.push(helpDetailComponent, {
+                "title": "Tvm Equations",
+                "source": "tvm_equations"
+            }, StackView.Immediate);
+        } else if (name === "calculator-store-alert")
+            press(["=", "STO"]);
+    }
+
     // Brings up the screen called `name` for a screenshot.
     function showScreenshotStep(name) {
         presenterHost.dismissAll();
@@ -34,7 +65,14 @@ ApplicationWindow {
             showTab(0);
             break;
         case "calculator":
+        case "calculator-2nd":
+        case "calculator-cash-flow":
+        case "calculator-history":
+        case "calculator-help":
+        case "calculator-help-page":
+        case "calculator-store-alert":
             showTab(1);
+            showCalculatorScreenshot(name);
             break;
         case "reports":
             showTab(2);
@@ -115,9 +153,12 @@ ApplicationWindow {
         StackView {
             id: calculatorStack
 
-            initialItem: ComingPage {
-                heading: qsTr("Calculator")
-                blurb: qsTr("The keypad business calculator with TVM registers, cash flows, STO/RCL and history arrives here next.")
+            objectName: "calculatorStack"
+            initialItem: CalculatorPage {
+                onHistoryRequested: calculatorStack.push(historyComponent, {
+                    "calculator": controller
+                })
+                onHelpRequested: calculatorStack.push(helpComponent)
             }
         }
         StackView {
@@ -138,6 +179,29 @@ ApplicationWindow {
                 blurb: qsTr("Version, support and information pages arrive here next.")
             }
         }
+    }
+
+    Component {
+        id: historyComponent
+
+        CalculatorHistoryPage {}
+    }
+
+    Component {
+        id: helpComponent
+
+        CalculatorHelpPage {
+            onTopicChosen: (title, source) => calculatorStack.push(helpDetailComponent, {
+                    "title": title,
+                    "source": source
+                })
+        }
+    }
+
+    Component {
+        id: helpDetailComponent
+
+        CalculatorHelpDetailPage {}
     }
 
     Component {

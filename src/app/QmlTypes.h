@@ -4,6 +4,10 @@
 // made from QML get the app's presenter.
 
 #include "QmlPresenter.h"
+#include "calculator/CalculatorController.h"
+#include "calculator/CalculatorHelpModel.h"
+#include "calculator/CalculatorHistoryModel.h"
+#include "calculator/CalculatorKeypad.h"
 #include "framework/NumberFormat.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
@@ -30,6 +34,35 @@ struct QVNumericTextFieldForeign {
     Q_GADGET
     QML_FOREIGN(QVNumericTextField)
     QML_NAMED_ELEMENT(QVNumericTextField)
+};
+
+struct CalculatorKeypadForeign {
+    Q_GADGET
+    QML_FOREIGN(CalculatorKeypad)
+    QML_NAMED_ELEMENT(CalculatorKeypad)
+};
+
+struct CalculatorHistoryModelForeign {
+    Q_GADGET
+    QML_FOREIGN(CalculatorHistoryModel)
+    QML_NAMED_ELEMENT(CalculatorHistoryModel)
+};
+
+struct CalculatorHelpModelForeign {
+    Q_GADGET
+    QML_FOREIGN(CalculatorHelpModel)
+    QML_NAMED_ELEMENT(CalculatorHelpModel)
+};
+
+class QmlCalculatorController : public CalculatorController {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(CalculatorController)
+
+public:
+    explicit QmlCalculatorController(QObject* parent = nullptr) : CalculatorController(parent)
+    {
+        setPresenter(QmlPresenter::instance());
+    }
 };
 
 class QmlReportDetailController : public ReportDetailController {

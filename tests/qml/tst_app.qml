@@ -68,4 +68,35 @@ TestCase {
         tryCompare(Presenter, "pendingCount", 0);
         compare(TestFiles.draftCount(), 0);
     }
+
+    function test_calculatorTabOpensHistoryAndHelp() {
+        window.showTab(1);
+        const stack = findChild(window.contentItem, "calculatorStack");
+        const calculator = stack.currentItem;
+        const press = titles => titles.forEach(t => calculator.keypad.pressTitle(t));
+        press(["6", "*", "7", "=", "2ND", "HIST"]);
+        tryCompare(stack, "depth", 2);
+        tryCompare(stack, "busy", false);
+        verify(!window.footer.visible, "the tab bar hides for pushed screens");
+        const history = findChild(stack.currentItem, "historyList");
+        compare(history.count, 1);
+        mouseClick(findChild(stack.currentItem, "clearButton"));
+        compare(history.count, 0);
+        mouseClick(findChild(stack.currentItem, "backButton"));
+        tryCompare(stack, "depth", 1);
+        press(["2ND", "HIST"]);
+        tryCompare(stack, "depth", 2);
+        compare(findChild(stack.currentItem, "historyList").count, 1, "Clear was local to the screen");
+        stack.pop(null, StackView.Immediate);
+
+        press(["2ND", "HELP"]);
+        tryCompare(stack, "depth", 2);
+        tryCompare(stack, "busy", false);
+        const topics = findChild(stack.currentItem, "helpTopics");
+        compare(topics.count, 5);
+        mouseClick(findChild(stack.currentItem, "helpTopic3"));
+        tryCompare(stack, "depth", 3);
+        compare(stack.currentItem.title, "CF Analysis");
+        verify(findChild(stack.currentItem, "helpText").length > 200, "the page has its text");
+    }
 }

@@ -1,0 +1,204 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import Tallyvane
+
+// The keypad business calculator: the expression line, the result label
+// and display above the 44-key grid. Works with touch, mouse and the
+// physical keyboard (digits and operators, Enter for "=", Backspace for
+// "⇦", arrows for the caret and the cash-flow walk).
+Page {
+    id: page
+
+    readonly property alias keypad: keypad
+    readonly property alias controller: controller
+
+    signal historyRequested
+    signal helpRequested
+
+    title: qsTr("Calculator")
+    focus: true
+    Accessible.name: title
+
+    CalculatorKeypad {
+        id: keypad
+    }
+
+    CalculatorController {
+        id: controller
+
+        onHistoryRequested: page.historyRequested()
+        onHelpRequested: page.helpRequested()
+    }
+
+    StackView.onActivating: {
+        keypad.loadButtonDictionary();
+        page.forceActiveFocus();
+    }
+
+    Keys.onPressed: event => {
+        const title = keypad.titleForKeyboard(event.key, event.text, keypad.npvModeOn);
+        if (title.length > 0) {
+            keypad.pressTitle(title);
+            event.accepted = true;
+        } else if (/^[a-z]$/.test(event.text)) {
+            controller.typeLetters(event.text);
+            event.accepted = true;
+        }
+    }
+
+    header: TitleBar {
+        title: page.title
+
+        Label {
+            objectName: "modeIndicators"
+            rightPadding: 8
+            color: "#F2A93B"
+            font.pixelSize: 13
+            font.bold: true
+            text: {
+                let modes = "";
+                if (keypad.secondaryButtonsOn)
+                    modes += "2ND  ";
+                if (keypad.npvModeOn)
+                    modes += "CF  ";
+                if (keypad.begModeOn)
+                    modes += "BEG  ";
+                if (controller.waitingCompute)
+                    modes += "CPT";
+                return modes.trim();
+            }
+        }
+    }
+
+    Rectangle {
+        id: screen
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        height: Math.max(120, parent.height * 0.2)
+        color: "#1E2A38"
+
+        TextInput {
+            id: line
+
+            property bool syncing: false
+
+            function sync() {
+                syncing = true;
+                text = controller.expression;
+                select(controller.selectionStart, controller.selectionEnd);
+                syncing = false;
+            }
+
+            objectName: "expressionLine"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.margins: 12
+            color: "white"
+            selectionColor: "#5B7088"
+            font.pixelSize: 20
+            font.family: "monospace"
+            readOnly: true
+            cursorVisible: true
+            persistentSelection: true
+            selectByMouse: true
+            clip: true
+            Accessible.name: qsTr("Expression")
+            cursorDelegate: Rectangle {
+                width: 2
+                color: "#F2A93B"
+
+                SequentialAnimation on opacity {
+                    loops: Animation.Infinite
+                    running: page.activeFocus || line.activeFocus
+                    NumberAnimation {
+                        to: 0
+                        duration: 500
+                    }
+                    NumberAnimation {
+                        to: 1
+                        duration: 500
+                    }
+                }
+            }
+            Component.onCompleted: sync()
+            onSelectionStartChanged: if (!syncing)
+                controller.setSelection(selectionStart, selectionEnd)
+            onSelectionEndChanged: if (!syncing)
+                controller.setSelection(selectionStart, selectionEnd)
+            onCursorPositionChanged: if (!syncing && selectionStart === selectionEnd)
+                controller.setSelection(cursorPosition, cursorPosition)
+
+            Connections {
+                target: controller
+                function onExpressionChanged() {
+                    line.sync();
+                }
+            }
+        }
+
+        Label {
+            objectName: "resultLabel"
+            anchors.left: parent.left
+            anchors.bottom: parent.bottom
+            anchors.margins: 12
+            text: controller.resultLabel
+            color: "#F2A93B"
+            font.pixelSize: 18
+            font.bold: true
+        }
+
+        Text {
+            objectName: "display"
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.margins: 12
+            width: parent.width * 0.78
+            height: parent.height * 0.55
+            horizontalAlignment: Text.AlignRight
+            verticalAlignment: Text.AlignBottom
+            text: controller.displayNumber
+            color: "white"
+            font.pixelSize: 48
+            minimumPixelSize: 16
+            fontSizeMode: Text.Fit
+            Accessible.role: Accessible.StaticText
+            Accessible.name: qsTr("Display %1").arg(text)
+        }
+    }
+
+    Item {
+        id: grid
+
+        objectName: "keyGrid"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: screen.bottom
+        anchors.bottom: parent.bottom
+
+        Repeater {
+            model: keypad
+
+            delegate: KeypadKey {
+                id: keyItem
+
+                readonly property rect cell: {
+                    grid.width;
+                    grid.height;
+                    return keypad.keyRect(index, grid.width, grid.height);
+                }
+
+                objectName: "key_" + index
+                x: cell.x
+                y: cell.y
+                width: cell.width
+                height: cell.height
+                onClicked: keypad.buttonClicked(index)
+            }
+        }
+    }
+}

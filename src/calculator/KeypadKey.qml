@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Controls
+
+// One key of the keypad grid. Keys never take keyboard focus, so typing on
+// a physical keyboard keeps working while the mouse is used too.
+AbstractButton {
+    id: key
+
+    required property int index
+    required property string title
+    required property string kind
+    required property bool bordered
+    required property string secondaryTitle
+
+    readonly property color baseColor: {
+        switch (kind) {
+        case "digit":
+            return "#F4F6F8";
+        case "operator":
+            return "#F2A93B";
+        case "financial":
+            return "#3C5A78";
+        case "toggle":
+            return "#2E3F52";
+        case "edit":
+            return "#D5DBE2";
+        default:
+            return "#5B7088";
+        }
+    }
+    readonly property bool darkKey: kind === "financial" || kind === "toggle" || kind === "function"
+
+    focusPolicy: Qt.NoFocus
+    text: title
+    Accessible.name: title
+    Accessible.role: Accessible.Button
+
+    background: Rectangle {
+        color: key.down ? Qt.darker(key.baseColor, 1.25) : (key.hovered ? Qt.lighter(key.baseColor, 1.06) : key.baseColor)
+        border.width: key.bordered ? 3 : 0.5
+        border.color: key.bordered ? "#F2A93B" : "#33000000"
+    }
+    contentItem: Item {
+        Text {
+            anchors.centerIn: parent
+            text: key.title
+            color: key.darkKey ? "white" : "#1B2633"
+            font.pixelSize: Math.max(12, Math.min(key.height * 0.36, key.width * (key.title.length > 3 ? 0.2 : 0.3)))
+            font.bold: key.kind !== "digit"
+        }
+        // The second function, small in the corner, while it is not shown.
+        Text {
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.margins: 3
+            visible: key.secondaryTitle.length > 0 && key.secondaryTitle !== key.title
+            text: key.secondaryTitle
+            color: key.darkKey ? "#F2A93B" : "#B0701A"
+            font.pixelSize: Math.max(8, key.height * 0.16)
+        }
+    }
+}

@@ -119,14 +119,30 @@ void CalculatorModel::computeRate()
     rate = mid * 100.0;
 }
 
-double CalculatorModel::calculateNpvWithRate(const CashFlowList& flows, double rate)
+namespace {
+
+// A cash flow read once: its amount and its whole number of periods.
+struct ParsedFlow {
+    double cash;
+    double repeats;
+};
+
+std::vector<ParsedFlow> parsed(const CashFlowList& flows)
+{
+    std::vector<ParsedFlow> out;
+    out.reserve(flows.size());
+    for (const CashFlow& flow : flows)
+        out.push_back({CalculatorModel::numberFromText(flow.cash),
+                       std::ceil(CalculatorModel::numberFromText(flow.freq))});
+    return out;
+}
+
+double npvOf(const std::vector<ParsedFlow>& flows, double rate)
 {
     double npv = 0.0;
     double p = 0.0; // the period of the next flow
     const bool logging = lcSolver().isDebugEnabled();
-    for (const CashFlow& flow : flows) {
-        const double cash = numberFromText(flow.cash);
-        const double repeats = std::ceil(numberFromText(flow.freq));
+    for (const auto& [cash, repeats] : flows) {
         if (!(repeats > 0))
             continue; // no periods at all
         if (repeats <= termByTermLimit) {
@@ -151,15 +167,23 @@ double CalculatorModel::calculateNpvWithRate(const CashFlowList& flows, double r
     return npv;
 }
 
+} // namespace
+
+double CalculatorModel::calculateNpvWithRate(const CashFlowList& flows, double rate)
+{
+    return npvOf(parsed(flows), rate);
+}
+
 double CalculatorModel::calculateIrr(const CashFlowList& flows)
 {
+    const std::vector<ParsedFlow> values = parsed(flows);
     constexpr int maximumIterations = 10001;
     double low = -1.0;
     double high = 1.0;
     double previousMid = std::numeric_limits<double>::quiet_NaN();
     for (int iteration = 1;; ++iteration) {
         const double mid = (low + high) * 0.5;
-        const double value = calculateNpvWithRate(flows, mid);
+        const double value = npvOf(values, mid);
         if (value > 0)
             low = mid;
         else

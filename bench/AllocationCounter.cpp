@@ -8,7 +8,10 @@ namespace {
 std::atomic<std::size_t> allocations{0};
 }
 
-std::size_t AllocationCounter::count() { return allocations.load(std::memory_order_relaxed); }
+std::size_t AllocationCounter::count()
+{
+    return allocations.load(std::memory_order_relaxed);
+}
 
 void* operator new(std::size_t size)
 {
@@ -18,9 +21,24 @@ void* operator new(std::size_t size)
     throw std::bad_alloc();
 }
 
-void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
+}
 
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
+void operator delete(void* p) noexcept
+{
+    std::free(p);
+}
+void operator delete[](void* p) noexcept
+{
+    std::free(p);
+}
+void operator delete(void* p, std::size_t) noexcept
+{
+    std::free(p);
+}
+void operator delete[](void* p, std::size_t) noexcept
+{
+    std::free(p);
+}

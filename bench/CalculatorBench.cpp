@@ -5,7 +5,6 @@
 #include "calculator/CalculatorKeypad.h"
 
 #include <QCoreApplication>
-
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -45,8 +44,8 @@ BENCHMARK(typeDigit);
 void evaluateKey(benchmark::State& state)
 {
     keyPress(state, QStringLiteral("="),
-             {"1", "0", "0", "0", "*", "(", "1", "+", "0", ".", "0", "5", "/", "1", "2", ")",
-              "y\u02e3", "(", "1", "2", "*", "3", "0", ")"});
+             {"1", "0", "0", "0", "*",       "(", "1", "+", "0", ".", "0", "5",
+              "/", "1", "2", ")", "y\u02e3", "(", "1", "2", "*", "3", "0", ")"});
 }
 BENCHMARK(evaluateKey);
 

@@ -5,12 +5,11 @@
 #include "AllocationCounter.h"
 #include "expression/EPExpression.h"
 
-#include <benchmark/benchmark.h>
-#include <muParser.h>
-
 #include <algorithm>
+#include <benchmark/benchmark.h>
 #include <cstdio>
 #include <map>
+#include <muParser.h>
 #include <numbers>
 #include <string>
 #include <vector>
@@ -42,8 +41,8 @@ void tallyvane(benchmark::State& state, const QString& text)
         std::optional<double> value = numberByParsingExpression(text);
         benchmark::DoNotOptimize(value);
     }
-    state.counters["allocs/op"] = benchmark::Counter(
-        double(AllocationCounter::count() - before), benchmark::Counter::kAvgIterations);
+    state.counters["allocs/op"] = benchmark::Counter(double(AllocationCounter::count() - before),
+                                                     benchmark::Counter::kAvgIterations);
 }
 
 void muparser(benchmark::State& state, const std::string& text)
@@ -56,8 +55,8 @@ void muparser(benchmark::State& state, const std::string& text)
         double value = parser.Eval();
         benchmark::DoNotOptimize(value);
     }
-    state.counters["allocs/op"] = benchmark::Counter(
-        double(AllocationCounter::count() - before), benchmark::Counter::kAvgIterations);
+    state.counters["allocs/op"] = benchmark::Counter(double(AllocationCounter::count() - before),
+                                                     benchmark::Counter::kAvgIterations);
 }
 
 // Keeps each benchmark's time per iteration for the summary.

@@ -10,9 +10,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const QHash<QString, double> variables{{QStringLiteral("x"), 2.0},
-                                                  {QStringLiteral("pi"), 3.0},
-                                                  {QStringLiteral("rate"), -0.5}};
+    static const QHash<QString, double> variables{
+        {QStringLiteral("x"), 2.0}, {QStringLiteral("pi"), 3.0}, {QStringLiteral("rate"), -0.5}};
 
     const QString utf8 = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
     (void)numberByParsingExpression(utf8);

@@ -1,6 +1,7 @@
 #include "CalculatorController.h"
 
 #include "CalculatorKeypad.h"
+#include "framework/FinanceMath.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
 #include "platform/NotificationCenter.h"
@@ -9,7 +10,6 @@
 
 #include <QLocale>
 #include <QPointer>
-
 #include <climits>
 #include <cmath>
 
@@ -33,7 +33,7 @@ QString typedText(const QString& title)
 
 bool isFinancialKey(const QString& title)
 {
-    static const QStringList keys = {"CPT", "ENTER", "N",  "I/Y", "PMT", "PV",       "FV",     "P/Y",
+    static const QStringList keys = {"CPT", "ENTER", "N",   "I/Y", "PMT", "PV",     "FV",    "P/Y",
                                      "C/Y", "CF",    "BEG", "NPV", "IRR", "\u2193", "\u2191"};
     return keys.contains(title);
 }
@@ -41,17 +41,6 @@ bool isFinancialKey(const QString& title)
 double integerPartOf(double value)
 {
     return std::isfinite(value) ? std::trunc(value) : (std::isnan(value) ? 0.0 : value);
-}
-
-int saturatedInt(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    if (value >= double(INT_MAX))
-        return INT_MAX;
-    if (value <= double(INT_MIN))
-        return INT_MIN;
-    return int(value);
 }
 
 } // namespace
@@ -111,7 +100,10 @@ void CalculatorController::setWaitingCompute(bool waiting)
     emit modesChanged();
 }
 
-void CalculatorController::requestReview() { Services::reviewPrompt().requestReview(); }
+void CalculatorController::requestReview()
+{
+    Services::reviewPrompt().requestReview();
+}
 
 // Key dispatch.
 
@@ -251,7 +243,7 @@ void CalculatorController::operateTvmButtons(const QString& title)
             return;
         double value = 0;
         enterIntegerRegister(title, value);
-        m_model.paymentFrequency = saturatedInt(value);
+        m_model.paymentFrequency = FinanceMath::saturatedInteger(value);
     } else if (title == u"C/Y") {
         if (m_npvModeOn)
             return;
@@ -313,7 +305,8 @@ void CalculatorController::operateNpvButtons(const QString& title)
         if (m_waitingCompute) {
             setResultLabel(QStringLiteral("NPV"));
             m_command = QStringLiteral("Compute NPV");
-            m_model.npv = CalculatorModel::calculateNpvWithRate(m_cashFlowArray, m_model.rate / 100.0);
+            m_model.npv =
+                CalculatorModel::calculateNpvWithRate(m_cashFlowArray, m_model.rate / 100.0);
             displayAndLogValue(m_model.npv);
             setWaitingCompute(false);
         }
@@ -357,7 +350,10 @@ void CalculatorController::logValues()
     emit historyChanged();
 }
 
-void CalculatorController::clearDisplayNumber() { setDisplayNumber(QStringLiteral("0")); }
+void CalculatorController::clearDisplayNumber()
+{
+    setDisplayNumber(QStringLiteral("0"));
+}
 
 // The expression line.
 
@@ -471,6 +467,12 @@ void CalculatorController::showRecallAlert()
     });
 }
 
-void CalculatorController::navigateToHistory() { emit historyRequested(); }
+void CalculatorController::navigateToHistory()
+{
+    emit historyRequested();
+}
 
-void CalculatorController::navigateToHelp() { emit helpRequested(); }
+void CalculatorController::navigateToHelp()
+{
+    emit helpRequested();
+}

@@ -1,6 +1,8 @@
 #include "CalculatorHelpModel.h"
 
-#include <QFile>
+#include "framework/HtmlPages.h"
+
+#include <iterator>
 
 namespace {
 
@@ -10,10 +12,8 @@ struct Topic {
 };
 
 constexpr Topic topics[] = {
-    {"General buttons", "general_buttons"},
-    {"Math Expressions", "math_expressions"},
-    {"Tvm Equations", "tvm_equations"},
-    {"CF Analysis", "cf_analysis"},
+    {"General buttons", "general_buttons"},      {"Math Expressions", "math_expressions"},
+    {"Tvm Equations", "tvm_equations"},          {"CF Analysis", "cf_analysis"},
     {"History, Storage and Recall", "hist_sto"},
 };
 
@@ -47,8 +47,5 @@ QHash<int, QByteArray> CalculatorHelpModel::roleNames() const
 
 QString CalculatorHelpModel::loadHtmlFile(const QString& source)
 {
-    if (source.contains(QLatin1Char('/')))
-        return {};
-    QFile page(QStringLiteral(":/html/%1.html").arg(source));
-    return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
+    return HtmlPages::page(source);
 }

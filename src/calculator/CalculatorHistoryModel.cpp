@@ -46,4 +46,7 @@ QHash<int, QByteArray> CalculatorHistoryModel::roleNames() const
     return {{ResultRole, "result"}, {DetailRole, "detail"}, {LabelRole, "label"}};
 }
 
-void CalculatorHistoryModel::clearClicked() { setLogArray(std::make_shared<HistoryLog>()); }
+void CalculatorHistoryModel::clearClicked()
+{
+    setLogArray(std::make_shared<HistoryLog>());
+}

@@ -4,7 +4,6 @@
 
 #include <QAbstractListModel>
 #include <QPointer>
-
 #include <memory>
 
 // The history screen's rows: the engine's log, oldest first. "Clear" only
@@ -19,8 +18,8 @@ class CalculatorHistoryModel : public QAbstractListModel {
 public:
     enum Role {
         ResultRole = Qt::UserRole + 1, // the value shown
-        DetailRole, // the expression typed, or the command ("Compute PV")
-        LabelRole,  // the result label without "="
+        DetailRole,                    // the expression typed, or the command ("Compute PV")
+        LabelRole,                     // the result label without "="
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -3,7 +3,6 @@
 #include "platform/NotificationCenter.h"
 
 #include <QHash>
-
 #include <cmath>
 
 const QString CalculatorKeypad::notificationName =
@@ -16,17 +15,17 @@ const QString zeroKey = QStringLiteral("0");
 QString kindOf(const QString& title)
 {
     static const QHash<QString, QString> kinds = {
-        {"CPT", "financial"},  {"ENTER", "financial"}, {"\u2191", "edit"},
-        {"\u2193", "edit"},    {"HELP", "function"},   {"2ND", "toggle"},
-        {"CF", "toggle"},      {"NPV", "financial"},   {"IRR", "financial"},
-        {"\u21e6", "edit"},    {"N", "financial"},     {"I/Y", "financial"},
-        {"PV", "financial"},   {"PMT", "financial"},   {"FV", "financial"},
-        {"C/Y", "financial"},  {"P/Y", "financial"},   {"BEG", "toggle"},
+        {"CPT", "financial"},    {"ENTER", "financial"},  {"\u2191", "edit"},
+        {"\u2193", "edit"},      {"HELP", "function"},    {"2ND", "toggle"},
+        {"CF", "toggle"},        {"NPV", "financial"},    {"IRR", "financial"},
+        {"\u21e6", "edit"},      {"N", "financial"},      {"I/Y", "financial"},
+        {"PV", "financial"},     {"PMT", "financial"},    {"FV", "financial"},
+        {"C/Y", "financial"},    {"P/Y", "financial"},    {"BEG", "toggle"},
         {"\u221ax", "function"}, {"y\u02e3", "function"}, {"(", "function"},
-        {")", "function"},     {"\u2190", "edit"},     {"\u2192", "edit"},
-        {"/", "operator"},     {"LN", "function"},     {"*", "operator"},
-        {"STO", "function"},   {"-", "operator"},      {"RCL", "function"},
-        {"+", "operator"},     {"CE", "edit"},         {"=", "operator"},
+        {")", "function"},       {"\u2190", "edit"},      {"\u2192", "edit"},
+        {"/", "operator"},       {"LN", "function"},      {"*", "operator"},
+        {"STO", "function"},     {"-", "operator"},       {"RCL", "function"},
+        {"+", "operator"},       {"CE", "edit"},          {"=", "operator"},
     };
     return kinds.value(title, QStringLiteral("digit"));
 }
@@ -40,15 +39,50 @@ CalculatorKeypad::CalculatorKeypad(QObject* parent) : QAbstractListModel(parent)
                                      second ? QString::fromUtf16(second) : QString()};
     };
     m_buttons = {
-        key(u"CPT"),       key(u"ENTER"),        key(u"\u2191"), key(u"\u2193"), key(u"HELP"),
-        key(u"2ND"),       key(u"CF"),           key(u"NPV"),    key(u"IRR"),    key(u"\u21e6"),
-        key(u"N"),         key(u"I/Y"),          key(u"PV"),     key(u"PMT"),    key(u"FV"),
-        key(u"C/Y"),       key(u"P/Y"),          key(u"BEG"),    key(u"\u221ax"), key(u"y\u02e3"),
-        key(u"(", u"SIN"), key(u")", u"COS"),    key(u"\u2190"), key(u"\u2192"), key(u"/"),
-        key(u"LN", u"TAN"), key(u"7"),           key(u"8"),      key(u"9"),      key(u"*"),
-        key(u"STO", u"\u03c0"), key(u"4"),       key(u"5"),      key(u"6"),      key(u"-"),
-        key(u"RCL", u"HIST"), key(u"1"),         key(u"2"),      key(u"3"),      key(u"+"),
-        key(u"CE", u"RESET"), key(u"0"),         key(u"."),      key(u"="),
+        key(u"CPT"),
+        key(u"ENTER"),
+        key(u"\u2191"),
+        key(u"\u2193"),
+        key(u"HELP"),
+        key(u"2ND"),
+        key(u"CF"),
+        key(u"NPV"),
+        key(u"IRR"),
+        key(u"\u21e6"),
+        key(u"N"),
+        key(u"I/Y"),
+        key(u"PV"),
+        key(u"PMT"),
+        key(u"FV"),
+        key(u"C/Y"),
+        key(u"P/Y"),
+        key(u"BEG"),
+        key(u"\u221ax"),
+        key(u"y\u02e3"),
+        key(u"(", u"SIN"),
+        key(u")", u"COS"),
+        key(u"\u2190"),
+        key(u"\u2192"),
+        key(u"/"),
+        key(u"LN", u"TAN"),
+        key(u"7"),
+        key(u"8"),
+        key(u"9"),
+        key(u"*"),
+        key(u"STO", u"\u03c0"),
+        key(u"4"),
+        key(u"5"),
+        key(u"6"),
+        key(u"-"),
+        key(u"RCL", u"HIST"),
+        key(u"1"),
+        key(u"2"),
+        key(u"3"),
+        key(u"+"),
+        key(u"CE", u"RESET"),
+        key(u"0"),
+        key(u"."),
+        key(u"="),
     };
     Q_ASSERT(m_buttons.size() == keyCount);
 }
@@ -104,9 +138,12 @@ QVariant CalculatorKeypad::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> CalculatorKeypad::roleNames() const
 {
-    return {{TitleRole, "title"},       {PrimaryTitleRole, "primaryTitle"},
-            {SecondaryTitleRole, "secondaryTitle"}, {BorderedRole, "bordered"},
-            {WideRole, "wide"},         {KindRole, "kind"}};
+    return {{TitleRole, "title"},
+            {PrimaryTitleRole, "primaryTitle"},
+            {SecondaryTitleRole, "secondaryTitle"},
+            {BorderedRole, "bordered"},
+            {WideRole, "wide"},
+            {KindRole, "kind"}};
 }
 
 void CalculatorKeypad::reloadGrid()

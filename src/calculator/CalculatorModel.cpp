@@ -5,8 +5,6 @@
 
 #include <QLocale>
 #include <QLoggingCategory>
-
-#include <climits>
 #include <cmath>
 #include <limits>
 
@@ -16,18 +14,6 @@ using FinanceMath::growthFactor;
 using FinanceMath::growthFactorMinusOne;
 
 namespace {
-
-// The integer part, saturating instead of overflowing; NaN counts as 0.
-int integerPart(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    if (value >= double(INT_MAX))
-        return INT_MAX;
-    if (value <= double(INT_MIN))
-        return INT_MIN;
-    return int(value);
-}
 
 // Repetitions of one cash flow up to this many are summed term by term;
 // longer runs use the geometric series, so no frequency can stall a search.
@@ -48,7 +34,10 @@ double CalculatorModel::equivalentRatePerPeriodWithRateAndCompoundingAndNewCompo
     return FinanceMath::equivalentRate(rate, compounding, newCompounding) / newCompounding;
 }
 
-int CalculatorModel::compoundingPeriods() const { return integerPart(compounding); }
+int CalculatorModel::compoundingPeriods() const
+{
+    return FinanceMath::saturatedInteger(compounding);
+}
 
 double CalculatorModel::ratePerPeriod() const
 {
@@ -70,7 +59,8 @@ void CalculatorModel::computeFutureValue()
 void CalculatorModel::computePresentValue()
 {
     const double i = ratePerPeriod();
-    pv = (fv - beginFactor(i) * pmt * growthFactorMinusOne(i, period) / i) / growthFactor(i, period);
+    pv =
+        (fv - beginFactor(i) * pmt * growthFactorMinusOne(i, period) / i) / growthFactor(i, period);
 }
 
 void CalculatorModel::computePayment()
@@ -93,9 +83,8 @@ void CalculatorModel::computeRate()
     double high = 1.0;
     const int periods = compoundingPeriods();
     const auto futureValueAt = [&](double annual) {
-        const double i =
-            equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(annual, periods,
-                                                                          paymentFrequency);
+        const double i = equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(
+            annual, periods, paymentFrequency);
         return pv * growthFactor(i, period) +
                pmt * growthFactorMinusOne(i, period) / i * beginFactor(i);
     };
@@ -156,9 +145,8 @@ double npvOf(const std::vector<ParsedFlow>& flows, double rate)
         }
         // cash · Σ (1 + r)^−(p + j) for j < repeats, as a geometric series.
         const double first = cash / growthFactor(rate, p);
-        const double sum = rate == 0.0
-                               ? repeats
-                               : -growthFactorMinusOne(rate, -repeats) * (1.0 + rate) / rate;
+        const double sum =
+            rate == 0.0 ? repeats : -growthFactorMinusOne(rate, -repeats) * (1.0 + rate) / rate;
         if (logging)
             qCDebug(lcSolver, "cash:%f periods:%f from:%f", cash, repeats, p);
         npv += first * sum;

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QString>
-
 #include <optional>
-
 #include <vector>
 
 // One entry of the keypad's cash-flow list: an amount and how many
@@ -36,9 +34,10 @@ public:
     double irr = 0;
 
     static double equivalentRateOfRateAndCompoundingAndNewCompounding(double rate, int compounding,
-                                                                       int newCompounding);
-    static double equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(
-        double rate, int compounding, int newCompounding);
+                                                                      int newCompounding);
+    static double
+    equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(double rate, int compounding,
+                                                                   int newCompounding);
 
     void computePeriod();
     void computeRate(); // bisection over 0 % to 100 %

@@ -3,9 +3,9 @@
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorKeypad.h"
 #include "expression/EPExpression.h"
-#include "framework/Presenter.h"
 #include "framework/FunctionRegistry.h"
 #include "framework/NumberFormat.h"
+#include "framework/Presenter.h"
 #include "reports/QVReport.h"
 #include "reports/ReportTableModel.h"
 
@@ -14,7 +14,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
-
 #include <cmath>
 #include <utility>
 
@@ -203,7 +202,7 @@ public:
 QString keyTitleForArgument(const QString& argument)
 {
     static const QHash<QString, QString> aliases = {
-        {"UP", "\u2191"},   {"DOWN", "\u2193"}, {"DEL", "\u21e6"},     {"LEFT", "\u2190"},
+        {"UP", "\u2191"},    {"DOWN", "\u2193"},  {"DEL", "\u21e6"},  {"LEFT", "\u2190"},
         {"RIGHT", "\u2192"}, {"SQRT", "\u221ax"}, {"POW", "y\u02e3"}, {"PI", "\u03c0"},
     };
     return aliases.value(argument, argument);
@@ -215,25 +214,23 @@ void writeKeysJson(const CalculatorController& engine, QTextStream& out)
     for (const HistoryEntry& e : *engine.logArray())
         history << QStringLiteral("{\"result\": %1, \"expression\": %2, \"command\": %3, "
                                   "\"result-label\": %4}")
-                       .arg(jsonString(e.result), jsonString(e.expression),
-                            jsonString(e.command), jsonString(e.resultLabel));
+                       .arg(jsonString(e.result), jsonString(e.expression), jsonString(e.command),
+                            jsonString(e.resultLabel));
     const CalculatorModel& m = engine.model();
     const QList<std::pair<const char*, double>> registers = {
-        {"N", m.period},    {"I/Y", m.rate},
-        {"PV", m.pv},       {"PMT", m.pmt},
-        {"FV", m.fv},       {"P/Y", double(m.paymentFrequency)},
-        {"C/Y", m.compounding}, {"NPV", m.npv},
-        {"IRR", m.irr},
+        {"N", m.period},        {"I/Y", m.rate}, {"PV", m.pv},
+        {"PMT", m.pmt},         {"FV", m.fv},    {"P/Y", double(m.paymentFrequency)},
+        {"C/Y", m.compounding}, {"NPV", m.npv},  {"IRR", m.irr},
     };
     QStringList values;
     for (const auto& [name, value] : registers)
         values << QStringLiteral("\"%1\": %2").arg(QLatin1String(name), jsonNumber(value));
-    out << "{\n  \"display\": " << jsonString(engine.displayNumber()) << ",\n  \"label\": "
-        << jsonString(engine.resultLabel()) << ",\n  \"expression\": "
-        << jsonString(engine.expression()) << ",\n  \"history\": ["
-        << (history.isEmpty() ? QString() : QStringLiteral("\n    ") +
-                                                history.join(QStringLiteral(",\n    ")) +
-                                                QStringLiteral("\n  "))
+    out << "{\n  \"display\": " << jsonString(engine.displayNumber())
+        << ",\n  \"label\": " << jsonString(engine.resultLabel())
+        << ",\n  \"expression\": " << jsonString(engine.expression()) << ",\n  \"history\": ["
+        << (history.isEmpty() ? QString()
+                              : QStringLiteral("\n    ") + history.join(QStringLiteral(",\n    ")) +
+                                    QStringLiteral("\n  "))
         << "],\n  \"registers\": {" << values.join(QStringLiteral(", ")) << "}\n}\n";
 }
 
@@ -279,8 +276,7 @@ int keysCommand(const QStringList& args, bool json, QTextStream& out, QTextStrea
     if (json)
         writeKeysJson(engine, out);
     else
-        out << "display: " << engine.displayNumber() << "\nlabel: " << engine.resultLabel()
-            << '\n';
+        out << "display: " << engine.displayNumber() << "\nlabel: " << engine.resultLabel() << '\n';
     return 0;
 }
 

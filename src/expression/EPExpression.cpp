@@ -36,8 +36,7 @@ bool isOfClass(const EPAnyToken& token, EPExpression::OperatorClass operatorClas
 } // namespace
 
 EPExpression::EPExpression(std::pmr::memory_resource* memory) : m_memory(memory), m_tokens(memory)
-{
-}
+{}
 
 EPExpression::~EPExpression()
 {
@@ -88,8 +87,9 @@ bool EPExpression::build(std::span<const EPAnyToken> tokens, int depth)
             const std::optional<size_t> close = matchingParenthesis(tokens, i);
             if (!close || depth >= maximumDepth)
                 return false;
-            auto* group = std::pmr::polymorphic_allocator<EPExpression>(m_memory)
-                              .new_object<EPExpression>(m_memory);
+            auto* group =
+                std::pmr::polymorphic_allocator<EPExpression>(m_memory).new_object<EPExpression>(
+                    m_memory);
             if (!group->build(tokens.subspan(i + 1, *close - i - 1), depth + 1)) {
                 destroyGroup(group);
                 return false;
@@ -140,7 +140,8 @@ bool EPExpression::build(std::span<const EPAnyToken> tokens, int depth)
 bool EPExpression::substituteVariables()
 {
     for (Item& item : m_tokens) {
-        if (const auto* variable = std::get_if<EPVariableToken>(&item.token); variable && !item.group)
+        if (const auto* variable = std::get_if<EPVariableToken>(&item.token);
+            variable && !item.group)
             item.token = EPNumericalToken(variable->doubleValue());
     }
     return true;
@@ -248,7 +249,7 @@ QString EPExpression::toString() const
     for (const Item& item : m_tokens) {
         if (item.group)
             parts << QStringLiteral("%1(%2)").arg(item.group->negateExpression() ? "-" : "",
-                                                   item.group->toString());
+                                                  item.group->toString());
         else if (const auto* number = std::get_if<EPNumericalToken>(&item.token))
             parts << QString::number(number->doubleValue(), 'g', 17);
         else
@@ -293,8 +294,9 @@ double EPDictionaryVariableSource::variableValue(QStringView name) const
 
 bool EPStandardFunctionSource::functionExists(QStringView name) const
 {
-    return sameText(name, u"sin") || sameText(name, u"cos") || sameText(name, u"tan") || sameText(name, u"atan") ||
-           sameText(name, u"log") || sameText(name, u"ln") || sameText(name, u"sqrt");
+    return sameText(name, u"sin") || sameText(name, u"cos") || sameText(name, u"tan") ||
+           sameText(name, u"atan") || sameText(name, u"log") || sameText(name, u"ln") ||
+           sameText(name, u"sqrt");
 }
 
 std::optional<EPAnyToken> EPStandardFunctionSource::functionTokenForName(QStringView name) const

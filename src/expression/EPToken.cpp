@@ -2,7 +2,6 @@
 
 #include <QVarLengthArray>
 #include <QtGlobal>
-
 #include <charconv>
 #include <cmath>
 
@@ -127,7 +126,10 @@ EPAnyToken EPToken::negativeToken() const
     abstractClass();
 }
 
-std::optional<EPAnyToken> EPToken::copy() const { return std::nullopt; }
+std::optional<EPAnyToken> EPToken::copy() const
+{
+    return std::nullopt;
+}
 
 // Parentheses.
 
@@ -147,9 +149,15 @@ QString EPParenthesesToken::toString() const
     return m_direction == 1 ? QStringLiteral(")") : QStringLiteral("(");
 }
 
-EPAnyToken EPParenthesesToken::negativeToken() const { return *this; }
+EPAnyToken EPParenthesesToken::negativeToken() const
+{
+    return *this;
+}
 
-std::optional<EPAnyToken> EPParenthesesToken::copy() const { return *this; }
+std::optional<EPAnyToken> EPParenthesesToken::copy() const
+{
+    return *this;
+}
 
 // Numbers.
 
@@ -177,8 +185,8 @@ QString EPNumericalToken::toString() const
 {
     // "%1000.5lf": fixed with five decimals, right-aligned in 1000 columns.
     char digits[400];
-    const auto result = std::to_chars(digits, digits + sizeof digits, m_doubleValue,
-                                      std::chars_format::fixed, 5);
+    const auto result =
+        std::to_chars(digits, digits + sizeof digits, m_doubleValue, std::chars_format::fixed, 5);
     const qsizetype length = result.ec == std::errc() ? result.ptr - digits : 0;
     QString text(qMax<qsizetype>(1000 - length, 0), QLatin1Char(' '));
     text += QLatin1String(digits, length);
@@ -188,9 +196,15 @@ QString EPNumericalToken::toString() const
     return text;
 }
 
-EPAnyToken EPNumericalToken::negativeToken() const { return EPNumericalToken(-m_doubleValue); }
+EPAnyToken EPNumericalToken::negativeToken() const
+{
+    return EPNumericalToken(-m_doubleValue);
+}
 
-std::optional<EPAnyToken> EPNumericalToken::copy() const { return *this; }
+std::optional<EPAnyToken> EPNumericalToken::copy() const
+{
+    return *this;
+}
 
 // Variables.
 
@@ -214,7 +228,10 @@ EPAnyToken EPVariableToken::negativeToken() const
     return negated;
 }
 
-std::optional<EPAnyToken> EPVariableToken::copy() const { return *this; }
+std::optional<EPAnyToken> EPVariableToken::copy() const
+{
+    return *this;
+}
 
 // Operators.
 
@@ -240,16 +257,22 @@ QString EPAddSubOperator::toString() const
     return m_isSubtraction ? QStringLiteral("-") : QStringLiteral("+");
 }
 
-std::optional<EPNumericalToken> EPAddSubOperator::applyLeftOperandToRight(const EPToken& left,
-                                                                          const EPToken& right) const
+std::optional<EPNumericalToken>
+EPAddSubOperator::applyLeftOperandToRight(const EPToken& left, const EPToken& right) const
 {
     const bool sub = m_isSubtraction;
     return binary(left, right, [sub](double a, double b) { return sub ? a - b : a + b; });
 }
 
-EPAnyToken EPAddSubOperator::negativeToken() const { return *this; }
+EPAnyToken EPAddSubOperator::negativeToken() const
+{
+    return *this;
+}
 
-std::optional<EPAnyToken> EPAddSubOperator::copy() const { return *this; }
+std::optional<EPAnyToken> EPAddSubOperator::copy() const
+{
+    return *this;
+}
 
 bool EPMulDivOperator::initWithString(QStringView text)
 {
@@ -267,18 +290,27 @@ QString EPMulDivOperator::toString() const
     return m_isDivision ? QStringLiteral("/") : QStringLiteral("*");
 }
 
-std::optional<EPNumericalToken> EPMulDivOperator::applyLeftOperandToRight(const EPToken& left,
-                                                                          const EPToken& right) const
+std::optional<EPNumericalToken>
+EPMulDivOperator::applyLeftOperandToRight(const EPToken& left, const EPToken& right) const
 {
     const bool div = m_isDivision;
     return binary(left, right, [div](double a, double b) { return div ? a / b : a * b; });
 }
 
-EPAnyToken EPMulDivOperator::negativeToken() const { return *this; }
+EPAnyToken EPMulDivOperator::negativeToken() const
+{
+    return *this;
+}
 
-std::optional<EPAnyToken> EPMulDivOperator::copy() const { return *this; }
+std::optional<EPAnyToken> EPMulDivOperator::copy() const
+{
+    return *this;
+}
 
-bool EPPowerOperator::initWithString(QStringView text) { return sameText(text, u"^"); }
+bool EPPowerOperator::initWithString(QStringView text)
+{
+    return sameText(text, u"^");
+}
 
 std::optional<EPNumericalToken> EPPowerOperator::applyLeftOperandToRight(const EPToken& left,
                                                                          const EPToken& right) const
@@ -286,9 +318,15 @@ std::optional<EPNumericalToken> EPPowerOperator::applyLeftOperandToRight(const E
     return binary(left, right, [](double a, double b) { return std::pow(a, b); });
 }
 
-EPAnyToken EPPowerOperator::negativeToken() const { return *this; }
+EPAnyToken EPPowerOperator::negativeToken() const
+{
+    return *this;
+}
 
-std::optional<EPAnyToken> EPPowerOperator::copy() const { return *this; }
+std::optional<EPAnyToken> EPPowerOperator::copy() const
+{
+    return *this;
+}
 
 // Functions.
 
@@ -365,7 +403,8 @@ bool EPSinCosFunction::initWithString(QStringView text)
     return true;
 }
 
-std::optional<EPNumericalToken> EPSinCosFunction::applyToOperandAbsolute(const EPToken& operand) const
+std::optional<EPNumericalToken>
+EPSinCosFunction::applyToOperandAbsolute(const EPToken& operand) const
 {
     const bool cosine = m_isCosine;
     return unary(operand, [cosine](double x) { return cosine ? std::cos(x) : std::sin(x); });
@@ -399,7 +438,10 @@ std::optional<EPNumericalToken> EPLogLnFunction::applyToOperand(const EPToken& o
     return unary(operand, [natural](double x) { return natural ? std::log(x) : std::log10(x); });
 }
 
-bool EPSqrtFunction::initWithString(QStringView text) { return setNameIfOneOf(text, u"sqrt", {}); }
+bool EPSqrtFunction::initWithString(QStringView text)
+{
+    return setNameIfOneOf(text, u"sqrt", {});
+}
 
 std::optional<EPNumericalToken> EPSqrtFunction::applyToOperand(const EPToken& operand) const
 {

@@ -2,9 +2,8 @@
 
 #include <QString>
 #include <QStringView>
-
-#include <optional>
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -66,7 +65,10 @@ class EPNumericalToken : public EPToken {
 public:
     EPNumericalToken() = default;
     explicit EPNumericalToken(double value) : m_doubleValue(value) {}
-    static EPNumericalToken numericalTokenWithDouble(double value) { return EPNumericalToken(value); }
+    static EPNumericalToken numericalTokenWithDouble(double value)
+    {
+        return EPNumericalToken(value);
+    }
 
     // Digits, "." and a leading "-" only; one "." at most; no exponent.
     // The value is the longest leading decimal number (0 when none).
@@ -104,7 +106,7 @@ class EPOperator : public EPToken {
 public:
     // left op right; nothing when an operand has no value.
     virtual std::optional<EPNumericalToken> applyLeftOperandToRight(const EPToken& left,
-                                                                     const EPToken& right) const;
+                                                                    const EPToken& right) const;
 
 protected:
     EPOperator() = default;
@@ -120,7 +122,7 @@ public:
     bool initWithString(QStringView text) override; // "+" or "-"
     QString toString() const override;
     std::optional<EPNumericalToken> applyLeftOperandToRight(const EPToken& left,
-                                                             const EPToken& right) const override;
+                                                            const EPToken& right) const override;
     bool isSubtraction() const { return m_isSubtraction; }
 
 private:
@@ -137,7 +139,7 @@ public:
     bool initWithString(QStringView text) override; // "*" or "/"
     QString toString() const override;
     std::optional<EPNumericalToken> applyLeftOperandToRight(const EPToken& left,
-                                                             const EPToken& right) const override;
+                                                            const EPToken& right) const override;
     bool isDivision() const { return m_isDivision; }
 
 private:
@@ -153,7 +155,7 @@ public:
     bool initWithString(QStringView text) override; // "^"
     QString toString() const override { return QStringLiteral("^"); }
     std::optional<EPNumericalToken> applyLeftOperandToRight(const EPToken& left,
-                                                             const EPToken& right) const override;
+                                                            const EPToken& right) const override;
 };
 
 // Base of the functions. A function token carries a `negative` flag, set
@@ -265,8 +267,7 @@ struct EPAnyToken
     bool isPower() const { return std::holds_alternative<EPPowerOperator>(*this); }
 
 private:
-    template <typename Base>
-    const Base* dynamicAs() const
+    template <typename Base> const Base* dynamicAs() const
     {
         return std::visit(
             [](const auto& t) -> const Base* {
@@ -280,7 +281,8 @@ private:
     }
 };
 
-static_assert(std::is_same_v<std::variant_alternative_t<3, EPAnyToken::variant>, EPAddSubOperator> &&
-                  std::is_same_v<std::variant_alternative_t<5, EPAnyToken::variant>, EPPowerOperator> &&
-                  std::is_same_v<std::variant_alternative_t<6, EPAnyToken::variant>, EPSinCosFunction>,
-              "isOperator() and isFunction() rely on the order of the alternatives");
+static_assert(
+    std::is_same_v<std::variant_alternative_t<3, EPAnyToken::variant>, EPAddSubOperator> &&
+        std::is_same_v<std::variant_alternative_t<5, EPAnyToken::variant>, EPPowerOperator> &&
+        std::is_same_v<std::variant_alternative_t<6, EPAnyToken::variant>, EPSinCosFunction>,
+    "isOperator() and isFunction() rely on the order of the alternatives");

@@ -1,7 +1,6 @@
 #include "EPTokenString.h"
 
 #include <QVarLengthArray>
-
 #include <stdexcept>
 
 namespace {
@@ -55,8 +54,7 @@ EPAnyToken delimiterToken(char16_t c)
     }
 }
 
-template <typename Token>
-std::optional<EPAnyToken> accept(QStringView text)
+template <typename Token> std::optional<EPAnyToken> accept(QStringView text)
 {
     Token token;
     if (token.initWithString(text))

@@ -3,7 +3,6 @@
 #include "EPToken.h"
 
 #include <QStringView>
-
 #include <memory_resource>
 #include <optional>
 #include <span>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <climits>
 #include <cmath>
 
 // Growth factors of compound interest, evaluated so that tiny rates over
@@ -34,6 +35,19 @@ inline double equivalentRate(double rate, int compounding, int newCompounding)
     const double m = compounding;
     const double n = newCompounding;
     return n * growthFactorMinusOne(rate / m, m / n);
+}
+
+// The integer part of `value`, saturating at the int range instead of
+// overflowing; NaN counts as 0.
+inline int saturatedInteger(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value >= double(INT_MAX))
+        return INT_MAX;
+    if (value <= double(INT_MIN))
+        return INT_MIN;
+    return int(value);
 }
 
 } // namespace FinanceMath

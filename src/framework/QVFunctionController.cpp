@@ -1,5 +1,6 @@
 #include "QVFunctionController.h"
 
+#include "HtmlPages.h"
 #include "NumberFormat.h"
 #include "Presenter.h"
 #include "platform/MailComposer.h"
@@ -61,9 +62,7 @@ void QVFunctionController::configureObservers()
 
 void QVFunctionController::loadDescription()
 {
-    QFile page(QStringLiteral(":/html/%1.html").arg(m_model->descriptionName()));
-    m_view->setDescriptionHtml(page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll())
-                                                              : QString());
+    m_view->setDescriptionHtml(HtmlPages::page(m_model->descriptionName()));
 }
 
 void QVFunctionController::segmentChanged(int segment)

@@ -1,5 +1,4 @@
 #include "TestSupport.h"
-
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"

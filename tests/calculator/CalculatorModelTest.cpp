@@ -1,11 +1,10 @@
 #include "calculator/CalculatorModel.h"
+
 #include "framework/FinanceMath.h"
 
 #include <QLocale>
-
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -177,10 +176,11 @@ TEST(CashFlows, NpvDiscountsEachPeriodAndFrequenciesRepeat)
     EXPECT_NEAR(CalculatorModel::calculateIrr(simple), 0.1, 1e-6);
 
     // freq 3 takes periods 1..3; 0.2 counts once; 0 is skipped.
-    const CashFlowList repeated = flows({{"-1000", "1"}, {"300", "3"}, {"50", "0"}, {"200", "0.2"}});
+    const CashFlowList repeated =
+        flows({{"-1000", "1"}, {"300", "3"}, {"50", "0"}, {"200", "0.2"}});
     const double r = 0.05;
-    const double expected = -1000 + 300 / 1.05 + 300 / std::pow(1.05, 2) +
-                            300 / std::pow(1.05, 3) + 200 / std::pow(1.05, 4);
+    const double expected = -1000 + 300 / 1.05 + 300 / std::pow(1.05, 2) + 300 / std::pow(1.05, 3) +
+                            200 / std::pow(1.05, 4);
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(repeated, r), expected, 1e-9);
 }
 

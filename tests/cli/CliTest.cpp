@@ -147,8 +147,8 @@ TEST_F(CliTest, KeysJsonCarriesHistoryAndRegisters)
     EXPECT_EQ(json["label"].toString(), "FV");
     EXPECT_EQ(json["expression"].toString(), "");
     const QJsonObject registers = json["registers"].toObject();
-    EXPECT_EQ(registers.keys(), QStringList({"C/Y", "FV", "I/Y", "IRR", "N", "NPV", "P/Y", "PMT",
-                                             "PV"}));
+    EXPECT_EQ(registers.keys(),
+              QStringList({"C/Y", "FV", "I/Y", "IRR", "N", "NPV", "P/Y", "PMT", "PV"}));
     EXPECT_NEAR(registers["FV"].toDouble(), 259.37424601, 1e-8);
     EXPECT_EQ(registers["P/Y"].toDouble(), 1);
     const QJsonArray history = json["history"].toArray();

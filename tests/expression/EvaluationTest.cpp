@@ -114,7 +114,8 @@ TEST(Variables, PiAndTheDictionary)
     EXPECT_EQ(numberByParsingExpression(u"2rate", &vars), std::nullopt) << "one word: 2rate";
     EXPECT_EQ(numberByParsingExpression(u"2(rate)", &vars), 0.1);
     EXPECT_EQ(numberByParsingExpression(u"-n^2", &vars), -144);
-    EXPECT_FALSE(numberByParsingExpression(u"rate").has_value()) << "unknown without the dictionary";
+    EXPECT_FALSE(numberByParsingExpression(u"rate").has_value())
+        << "unknown without the dictionary";
 
     EPDictionaryVariableSource source(&vars);
     EXPECT_TRUE(source.variableExists(u"pi"));
@@ -127,9 +128,9 @@ TEST(Variables, PiAndTheDictionary)
 
 TEST(Failures, MalformedInputGivesNoNumber)
 {
-    for (const char* text : {"+3", "2*+3", "2+*3", "3-", "()", "(2", "2)", ")(", "(()", "sin",
-                             "sin-1", "2^", "*", "-", "--", "(1+)", "sin()", "sinsqrt(4)",
-                             "2**3", "1..2", "", "   ", "(((", "2+(3*)"})
+    for (const char* text : {"+3",    "2*+3",       "2+*3",  "3-",   "()", "(2",  "2)",  ")(",
+                             "(()",   "sin",        "sin-1", "2^",   "*",  "-",   "--",  "(1+)",
+                             "sin()", "sinsqrt(4)", "2**3",  "1..2", "",   "   ", "(((", "2+(3*)"})
         CHECK_INVALID(text);
 }
 

@@ -2,9 +2,8 @@
 
 #include "expression/EPExpression.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <optional>
 
 // CHECK_EVAL(text, value): the expression gives exactly `value` (NaN
@@ -27,14 +26,15 @@ inline ::testing::AssertionResult isInvalid(const char*, const char* text)
     const std::optional<double> got = numberByParsingExpression(QString::fromUtf8(text));
     if (!got)
         return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "\"" << text << "\" gave " << *got << ", expected no number";
+    return ::testing::AssertionFailure()
+           << "\"" << text << "\" gave " << *got << ", expected no number";
 }
 
 #define CHECK_EVAL(text, value) EXPECT_PRED_FORMAT2(evaluatesTo, text, value)
 #define CHECK_INVALID(text) EXPECT_PRED_FORMAT1(isInvalid, text)
-#define CHECK_NEAR_EVAL(text, value, tolerance)                                                   \
-    do {                                                                                         \
-        const std::optional<double> got_ = numberByParsingExpression(QStringLiteral(text));      \
-        ASSERT_TRUE(got_.has_value()) << text;                                                   \
-        EXPECT_NEAR(*got_, (value), (tolerance)) << text;                                        \
+#define CHECK_NEAR_EVAL(text, value, tolerance)                                                    \
+    do {                                                                                           \
+        const std::optional<double> got_ = numberByParsingExpression(QStringLiteral(text));        \
+        ASSERT_TRUE(got_.has_value()) << text;                                                     \
+        EXPECT_NEAR(*got_, (value), (tolerance)) << text;                                          \
     } while (false)

@@ -16,7 +16,8 @@ QString kindOf(const EPAnyToken& t)
     case 0:
         return std::get<EPParenthesesToken>(t).toString();
     case 1:
-        return QStringLiteral("num:") + QString::number(std::get<EPNumericalToken>(t).doubleValue());
+        return QStringLiteral("num:") +
+               QString::number(std::get<EPNumericalToken>(t).doubleValue());
     case 2:
         return QStringLiteral("var:") + std::get<EPVariableToken>(t).variableName();
     default:
@@ -87,7 +88,8 @@ TEST(NumberSyntax, DigitsWithOnePointAndNoExponent)
     EXPECT_EQ(token.doubleValue(), 0.0);
     EXPECT_TRUE(token.initWithString(QString(400, u'9')));
     EXPECT_TRUE(std::isinf(token.doubleValue()));
-    EXPECT_TRUE(token.initWithString(QStringLiteral("0.") + QString(400, u'0') + QStringLiteral("1")));
+    EXPECT_TRUE(
+        token.initWithString(QStringLiteral("0.") + QString(400, u'0') + QStringLiteral("1")));
     EXPECT_EQ(token.doubleValue(), 0.0);
 }
 

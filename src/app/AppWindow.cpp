@@ -40,8 +40,9 @@ void ScreenshotDriver::next()
     }
     QMetaObject::invokeMethod(m_window, "showScreenshotStep",
                               Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
-    // Let transitions and popups settle before taking the picture.
-    QTimer::singleShot(600, this, &ScreenshotDriver::capture);
+    // Let transitions, popups and chart animations settle first.
+    const bool chart = m_steps.at(m_index).contains(QLatin1String("chart"));
+    QTimer::singleShot(chart ? 1900 : 600, this, &ScreenshotDriver::capture);
 }
 
 void ScreenshotDriver::capture()

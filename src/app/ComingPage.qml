@@ -9,11 +9,14 @@ Page {
 
     property string heading
     property string blurb
+    property string backText
 
     title: heading
 
     header: TitleBar {
         title: page.heading
+        backText: page.backText
+        onBackClicked: page.StackView.view.pop()
     }
 
     ColumnLayout {

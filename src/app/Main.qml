@@ -7,7 +7,7 @@ ApplicationWindow {
     id: window
 
     // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
+    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -17,10 +17,34 @@ ApplicationWindow {
         tabBar.currentIndex = index;
     }
 
+    // Pushes the screen known by `identifier` onto the Functions stack.
+    function openScreen(identifier, title) {
+        const screens = {
+            "TvmController": tvmComponent,
+            "RoiController": roiComponent,
+            "TipController": tipComponent,
+            "StockTableController": stockListComponent
+        };
+        const component = screens[identifier];
+        if (component)
+            functionsStack.push(component);
+        else
+            functionsStack.push(comingComponent, {
+                "heading": title
+            });
+    }
+
     function openReport(filePath) {
         reportsStack.push(reportDetailComponent, {
             "reportFilePath": filePath
         });
+    }
+
+    // Types sample values into a calculator screen, one edit per field.
+    function fillForm(screen, values) {
+        const decimal = Qt.locale().decimalPoint;
+        for (const outlet in values)
+            screen.controller.editField(outlet, values[outlet].replace(".", decimal));
     }
 
     // Types a sample session on the keypad for the calculator screenshots.
@@ -59,10 +83,58 @@ ApplicationWindow {
         presenterHost.dismissAll();
         for (const stack of stacks)
             stack.pop(null, StackView.Immediate);
+        functionsStack.clear(StackView.Immediate);
+        functionsStack.push(catalogueComponent, {}, StackView.Immediate);
         reportsStack.currentItem.editing = false;
         switch (name) {
         case "functions":
             showTab(0);
+            break;
+        case "stock-list":
+            showTab(0);
+            openScreen("StockTableController", "");
+            break;
+        case "roi":
+        case "roi-description":
+        case "roi-export-sheet":
+        case "roi-report-title":
+            showTab(0);
+            openScreen("RoiController", "");
+            fillForm(functionsStack.currentItem, {
+                "investmentField": "12000",
+                "futureValueField": "15900",
+                "yearsField": "4"
+            });
+            if (name === "roi-description")
+                functionsStack.currentItem.controller.segmentChanged(1);
+            else if (name === "roi-export-sheet")
+                functionsStack.currentItem.controller.exportClicked();
+            else if (name === "roi-report-title") {
+                functionsStack.currentItem.controller.exportClicked();
+                const sheet = Presenter.pendingRequest();
+                Presenter.answer(sheet.id, "Save");
+            }
+            break;
+        case "tip":
+            showTab(0);
+            openScreen("TipController", "");
+            fillForm(functionsStack.currentItem, {
+                "billField": "86.4",
+                "tipPercentField": "18",
+                "numberOfPeopleField": "3",
+                "salesTaxField": "8"
+            });
+            break;
+        case "tvm-chart":
+            showTab(0);
+            openScreen("TvmController", "");
+            fillForm(functionsStack.currentItem, {
+                "pvField": "1000",
+                "pmtField": "100",
+                "interestField": "5",
+                "periodField": "10"
+            });
+            functionsStack.currentItem.controller.solve("FV");
             break;
         case "calculator":
         case "calculator-2nd":
@@ -145,10 +217,8 @@ ApplicationWindow {
         StackView {
             id: functionsStack
 
-            initialItem: ComingPage {
-                heading: qsTr("Functions")
-                blurb: qsTr("The calculator catalogue (time value of money, ROI, compound interest, NPV, tip, bond and the stock calculators) arrives here next.")
-            }
+            objectName: "functionsStack"
+            initialItem: catalogueComponent
         }
         StackView {
             id: calculatorStack
@@ -178,6 +248,52 @@ ApplicationWindow {
                 heading: qsTr("About")
                 blurb: qsTr("Version, support and information pages arrive here next.")
             }
+        }
+    }
+
+    Component {
+        id: catalogueComponent
+
+        FunctionCataloguePage {
+            onScreensRequested: (identifiers, title) => {
+                for (const identifier of identifiers)
+                    window.openScreen(identifier, title);
+            }
+        }
+    }
+
+    Component {
+        id: tvmComponent
+
+        TvmView {}
+    }
+
+    Component {
+        id: roiComponent
+
+        RoiView {}
+    }
+
+    Component {
+        id: tipComponent
+
+        TipView {}
+    }
+
+    Component {
+        id: stockListComponent
+
+        StockListPage {
+            onCalculatorChosen: (identifier, title) => window.openScreen(identifier, title)
+        }
+    }
+
+    Component {
+        id: comingComponent
+
+        ComingPage {
+            backText: qsTr("Back")
+            blurb: qsTr("This calculator is on its way.")
         }
     }
 

@@ -29,6 +29,15 @@ Item {
 
     Connections {
         target: Presenter
+        // Answered elsewhere (a test, the screenshot driver): just close.
+        function onAnswered(id) {
+            for (const popup of host.openPopups.slice()) {
+                if (popup.request.id === id) {
+                    popup.answeredElsewhere = true;
+                    popup.close();
+                }
+            }
+        }
         function onPresentRequested(request) {
             const component = request.kind === "sheet" ? sheetComponent : alertComponent;
             const popup = component.createObject(host, {
@@ -43,6 +52,7 @@ Item {
         required property var choice
         property var popup
 
+        objectName: "choice_" + choice.title
         Layout.fillWidth: true
         implicitHeight: 48
         font.capitalization: Font.MixedCase
@@ -62,6 +72,7 @@ Item {
 
             property var request
             property string chosen
+            property bool answeredElsewhere: false
 
             function choose(title) {
                 chosen = title;
@@ -86,7 +97,8 @@ Item {
             onClosed: {
                 const cancel = request.actions.find(a => a.cancel);
                 host.forget(sheet);
-                Presenter.answer(request.id, chosen.length > 0 ? chosen : (cancel ? cancel.title : ""), "");
+                if (!answeredElsewhere)
+                    Presenter.answer(request.id, chosen.length > 0 ? chosen : (cancel ? cancel.title : ""), "");
                 destroy();
             }
 
@@ -130,6 +142,7 @@ Item {
 
             property var request
             property string chosen
+            property bool answeredElsewhere: false
 
             function choose(title) {
                 chosen = title;
@@ -151,7 +164,8 @@ Item {
                 const cancel = request.actions.find(a => a.cancel);
                 const fallback = cancel ? cancel.title : (request.actions.length === 1 ? request.actions[0].title : "");
                 host.forget(alert);
-                Presenter.answer(request.id, chosen.length > 0 ? chosen : fallback, field.text);
+                if (!answeredElsewhere)
+                    Presenter.answer(request.id, chosen.length > 0 ? chosen : fallback, field.text);
                 destroy();
             }
 

@@ -3,7 +3,10 @@
 #include <QJSEngine>
 #include <algorithm>
 
-QmlPresenter::QmlPresenter(QObject* parent) : QObject(parent) {}
+QmlPresenter::QmlPresenter(QObject* parent) : QObject(parent)
+{
+    Presenter::setDefaultPresenter(this);
+}
 
 QmlPresenter* QmlPresenter::instance()
 {
@@ -52,6 +55,7 @@ void QmlPresenter::answer(int id, const QString& action, const QString& text)
     m_pending.erase(it);
     m_requests.remove(id);
     emit pendingChanged();
+    emit answered(id);
     if (callback)
         callback(action, text);
 }

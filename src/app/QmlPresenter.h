@@ -35,6 +35,8 @@ signals:
     // request: id, kind ("sheet" or "alert"), title, message, actions
     // ([{title, cancel}]), textField, numeric, anchor.
     void presentRequested(const QVariantMap& request);
+    // Request `id` got its answer; whatever shows it can go.
+    void answered(int id);
     void pendingChanged();
 
 private:

@@ -8,9 +8,15 @@
 #include "calculator/CalculatorHelpModel.h"
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"
+#include "charts/MultiLineGraphView.h"
+#include "framework/FunctionTableModel.h"
 #include "framework/NumberFormat.h"
+#include "framework/QVFunctionController.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
+#include "functions/roi/RoiController.h"
+#include "functions/tip/TipController.h"
+#include "functions/tvm/TvmController.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
 
@@ -54,26 +60,53 @@ struct CalculatorHelpModelForeign {
     QML_NAMED_ELEMENT(CalculatorHelpModel)
 };
 
-class QmlCalculatorController : public CalculatorController {
-    Q_OBJECT
+struct CalculatorControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(CalculatorController)
     QML_NAMED_ELEMENT(CalculatorController)
-
-public:
-    explicit QmlCalculatorController(QObject* parent = nullptr) : CalculatorController(parent)
-    {
-        setPresenter(QmlPresenter::instance());
-    }
 };
 
-class QmlReportDetailController : public ReportDetailController {
-    Q_OBJECT
+struct ReportDetailControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(ReportDetailController)
     QML_NAMED_ELEMENT(ReportDetailController)
+};
 
-public:
-    explicit QmlReportDetailController(QObject* parent = nullptr) : ReportDetailController(parent)
-    {
-        setPresenter(QmlPresenter::instance());
-    }
+struct QVFunctionControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(QVFunctionController)
+    QML_NAMED_ELEMENT(QVFunctionController)
+    QML_UNCREATABLE("Each calculator screen makes its own controller.")
+};
+
+struct RoiControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(RoiController)
+    QML_NAMED_ELEMENT(RoiController)
+};
+
+struct TipControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(TipController)
+    QML_NAMED_ELEMENT(TipController)
+};
+
+struct TvmControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(TvmController)
+    QML_NAMED_ELEMENT(TvmController)
+};
+
+struct MultiLineGraphViewForeign {
+    Q_GADGET
+    QML_FOREIGN(MultiLineGraphView)
+    QML_NAMED_ELEMENT(MultiLineGraphView)
+};
+
+struct FunctionTableModelForeign {
+    Q_GADGET
+    QML_FOREIGN(FunctionTableModel)
+    QML_NAMED_ELEMENT(FunctionTableModel)
 };
 
 // Formatting helpers for QML.

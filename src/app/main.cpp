@@ -1,4 +1,5 @@
 #include "AppWindow.h"
+#include "QmlPresenter.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
@@ -41,6 +42,7 @@ int main(int argc, char* argv[])
         QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     const AppOptions options = parseOptions(app);
+    QmlPresenter::instance(); // the screens' dialogs go through it
     if (options.seedDemoReports)
         seedDemoReports();
 

@@ -423,7 +423,7 @@ int CalculatorController::intValue(const QString& text)
 
 void CalculatorController::showStoreAlert()
 {
-    if (!m_presenter)
+    if (!presenter())
         return;
     AlertRequest alert;
     alert.title = QStringLiteral("Store");
@@ -435,7 +435,7 @@ void CalculatorController::showStoreAlert()
     alert.numericTextField = true;
     QPointer<CalculatorController> self(this);
     const QString shown = m_displayNumber;
-    m_presenter->present(alert, [self, shown](const QString&, const QString& text) {
+    presenter()->present(alert, [self, shown](const QString&, const QString& text) {
         const int index = intValue(text);
         if (self && index < 101)
             self->m_resultStorage.insert(index, shown);
@@ -444,7 +444,7 @@ void CalculatorController::showStoreAlert()
 
 void CalculatorController::showRecallAlert()
 {
-    if (!m_presenter)
+    if (!presenter())
         return;
     AlertRequest alert;
     alert.title = QStringLiteral("Store");
@@ -454,7 +454,7 @@ void CalculatorController::showRecallAlert()
     alert.hasTextField = true;
     alert.numericTextField = true;
     QPointer<CalculatorController> self(this);
-    m_presenter->present(alert, [self](const QString&, const QString& text) {
+    presenter()->present(alert, [self](const QString&, const QString& text) {
         const int index = intValue(text);
         if (!self || index >= 101)
             return;
@@ -475,4 +475,9 @@ void CalculatorController::navigateToHistory()
 void CalculatorController::navigateToHelp()
 {
     emit helpRequested();
+}
+
+Presenter* CalculatorController::presenter() const
+{
+    return m_presenter ? m_presenter : Presenter::defaultPresenter();
 }

@@ -42,6 +42,8 @@ public:
     explicit CalculatorController(QObject* parent = nullptr);
 
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
+    // The presenter given, or else the app's default one.
+    Presenter* presenter() const;
 
     QString displayNumber() const { return m_displayNumber; }
     QString resultLabel() const { return m_resultLabel; }

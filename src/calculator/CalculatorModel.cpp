@@ -2,6 +2,7 @@
 
 #include "expression/EPExpression.h"
 #include "framework/FinanceMath.h"
+#include "framework/NumberFormat.h"
 
 #include <QLocale>
 #include <QLoggingCategory>
@@ -193,18 +194,5 @@ std::optional<double> CalculatorModel::evaluateExpression(const QString& text)
 
 double CalculatorModel::numberFromText(const QString& text)
 {
-    bool ok = false;
-    double value = QLocale().toDouble(text, &ok);
-    if (ok)
-        return value;
-    value = QLocale::c().toDouble(text, &ok);
-    if (ok)
-        return value;
-    if (text == QLatin1String("NaN"))
-        return std::numeric_limits<double>::quiet_NaN();
-    if (text == QLatin1String("Infinity"))
-        return std::numeric_limits<double>::infinity();
-    if (text == QLatin1String("-Infinity"))
-        return -std::numeric_limits<double>::infinity();
-    return 0.0;
+    return NumberFormat::numberFromText(text);
 }

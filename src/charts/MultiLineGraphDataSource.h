@@ -6,7 +6,6 @@
 #include <QSizeF>
 #include <QString>
 #include <QStringList>
-
 #include <optional>
 
 // What a multi-line graph asks of its owner: how many series, and for each
@@ -39,7 +38,7 @@ class MultiLineGraphDelegate {
 public:
     virtual ~MultiLineGraphDelegate() = default;
     virtual MultiLineGraphMarker customViewForLineChartTouchWithXValueAndYValue(const QString& x,
-                                                                               double y) const = 0;
+                                                                                double y) const = 0;
 };
 
 Q_DECLARE_INTERFACE(MultiLineGraphDataSource, "app.tallyvane.MultiLineGraphDataSource/1.0")

@@ -1,5 +1,6 @@
 #include "Cli.h"
 
+#include "CliSupport.h"
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorKeypad.h"
 #include "expression/EPExpression.h"
@@ -17,11 +18,16 @@
 #include <cmath>
 #include <utility>
 
+using CliSupport::jsonNumber;
+using CliSupport::jsonString;
+
 namespace {
 
 const char* const usage = R"(Usage: tallyvane-cli COMMAND [ARGS] [--json]
 
 Commands:
+  calc NAME [FIELD=VALUE ...] [--solve X] [--report TITLE] [--save TITLE]
+                             run a form calculator as its screen does
   keys KEY ...               press keypad keys and show the display
   eval EXPR                  evaluate a keypad expression (17 significant digits)
   list                       the calculators and their input fields
@@ -159,20 +165,6 @@ int evalCommand(const QStringList& args, QTextStream& out, QTextStream& err)
     return 0;
 }
 
-// JSON text written by hand where numbers need 17 significant digits and
-// non-finite values become the strings "NaN", "Infinity" and "-Infinity".
-QString jsonString(const QString& text)
-{
-    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(array.mid(1, array.size() - 2));
-}
-
-QString jsonNumber(double value)
-{
-    const QString text = NumberFormat::preciseString(value);
-    return std::isfinite(value) ? text : jsonString(text);
-}
-
 const char* const keysUsage = R"usage(Usage: tallyvane-cli keys KEY ... [--json]
 
 Presses keypad keys in order, each argument one key by the title the keypad
@@ -280,23 +272,6 @@ int keysCommand(const QStringList& args, bool json, QTextStream& out, QTextStrea
     return 0;
 }
 
-int listCommand(bool json, QTextStream& out)
-{
-    QJsonArray array;
-    for (const FunctionDescriptor& f : FunctionRegistry::functions()) {
-        if (json)
-            array.append(
-                QJsonObject{{QStringLiteral("name"), f.name},
-                            {QStringLiteral("title"), f.title},
-                            {QStringLiteral("fields"), QJsonArray::fromStringList(f.fields)}});
-        else
-            out << f.name << '\t' << f.title << '\t' << f.fields.join(QLatin1Char(' ')) << '\n';
-    }
-    if (json)
-        out << QJsonDocument(array).toJson(QJsonDocument::Indented);
-    return 0;
-}
-
 } // namespace
 
 int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
@@ -318,14 +293,10 @@ int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
         return evalCommand(args, out, err);
     if (command == QLatin1String("reports"))
         return reportsCommand(args, json, out, err);
-    if (command == QLatin1String("list")) {
-        if (args.contains(QStringLiteral("--help"))) {
-            out << "Usage: tallyvane-cli list [--json]\n\nThe calculators and their input "
-                   "fields.\n";
-            return 0;
-        }
-        return listCommand(json, out);
-    }
+    if (command == QLatin1String("list"))
+        return listCommand(args, json, out);
+    if (command == QLatin1String("calc"))
+        return calcCommand(args, json, out, err);
     err << "unknown command: " << command << "\n\n" << usage;
     return 1;
 }

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <string>
 
 namespace NumberFormat {
@@ -111,6 +112,25 @@ QString preciseString(double value)
     if (!std::isfinite(value))
         return format(value, 0, Rounding::HalfEven, QLocale::c());
     return QString::number(value, 'g', 17);
+}
+
+double numberFromText(const QString& text, const QLocale& locale)
+{
+    const QString trimmed = text.trimmed();
+    bool ok = false;
+    double value = locale.toDouble(trimmed, &ok);
+    if (ok)
+        return value;
+    value = QLocale::c().toDouble(trimmed, &ok);
+    if (ok)
+        return value;
+    if (trimmed == QLatin1String("NaN"))
+        return std::numeric_limits<double>::quiet_NaN();
+    if (trimmed == QLatin1String("Infinity"))
+        return std::numeric_limits<double>::infinity();
+    if (trimmed == QLatin1String("-Infinity"))
+        return -std::numeric_limits<double>::infinity();
+    return 0.0;
 }
 
 QString stringFromDouble(double value, const QLocale& locale)

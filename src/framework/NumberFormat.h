@@ -28,4 +28,9 @@ QString displayString(double value, const QLocale& locale = QLocale());
 // same spellings for NaN and the infinities.
 QString preciseString(double value);
 
+// A typed number: the locale's form first, then the C form (so "1.5" reads
+// in a comma locale too, and "NaN", "Infinity" read back); empty or
+// unreadable text is 0.
+double numberFromText(const QString& text, const QLocale& locale = QLocale());
+
 } // namespace NumberFormat

@@ -30,4 +30,9 @@ public:
     using Answer = std::function<void(const QString& action, const QString& text)>;
     virtual ~Presenter() = default;
     virtual void present(const AlertRequest& request, Answer answer) = 0;
+
+    // The presenter screens use when none was given to them: the app's UI
+    // installs itself here. Null until then.
+    static Presenter* defaultPresenter();
+    static void setDefaultPresenter(Presenter* presenter);
 };

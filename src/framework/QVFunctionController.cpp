@@ -86,7 +86,7 @@ void QVFunctionController::setSelectedAction(const QString& action)
 void QVFunctionController::exportClicked()
 {
     Services::reviewPrompt().requestReview();
-    if (!m_presenter)
+    if (!presenter())
         return;
     AlertRequest sheet;
     sheet.kind = AlertRequest::Kind::ActionSheet;
@@ -96,7 +96,7 @@ void QVFunctionController::exportClicked()
         {QStringLiteral("Cancel"), true}, {QStringLiteral("Send Email")}, {QStringLiteral("Save")}};
     sheet.anchor = QStringLiteral("export");
     QPointer<QVFunctionController> self(this);
-    m_presenter->present(sheet, [self](const QString& action, const QString&) {
+    presenter()->present(sheet, [self](const QString& action, const QString&) {
         if (!self)
             return;
         if (action == QLatin1String("Send Email")) {
@@ -119,7 +119,7 @@ void QVFunctionController::showSaveTitleAlert()
     alert.actions = {{QStringLiteral("OK")}, {QStringLiteral("Cancel"), true}};
     alert.hasTextField = true;
     QPointer<QVFunctionController> self(this);
-    m_presenter->present(alert, [self](const QString& action, const QString& text) {
+    presenter()->present(alert, [self](const QString& action, const QString& text) {
         if (!self)
             return;
         if (action == QLatin1String("OK"))
@@ -142,7 +142,7 @@ void QVFunctionController::receiveReportCreatedNotification()
             showEmail();
     } else if (m_selectedAction == saveAction) {
         m_model->saveReport();
-        if (!m_presenter)
+        if (!presenter())
             return;
         AlertRequest alert;
         alert.title = QStringLiteral("Calculation Saved");
@@ -150,7 +150,7 @@ void QVFunctionController::receiveReportCreatedNotification()
         alert.actions = {{QStringLiteral("OK")}};
         alert.anchor = QStringLiteral("export");
         QPointer<QVFunctionController> self(this);
-        m_presenter->present(alert, [self](const QString&, const QString&) {
+        presenter()->present(alert, [self](const QString&, const QString&) {
             if (self)
                 self->m_model->setReportSaved(true);
         });
@@ -186,7 +186,57 @@ void QVFunctionController::mailComposerFinished()
         m_model->removeReportFile();
 }
 
+void QVFunctionController::editField(const QString& outlet, const QString& text)
+{
+    m_view->setText(outlet, text);
+    fieldChanged();
+}
+
+void QVFunctionController::openChoice(const QString& outlet)
+{
+    for (const FunctionInput& input : inputs()) {
+        if (input.outlet == outlet && input.kind == FunctionInput::Kind::Choice)
+            QMetaObject::invokeMethod(this, input.action.toLatin1().constData());
+    }
+}
+
+double QVFunctionController::fieldNumber(const QString& outlet) const
+{
+    return NumberFormat::numberFromText(m_view->text(outlet));
+}
+
+void QVFunctionController::showNumber(const QString& outlet, double value, const QString& suffix)
+{
+    m_view->setText(outlet, stringFromDouble(value) + suffix);
+}
+
+void QVFunctionController::presentChoices(const QString& title, const QString& message,
+                                          const QStringList& choices, const QString& anchor,
+                                          std::function<void(const QString&)> chosen)
+{
+    if (!presenter())
+        return;
+    AlertRequest sheet;
+    sheet.kind = AlertRequest::Kind::ActionSheet;
+    sheet.title = title;
+    sheet.message = message;
+    sheet.actions = {{QStringLiteral("Cancel"), true}};
+    for (const QString& choice : choices)
+        sheet.actions.append({choice});
+    sheet.anchor = anchor;
+    QPointer<QVFunctionController> self(this);
+    presenter()->present(sheet, [self, choices, chosen](const QString& action, const QString&) {
+        if (self && choices.contains(action))
+            chosen(action);
+    });
+}
+
 QString QVFunctionController::stringFromDouble(double value)
 {
     return NumberFormat::stringFromDouble(value);
+}
+
+Presenter* QVFunctionController::presenter() const
+{
+    return m_presenter ? m_presenter : Presenter::defaultPresenter();
 }

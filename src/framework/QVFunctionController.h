@@ -6,9 +6,25 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <functional>
 #include <memory>
 
 class Presenter;
+
+// One input of a calculator screen: the model property it sets and the view
+// outlet that holds it. A field is typed into; a choice is a button whose
+// action sheet (`action`) offers words ("Monthly", "BEG").
+struct FunctionInput {
+    enum class Kind { Field, Choice };
+    FunctionInput(QString property, QString outlet, Kind kind = Kind::Field, QString action = {})
+        : property(std::move(property)), outlet(std::move(outlet)), kind(kind),
+          action(std::move(action))
+    {}
+    QString property;
+    QString outlet;
+    Kind kind;
+    QString action;
+};
 
 // Base of every calculator screen: the title, the export flow (save the
 // report to the list, or e-mail it), the mail with its attachments and the
@@ -31,7 +47,8 @@ public:
     QVFunctionView* qvFunctionView() const { return m_view; }
     QString selectedAction() const { return m_selectedAction; }
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
-    Presenter* presenter() const { return m_presenter; }
+    // The presenter given, or else the app's default one.
+    Presenter* presenter() const;
 
     Q_INVOKABLE void exportClicked();
     Q_INVOKABLE void segmentChanged(int segment);
@@ -44,6 +61,19 @@ public:
 
     Q_INVOKABLE static QString stringFromDouble(double value);
 
+    // The screen's inputs in screen order, and the names of its compute
+    // buttons (for screens that solve on a button instead of on each edit).
+    virtual QList<FunctionInput> inputs() const { return {}; }
+    Q_INVOKABLE virtual QStringList solveButtons() const { return {}; }
+    // Presses the compute button called `name` (one of solveButtons()).
+    Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }
+    // The change action of the input fields: by default nothing.
+    Q_INVOKABLE virtual void fieldChanged() {}
+    // One edit of a field as the user makes it: the text, then the action.
+    Q_INVOKABLE void editField(const QString& outlet, const QString& text);
+    // Opens the choice `input` (its action sheet).
+    Q_INVOKABLE void openChoice(const QString& outlet);
+
 signals:
     void selectedActionChanged();
 
@@ -53,6 +83,14 @@ protected:
     virtual void connectMvc() = 0;
     void setModel(std::unique_ptr<QVFunctionModel> model);
     void setView(QVFunctionView* view);
+
+    // The number typed in a field; empty or unreadable text is 0.
+    double fieldNumber(const QString& outlet) const;
+    // Shows `value` in a label or field with the results' number format.
+    void showNumber(const QString& outlet, double value, const QString& suffix = QString());
+    // An action sheet of `choices` after "Cancel"; `chosen` gets the word.
+    void presentChoices(const QString& title, const QString& message, const QStringList& choices,
+                        const QString& anchor, std::function<void(const QString&)> chosen);
 
 private:
     void viewDidLoad();

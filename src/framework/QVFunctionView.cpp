@@ -29,3 +29,17 @@ void QVFunctionView::showDescription(int segment)
     m_calculatorVisible = false;
     emit segmentChanged();
 }
+
+QString QVFunctionView::text(const QString& outlet) const
+{
+    return m_texts.value(outlet).toString();
+}
+
+void QVFunctionView::setText(const QString& outlet, const QString& text)
+{
+    const auto it = m_texts.constFind(outlet);
+    if (it != m_texts.constEnd() && it->toString() == text)
+        return;
+    m_texts.insert(outlet, text);
+    emit textsChanged();
+}

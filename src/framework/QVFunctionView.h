@@ -2,12 +2,16 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariantMap>
 
-// What every calculator screen shows besides its own form: the title, the
-// calculator/description switch and the description page. Calculator views
-// add their fields and labels.
+// What a calculator screen shows: the title, the calculator/description
+// switch, the description page, and the texts of its outlets (input fields,
+// result labels, choice buttons) by outlet name ("investmentField",
+// "gainResultLabel", "modeButton"). QML binds to `texts`; controllers,
+// tests and the command line read and write the same texts.
 class QVFunctionView : public QObject {
     Q_OBJECT
+    Q_PROPERTY(QVariantMap texts READ texts NOTIFY textsChanged)
     Q_PROPERTY(QString title READ title NOTIFY titleChanged)
     Q_PROPERTY(int segment READ segment NOTIFY segmentChanged)
     Q_PROPERTY(bool calculatorVisible READ calculatorVisible NOTIFY segmentChanged)
@@ -30,12 +34,20 @@ public:
     void showCalculator(int segment = 0);
     void showDescription(int segment = 1);
 
+    QVariantMap texts() const { return m_texts; }
+    Q_INVOKABLE QString text(const QString& outlet) const;
+    // Sets an outlet's text; nothing else happens (the screen's change
+    // action is the controller's).
+    Q_INVOKABLE void setText(const QString& outlet, const QString& text);
+
 signals:
+    void textsChanged();
     void titleChanged();
     void segmentChanged();
     void descriptionHtmlChanged();
 
 private:
+    QVariantMap m_texts;
     QString m_title;
     int m_segment = 0;
     bool m_calculatorVisible = true;

@@ -30,13 +30,13 @@ void ReportDetailController::loadReport()
 
 void ReportDetailController::actionClicked()
 {
-    if (!m_presenter)
+    if (!presenter())
         return;
     AlertRequest sheet;
     sheet.kind = AlertRequest::Kind::ActionSheet;
     sheet.title = QStringLiteral("Export");
     sheet.actions = {{QStringLiteral("Cancel"), true}, {QStringLiteral("Send Email")}};
-    m_presenter->present(sheet, [this](const QString& action, const QString&) {
+    presenter()->present(sheet, [this](const QString& action, const QString&) {
         if (action == QLatin1String("Send Email"))
             showEmail();
     });
@@ -58,4 +58,9 @@ void ReportDetailController::showEmail()
         message.attachments.append(
             {file.readAll(), QStringLiteral("text/plain"), attachmentNameForPath(path)});
     Services::mailComposer().compose(message, nullptr);
+}
+
+Presenter* ReportDetailController::presenter() const
+{
+    return m_presenter ? m_presenter : Presenter::defaultPresenter();
 }

@@ -23,6 +23,8 @@ public:
     QString text() const { return m_text; }
     bool fileFound() const { return m_fileFound; }
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
+    // The presenter given, or else the app's default one.
+    Presenter* presenter() const;
 
     // Reads the text file; a missing file shows an empty page.
     Q_INVOKABLE void loadReport();

@@ -2,6 +2,7 @@
 
 #include "TestSupport.h"
 #include "platform/NotificationCenter.h"
+#include "reports/QVFileManager.h"
 #include "reports/ReportTableModel.h"
 
 #include <QJsonArray>
@@ -171,6 +172,67 @@ TEST_F(CliTest, KeysRefuseTitlesTheKeypadDoesNotShow)
     EXPECT_EQ(run({"keys", "FOO"}), 1);
     EXPECT_EQ(run({"keys"}), 1);
     EXPECT_EQ(run({"keys", "--help"}), 0);
+}
+
+TEST_F(CliTest, CalcRunsAScreenAndPrintsItsValues)
+{
+    const QString dec = QLocale().decimalPoint();
+    ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2"}), 0)
+        << stderrText.toStdString();
+    EXPECT_EQ(stdoutText, "investmentAmount: 1000\nfutureValue: 1250\nyears: 2\ngain: 250\n"
+                          "roi: 25\nannualizedRoi: 12" +
+                              dec + "5\n");
+
+    ASSERT_EQ(run({"calc", "tip", "billField=107", "salesTax=7", "tipPercent=15",
+                   "numberOfPeople=2", "--json"}),
+              0);
+    const QJsonObject json = QJsonDocument::fromJson(stdoutText.toUtf8()).object();
+    EXPECT_EQ(json["calculator"].toString(), "tip");
+    EXPECT_EQ(json["values"].toObject()["totalPerPerson"].toDouble(), 61);
+    EXPECT_EQ(json["values"].toObject()["numberOfPeople"].toDouble(), 2);
+
+    ASSERT_EQ(run({"calc", "tvm", "presentValue=1000", "interestRate=12", "period=12",
+                   "paymentFrequency=Monthly", "paymentMode=END", "--solve", "FV", "--json"}),
+              0);
+    const QJsonObject tvm =
+        QJsonDocument::fromJson(stdoutText.toUtf8()).object()["values"].toObject();
+    EXPECT_NEAR(tvm["futureValue"].toDouble(), 1126.8250301319697, 1e-9);
+    EXPECT_EQ(tvm["paymentMode"].toString(), "END");
+    EXPECT_EQ(tvm["lastCalculated"].toString(), "FV");
+}
+
+TEST_F(CliTest, CalcReportsAndSavesLikeTheScreen)
+{
+    ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2",
+                   "--report", "Plan A"}),
+              0);
+    EXPECT_TRUE(
+        stdoutText.contains("\nFinancial Report - Return on Investment\nDate: 05-03-2024 14:07\n"));
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty()) << "--report keeps no file";
+
+    ASSERT_EQ(run({"calc", "tip", "bill=50", "--save", "Lunch"}), 0);
+    ASSERT_EQ(run({"reports", "list", "--json"}), 0);
+    const QJsonArray list = QJsonDocument::fromJson(stdoutText.toUtf8()).array();
+    ASSERT_EQ(list.size(), 1);
+    EXPECT_EQ(list[0].toObject()["title"].toString(), "Lunch");
+    EXPECT_EQ(list[0].toObject()["functionTitle"].toString(), "Tip");
+    EXPECT_EQ(run({"reports", "show", "0"}), 0);
+    EXPECT_TRUE(stdoutText.startsWith("Financial Report - Tip\n"));
+}
+
+TEST_F(CliTest, CalcRefusesUnknownNamesFieldsChoicesAndButtons)
+{
+    EXPECT_EQ(run({"calc", "nope"}), 1);
+    EXPECT_EQ(run({"calc", "roi", "colour=3"}), 1);
+    EXPECT_TRUE(stderrText.contains("colour=3"));
+    EXPECT_EQ(run({"calc", "tvm", "paymentFrequency=Weekly"}), 1);
+    EXPECT_TRUE(stderrText.contains("Monthly, Quarterly, Semiannually, Annually"));
+    EXPECT_EQ(run({"calc", "tvm", "--solve", "XYZ"}), 1);
+    EXPECT_EQ(run({"calc", "roi", "--solve", "PV"}), 1);
+    EXPECT_EQ(run({"calc", "tvm", "--report"}), 1);
+    EXPECT_EQ(run({"calc", "--help"}), 0);
+    ASSERT_EQ(run({"list"}), 0);
+    EXPECT_TRUE(stdoutText.contains("tvm\tTime Value of Money Calculator\tpresentValue"));
 }
 
 TEST_F(CliTest, ShowOfAReportWhoseFileIsMissingFails)

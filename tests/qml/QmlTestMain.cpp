@@ -1,3 +1,4 @@
+#include "app/QmlPresenter.h"
 #include "framework/QVFunctionModel.h"
 #include "platform/AppPaths.h"
 #include "platform/NotificationCenter.h"
@@ -99,6 +100,7 @@ public slots:
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
         Services::reset();
+        QmlPresenter::instance();
     }
     void qmlEngineAvailable(QQmlEngine* engine)
     {

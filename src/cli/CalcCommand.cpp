@@ -1,0 +1,239 @@
+#include "CliSupport.h"
+#include "framework/FunctionRegistry.h"
+#include "framework/NumberFormat.h"
+#include "framework/Presenter.h"
+#include "framework/QVFunctionController.h"
+#include "reports/ReportTableModel.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMetaProperty>
+#include <cmath>
+#include <deque>
+
+namespace CliSupport {
+
+QString jsonString(const QString& text)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
+}
+
+QString jsonNumber(double value)
+{
+    const QString text = NumberFormat::preciseString(value);
+    return std::isfinite(value) ? text : jsonString(text);
+}
+
+} // namespace CliSupport
+
+using CliSupport::jsonNumber;
+using CliSupport::jsonString;
+
+namespace {
+
+const char* const calcUsage =
+    R"usage(Usage: tallyvane-cli calc NAME [FIELD=VALUE ...] [--solve X] [--report TITLE]
+                          [--save TITLE] [--json]
+
+Runs the calculator NAME (see "tallyvane-cli list") as its screen does: each
+FIELD=VALUE is one edit of that input, in the order given, followed by the
+screen's own change action. FIELD is the model's input property
+(investmentAmount=1000) or the screen's outlet (investmentField=1000); a
+choice takes its word (paymentMode=END, paymentFrequency=Monthly). --solve
+presses a compute button (tvm: PV, FV, PMT, I/Y, N).
+
+Prints one "name: text" line per model value, formatted as on screen;
+--json gives {"calculator": NAME, "values": {name: number}}.
+--report TITLE adds the report text; --save TITLE also keeps it in the saved
+reports, as the screen's Export > Save does.
+)usage";
+
+// Answers the screen's action sheets and alerts from a script.
+class ScriptPresenter : public Presenter {
+public:
+    std::deque<std::pair<QString, QString>> answers;
+    QStringList offered; // the choices of the last sheet
+    void present(const AlertRequest& request, Answer reply) override
+    {
+        offered.clear();
+        for (const AlertAction& action : request.actions)
+            offered << action.title;
+        if (answers.empty())
+            return;
+        const auto [action, text] = answers.front();
+        answers.pop_front();
+        reply(action, text);
+    }
+};
+
+const FunctionInput* findInput(const QList<FunctionInput>& inputs, const QString& key)
+{
+    for (const FunctionInput& input : inputs) {
+        QString stem = input.outlet;
+        stem.remove(QLatin1String("Field")).remove(QLatin1String("Button"));
+        if (key == input.property || key == input.outlet || key == stem)
+            return &input;
+    }
+    return nullptr;
+}
+
+QString textOf(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::Double)
+        return NumberFormat::stringFromDouble(value.toDouble());
+    return value.toString();
+}
+
+QString jsonOf(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Int)
+        return jsonNumber(value.toDouble());
+    return jsonString(value.toString());
+}
+
+} // namespace
+
+int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QTextStream& err)
+{
+    if (arguments.isEmpty() || arguments.first() == QLatin1String("--help")) {
+        (arguments.isEmpty() ? err : out) << calcUsage;
+        return arguments.isEmpty() ? 1 : 0;
+    }
+    const FunctionDescriptor* descriptor = FunctionRegistry::find(arguments.first());
+    if (!descriptor) {
+        err << "unknown calculator: " << arguments.first() << " (see tallyvane-cli list)\n";
+        return 1;
+    }
+    std::unique_ptr<QVFunctionController> controller = descriptor->create();
+    ScriptPresenter presenter;
+    controller->setPresenter(&presenter);
+    const QList<FunctionInput> inputs = controller->inputs();
+
+    QString reportTitle;
+    bool wantReport = false;
+    bool save = false;
+    const QStringList args = arguments.mid(1);
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& arg = args.at(i);
+        if (arg == QLatin1String("--solve") || arg == QLatin1String("--report") ||
+            arg == QLatin1String("--save")) {
+            if (i + 1 >= args.size()) {
+                err << arg << " needs a value\n";
+                return 1;
+            }
+            const QString value = args.at(++i);
+            if (arg == QLatin1String("--solve")) {
+                if (!controller->solveButtons().contains(value)) {
+                    err << descriptor->name << " has no compute button " << value
+                        << " (it has: " << controller->solveButtons().join(QLatin1Char(' '))
+                        << ")\n";
+                    return 1;
+                }
+                controller->solve(value);
+            } else {
+                reportTitle = value;
+                wantReport = true;
+                save = save || arg == QLatin1String("--save");
+            }
+            continue;
+        }
+        const qsizetype equals = arg.indexOf(QLatin1Char('='));
+        const FunctionInput* input = equals > 0 ? findInput(inputs, arg.left(equals)) : nullptr;
+        if (!input) {
+            err << "not an input of " << descriptor->name << ": " << arg << '\n';
+            return 1;
+        }
+        const QString value = arg.mid(equals + 1);
+        if (input->kind == FunctionInput::Kind::Field) {
+            controller->editField(input->outlet, value);
+            continue;
+        }
+        presenter.answers.push_back({value, QString()});
+        controller->openChoice(input->outlet);
+        if (!presenter.offered.contains(value) || value == QLatin1String("Cancel")) {
+            presenter.offered.removeAll(QStringLiteral("Cancel"));
+            err << input->property
+                << " takes one of: " << presenter.offered.join(QStringLiteral(", ")) << '\n';
+            return 1;
+        }
+    }
+
+    QVFunctionModel* model = controller->model();
+    QString report;
+    if (wantReport) {
+        if (save) {
+            ReportTableModel list; // the saved list must exist before a save
+            presenter.answers = {{QStringLiteral("Save"), QString()},
+                                 {QStringLiteral("OK"), reportTitle},
+                                 {QStringLiteral("OK"), QString()}};
+            controller->exportClicked();
+        } else {
+            // Only the text is wanted: the file goes, as after an e-mail.
+            controller->sendReportRequestedNotification(reportTitle);
+            model->removeReportFile();
+        }
+        report = model->report().contents;
+    }
+
+    const QMetaObject* meta = model->metaObject();
+    const int first = QVFunctionModel::staticMetaObject.propertyCount();
+    if (json) {
+        QStringList values;
+        for (int i = first; i < meta->propertyCount(); ++i) {
+            const QMetaProperty p = meta->property(i);
+            values
+                << QStringLiteral("\"%1\": %2").arg(QLatin1String(p.name()), jsonOf(p.read(model)));
+        }
+        out << "{\"calculator\": " << jsonString(descriptor->name) << ", \"values\": {"
+            << values.join(QStringLiteral(", ")) << '}';
+        if (wantReport)
+            out << ", \"report\": " << jsonString(report);
+        out << "}\n";
+        return 0;
+    }
+    for (int i = first; i < meta->propertyCount(); ++i) {
+        const QMetaProperty p = meta->property(i);
+        out << p.name() << ": " << textOf(p.read(model)) << '\n';
+    }
+    if (wantReport)
+        out << '\n' << report;
+    return 0;
+}
+
+int listCommand(const QStringList& args, bool json, QTextStream& out)
+{
+    if (args.contains(QStringLiteral("--help"))) {
+        out << "Usage: tallyvane-cli list [--json]\n\nThe calculators, their inputs and their "
+               "compute buttons.\n";
+        return 0;
+    }
+    QStringList entries;
+    for (const FunctionDescriptor& f : FunctionRegistry::functions()) {
+        const std::unique_ptr<QVFunctionController> controller = f.create();
+        QStringList fields;
+        for (const FunctionInput& input : controller->inputs())
+            fields << input.property;
+        const QStringList solve = controller->solveButtons();
+        if (json) {
+            const auto array = [](const QStringList& items) {
+                QStringList quoted;
+                for (const QString& item : items)
+                    quoted << jsonString(item);
+                return QStringLiteral("[") + quoted.join(QStringLiteral(", ")) + QLatin1Char(']');
+            };
+            entries << QStringLiteral(
+                           "{\"name\": %1, \"title\": %2, \"fields\": %3, \"solve\": %4}")
+                           .arg(jsonString(f.name), jsonString(f.title), array(fields),
+                                array(solve));
+        } else {
+            out << f.name << '\t' << f.title << '\t' << fields.join(QLatin1Char(' '));
+            if (!solve.isEmpty())
+                out << "\t--solve " << solve.join(QLatin1Char('|'));
+            out << '\n';
+        }
+    }
+    if (json)
+        out << "[" << entries.join(QStringLiteral(",\n ")) << "]\n";
+    return 0;
+}

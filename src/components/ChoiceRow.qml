@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// A choice button (mode, frequency) titled with the current choice; it
+// opens the controller's action sheet.
+RowLayout {
+    id: row
+
+    required property QVFunctionController controller
+    required property string outlet
+    property string label
+
+    Layout.fillWidth: true
+    Layout.leftMargin: AppTheme.margin
+    Layout.rightMargin: AppTheme.margin
+
+    Label {
+        Layout.fillWidth: true
+        text: row.label
+        font.pixelSize: 15
+    }
+    Button {
+        objectName: row.outlet
+        text: (row.controller.view.texts[row.outlet] ?? "") + "  \u25BE"
+        Accessible.name: row.label + " " + (row.controller.view.texts[row.outlet] ?? "")
+        onClicked: row.controller.openChoice(row.outlet)
+    }
+}

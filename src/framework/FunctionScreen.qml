@@ -1,0 +1,119 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// The frame every calculator screen shares: the title bar with the export
+// button, the calculator/description switch, the scrolling form (the
+// screen's own content goes here) and the description page.
+Page {
+    id: screen
+
+    required property QVFunctionController controller
+    readonly property QVFunctionView view: controller.view
+    default property alias form: formColumn.data
+
+    title: view.title
+    Accessible.name: title
+
+    component SegmentButton: TabButton {
+        id: segment
+
+        Accessible.name: text
+        font.pixelSize: 14
+        contentItem: Label {
+            text: segment.text
+            font: segment.font
+            color: segment.checked ? "white" : AppTheme.accent
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+        }
+        background: Rectangle {
+            radius: 7
+            color: segment.checked ? AppTheme.accent : "transparent"
+        }
+    }
+
+    header: TitleBar {
+        title: screen.title
+        backText: qsTr("Back")
+        onBackClicked: screen.StackView.view.pop()
+
+        TitleBarButton {
+            objectName: "exportButton"
+            text: "\u21EA " + qsTr("Export")
+            Accessible.name: qsTr("Export report")
+            onClicked: screen.controller.exportClicked()
+        }
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        TabBar {
+            id: segments
+
+            objectName: "segmentedControl"
+            Layout.fillWidth: true
+            Layout.margins: 8
+            currentIndex: screen.view.segment
+            onCurrentIndexChanged: if (currentIndex !== screen.view.segment)
+                screen.controller.segmentChanged(currentIndex)
+
+            background: Rectangle {
+                radius: 8
+                color: "#E8EBEF"
+            }
+
+            SegmentButton {
+                text: qsTr("Calculator")
+            }
+            SegmentButton {
+                objectName: "descriptionSegment"
+                text: qsTr("Description")
+            }
+        }
+
+        ScrollView {
+            id: scroll
+
+            objectName: "formScroll"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            visible: screen.view.scrollVisible
+            contentWidth: availableWidth
+
+            ColumnLayout {
+                id: formColumn
+
+                width: scroll.availableWidth
+                spacing: 10
+            }
+        }
+
+        ScrollView {
+            objectName: "descriptionScroll"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            visible: screen.view.descriptionVisible
+            contentWidth: availableWidth
+
+            TextArea {
+                objectName: "descriptionText"
+                readOnly: true
+                wrapMode: TextEdit.Wrap
+                textFormat: TextEdit.RichText
+                text: screen.view.descriptionHtml
+                leftPadding: AppTheme.margin
+                rightPadding: AppTheme.margin
+                topPadding: 4
+                bottomPadding: AppTheme.margin
+                background: null
+                Accessible.name: qsTr("Description")
+            }
+        }
+    }
+}

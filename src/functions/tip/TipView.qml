@@ -1,0 +1,56 @@
+import QtQuick
+import Tallyvane
+
+// The tip calculator: the bill (tax included), tip, people and tax.
+FunctionScreen {
+    id: screen
+
+    controller: TipController {}
+
+    SectionHeader {
+        text: qsTr("Bill")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "billField"
+        label: qsTr("Bill, sales tax included")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "tipPercentField"
+        label: qsTr("Tip (%)")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "numberOfPeopleField"
+        label: qsTr("Number of people")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "salesTaxField"
+        label: qsTr("Sales tax in the bill (%)")
+    }
+    SectionHeader {
+        text: qsTr("Results")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "totalAmountResultLabel"
+        label: qsTr("Total to pay")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "totalPerPersonResultLabel"
+        label: qsTr("Total per person")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "tipResultLabel"
+        label: qsTr("Tip")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "tipPerPersonResultLabel"
+        label: qsTr("Tip per person")
+    }
+}

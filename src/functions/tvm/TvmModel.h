@@ -1,0 +1,96 @@
+#pragma once
+
+#include "charts/MultiLineGraphDataSource.h"
+#include "framework/QVFunctionModel.h"
+
+// Time value of money: solves the present value, future value, payment,
+// annual rate or number of periods of a level-payment annuity, and supplies
+// the chart of the last solved quantity period by period.
+//
+// All amounts carry the same sign: the present value and the payments
+// accumulate into the future value,
+//   FV = PV·(1 + i)^n + (1 + i·B)·PMT·((1 + i)^n − 1)/i
+// with i the rate per period and B = 1 in "BEG" mode.
+class TvmModel : public QVFunctionModel,
+                 public MultiLineGraphDataSource,
+                 public MultiLineGraphDelegate {
+    Q_OBJECT
+    Q_INTERFACES(MultiLineGraphDataSource MultiLineGraphDelegate)
+    Q_PROPERTY(double presentValue MEMBER presentValue)
+    Q_PROPERTY(double futureValue MEMBER futureValue)
+    Q_PROPERTY(double interestRate MEMBER interestRate)
+    Q_PROPERTY(double period MEMBER period)
+    Q_PROPERTY(QString paymentMode MEMBER paymentMode)
+    Q_PROPERTY(double paymentFrequency MEMBER paymentFrequency)
+    Q_PROPERTY(double payment MEMBER payment)
+    Q_PROPERTY(QString lastCalculated MEMBER lastCalculated)
+
+public:
+    using QVFunctionModel::QVFunctionModel;
+
+    double presentValue = 0;
+    double futureValue = 0;
+    double interestRate = 0; // annual, percent
+    double period = 0;
+    QString paymentMode;
+    double paymentFrequency = 0; // payments and compoundings a year
+    double payment = 0;
+    QString lastCalculated; // "PV", "FV", "I/Y" or "PMT"; empty before the first chart
+
+    // The chart shows at most this many periods.
+    static constexpr int maximumChartPeriods = 1200;
+
+    double calculatePresentValue();
+    double calculateFutureValue();
+    double calculatePayment();
+    double calculatePeriod();
+    double calculateInterestRate();
+
+    double calculateFutureValueWithPeriod(int k) const;
+    double calculatePresentValueWithPeriod(int k) const;
+    double calculatePaymentWithPeriod(int k) const;
+    double calculateInterestRateWithPeriod(int k) const;
+
+    static double equivalentRateOfRateAndCompoundingAndNewCompounding(double rate, int compounding,
+                                                                      int newCompounding);
+    static double
+    equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(double rate, int compounding,
+                                                                   int newCompounding);
+
+    QList<std::optional<double>> dataForLastCalculated() const;
+    QStringList xAxisLabels() const;
+
+    void createReport(const QVariantMap& userInfo) override;
+
+    // The chart's data source and delegate.
+    int numberOfLinesToBePlotted() const override { return 1; }
+    int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
+    QColor colorForTheLineWithLineNumber(int) const override;
+    double widthForTheLineWithLineNumber(int) const override { return 1.0; }
+    QString nameForTheLineWithLineNumber(int) const override { return lastCalculated; }
+    bool shouldFillGraphWithLineNumber(int) const override { return false; }
+    bool shouldDrawPointsWithLineNumber(int) const override { return true; }
+    QStringList dataForXAxisWithLineNumber(int) const override { return xAxisLabels(); }
+    QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override
+    {
+        return dataForLastCalculated();
+    }
+    MultiLineGraphMarker customViewForLineChartTouchWithXValueAndYValue(const QString& x,
+                                                                        double y) const override;
+
+protected:
+    void configureNames() override;
+
+private:
+    struct Terms {
+        double i;       // rate per period
+        double annuity; // 1 + i·B
+    };
+    Terms terms() const;
+    Terms termsForAnnualRate(double rate) const;
+    double futureValueAt(const Terms& t, double n) const;
+    double presentValueAt(const Terms& t, double n) const;
+    double paymentAt(const Terms& t, double n) const;
+    double rateWithPeriod(double n) const;
+    int chartPeriods() const;
+};

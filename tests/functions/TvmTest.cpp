@@ -1,0 +1,198 @@
+#include "TestSupport.h"
+#include "functions/tvm/TvmController.h"
+#include "platform/Services.h"
+
+#include <QLocale>
+#include <cmath>
+
+namespace {
+
+class TvmTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        tvm = std::make_unique<TvmController>();
+        tvm->setPresenter(&presenter);
+        view = tvm->qvFunctionView();
+    }
+    void type(const QString& outlet, const QString& text) { tvm->editField(outlet, text); }
+    void choose(const QString& outlet, const QString& word)
+    {
+        presenter.script({{word, ""}});
+        tvm->openChoice(outlet);
+    }
+    static QString local(const char* number)
+    {
+        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<TvmController> tvm;
+    QVFunctionView* view = nullptr;
+};
+
+TEST_F(TvmTest, DefaultsAreBeginningModeAndAnnualPayments)
+{
+    EXPECT_EQ(tvm->tvmModel()->paymentMode, "BEG");
+    EXPECT_EQ(tvm->tvmModel()->paymentFrequency, 1);
+    EXPECT_EQ(view->text("modeButton"), "BEG");
+    EXPECT_EQ(view->text("frequencyButton"), "Annually");
+    EXPECT_EQ(view->title(), "TVM Calculator");
+}
+
+TEST_F(TvmTest, FutureValueOfMonthlyCompounding)
+{
+    type("pvField", "1000");
+    type("interestField", "12");
+    type("periodField", "12");
+    type("pmtField", "0");
+    choose("frequencyButton", "Monthly");
+    choose("modeButton", "END");
+    EXPECT_EQ(view->text("frequencyButton"), "Monthly");
+    EXPECT_EQ(presenter.requests[0].title, "Frequency");
+    EXPECT_EQ(presenter.requests[0].message, "Please choose a frequency.");
+    EXPECT_EQ(presenter.requests[1].message, "Please choose a mode for your payments.");
+    tvm->futureValueClicked();
+    EXPECT_EQ(view->text("fvField"), local("1126.825"));
+    EXPECT_NEAR(tvm->tvmModel()->futureValue, 1000 * std::pow(1.01, 12), 1e-9);
+    EXPECT_EQ(tvm->tvmModel()->lastCalculated, "FV");
+    EXPECT_TRUE(tvm->chartShown());
+}
+
+TEST_F(TvmTest, SolvedValuesRoundTripThroughEveryButton)
+{
+    choose("frequencyButton", "Monthly");
+    choose("modeButton", "END");
+    type("pvField", "250000");
+    type("fvField", "0");
+    type("interestField", "6");
+    type("periodField", "360");
+    tvm->paymentClicked();
+    const double payment = tvm->tvmModel()->payment;
+    EXPECT_NEAR(payment, -1498.876313, 1e-6);
+
+    // The payment field shows three decimals, and the next solve reads it.
+    EXPECT_EQ(view->text("pmtField"), local("-1498.876"));
+    tvm->presentValueClicked();
+    EXPECT_NEAR(tvm->tvmModel()->presentValue, 1498.876 * (1 - std::pow(1.005, -360)) / 0.005,
+                1e-6);
+    tvm->periodClicked();
+    EXPECT_NEAR(tvm->tvmModel()->period, 360, 1e-3);
+    type("pvField", "250000");
+    type("interestField", "0");
+    tvm->interestRateClicked();
+    EXPECT_NEAR(tvm->tvmModel()->interestRate, 6, 1e-3);
+}
+
+TEST_F(TvmTest, BeginAndEndDifferOnlyOnPayments)
+{
+    type("pvField", "1000");
+    type("interestField", "5");
+    type("periodField", "10");
+    tvm->futureValueClicked();
+    const double beg = tvm->tvmModel()->futureValue;
+    choose("modeButton", "END");
+    tvm->futureValueClicked();
+    EXPECT_EQ(tvm->tvmModel()->futureValue, beg) << "no payments: BEG and END agree";
+    type("pmtField", "100");
+    tvm->futureValueClicked();
+    const double end = tvm->tvmModel()->futureValue;
+    choose("modeButton", "BEG");
+    tvm->futureValueClicked();
+    EXPECT_NEAR(tvm->tvmModel()->futureValue - 1000 * std::pow(1.05, 10),
+                (end - 1000 * std::pow(1.05, 10)) * 1.05, 1e-9);
+}
+
+TEST_F(TvmTest, RateOutOfReachEndsAtTheTopOfTheRange)
+{
+    type("pvField", "100");
+    type("fvField", "1000");
+    type("periodField", "1");
+    tvm->interestRateClicked();
+    EXPECT_NEAR(tvm->tvmModel()->interestRate, 100, 1e-9);
+    EXPECT_EQ(view->text("interestField"), "100");
+}
+
+TEST_F(TvmTest, LargeAmountsStillFindTheRate)
+{
+    type("pvField", "1e12");
+    type("periodField", "30");
+    type("fvField", QString::number(1e12 * std::pow(1.07, 30), 'f', 2));
+    tvm->interestRateClicked();
+    EXPECT_NEAR(tvm->tvmModel()->interestRate, 7, 1e-6);
+}
+
+TEST_F(TvmTest, ChartSeriesAndLabels)
+{
+    type("pvField", "1000");
+    type("interestField", "10");
+    type("periodField", "2.7");
+    tvm->futureValueClicked();
+    const TvmModel* m = tvm->tvmModel();
+    EXPECT_EQ(m->dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2"}));
+    const auto values = m->dataForYAxisWithLineNumber(0);
+    ASSERT_EQ(values.size(), 2);
+    EXPECT_NEAR(*values[0], 1100, 1e-9);
+    EXPECT_NEAR(*values[1], 1210, 1e-9);
+    EXPECT_EQ(m->nameForTheLineWithLineNumber(0), "FV");
+    EXPECT_EQ(m->colorForTheLineWithLineNumber(0).rgb(), QColor(0x28, 0xAB, 0xE3).rgb());
+    EXPECT_EQ(m->typeOfLineToBeDrawnWithLineNumber(0), 2);
+    EXPECT_TRUE(m->shouldDrawPointsWithLineNumber(0));
+    EXPECT_FALSE(m->shouldFillGraphWithLineNumber(0));
+    EXPECT_EQ(m->customViewForLineChartTouchWithXValueAndYValue("1", 1100).text, "FV: 1100");
+    EXPECT_EQ(m->report().reportImage.isNull(), false) << "the chart goes with the e-mail";
+
+    type("periodField", "0");
+    tvm->futureValueClicked();
+    EXPECT_FALSE(tvm->chartShown()) << "no periods, no chart";
+    EXPECT_TRUE(m->dataForLastCalculated().isEmpty());
+}
+
+TEST_F(TvmTest, SolvingNClearsTheChartWithoutANewOne)
+{
+    type("pvField", "100");
+    type("fvField", "200");
+    type("interestField", "7");
+    type("periodField", "10");
+    tvm->futureValueClicked();
+    ASSERT_TRUE(tvm->chartShown());
+    tvm->periodClicked();
+    EXPECT_FALSE(tvm->chartShown());
+    EXPECT_EQ(tvm->tvmModel()->lastCalculated, "FV");
+}
+
+TEST_F(TvmTest, HugePeriodsKeepTheChartBounded)
+{
+    type("pvField", "100");
+    type("interestField", "1");
+    type("periodField", "1e9");
+    tvm->futureValueClicked();
+    EXPECT_EQ(tvm->tvmModel()->dataForLastCalculated().size(), TvmModel::maximumChartPeriods);
+}
+
+TEST_F(TvmTest, ReportRepeatsThePeriodOnThePaymentLine)
+{
+    type("pvField", "1000");
+    type("interestField", "12");
+    type("periodField", "12");
+    type("pmtField", "55");
+    tvm->futureValueClicked();
+    tvm->sendReportRequestedNotification("plan");
+    const QString contents = tvm->model()->report().contents;
+    EXPECT_TRUE(contents.startsWith("Financial Report - Time Value of Money\n"));
+    EXPECT_TRUE(contents.contains("\nPeriod: 12\nPayment: 12\nPayment Frequency: 1\nMode: BEG\n"));
+    EXPECT_TRUE(contents.contains("Interest Rate: 12%\n"));
+    EXPECT_EQ(tvm->model()->report().fileName, "tvm_description_plan_05-03-2024 14:07_report.txt");
+}
+
+TEST_F(TvmTest, ZeroRateGivesNonFiniteResults)
+{
+    type("pvField", "100");
+    type("pmtField", "10");
+    type("periodField", "5");
+    tvm->futureValueClicked();
+    EXPECT_EQ(view->text("fvField"), "NaN");
+}
+
+} // namespace

@@ -1,0 +1,165 @@
+import QtQuick
+import QtQuick.Controls
+import QtTest
+import Tallyvane
+import TallyvaneTest
+
+// The Functions tab: the catalogue opens each calculator; typing into the
+// real fields fills the result labels; Export > Save lands in Reports.
+TestCase {
+    id: test
+
+    name: "FunctionScreens"
+    when: windowShown
+
+    property var window
+    property var stack
+
+    function init() {
+        TestFiles.reset();
+        const component = Qt.createComponent("qrc:/Tallyvane/app/Main.qml");
+        verify(component.status === Component.Ready, component.errorString());
+        window = component.createObject(null);
+        tryCompare(window, "visible", true);
+        stack = findChild(window.contentItem, "functionsStack");
+        tryVerify(() => findChild(stack.currentItem, "functionList").height > 300, 5000, "laid out");
+    }
+
+    function cleanup() {
+        window.destroy();
+        wait(0);
+    }
+
+    function openRow(row) {
+        const list = findChild(stack.currentItem, "functionList");
+        waitForItemPolished(list);
+        const item = list.itemAtIndex(row);
+        mouseClick(item);
+        tryCompare(stack, "busy", false);
+        return stack.currentItem;
+    }
+
+    function typeInto(screen, outlet, text) {
+        const field = findChild(screen, outlet);
+        verify(field, "no field " + outlet);
+        field.forceActiveFocus();
+        field.selectAll();
+        for (const c of text)
+            keyClick(c === "." ? Qt.locale().decimalPoint : c);
+    }
+
+    function topPopupTitle() {
+        const popups = window.presenterHost.openPopups;
+        return popups.length === 1 ? popups[0].request.title : "";
+    }
+
+    function label(screen, outlet) {
+        return findChild(screen, outlet).text;
+    }
+
+    function local(text) {
+        return text.replace(".", Qt.locale().decimalPoint);
+    }
+
+    function test_catalogueRowsFillANinthEach() {
+        const list = findChild(stack.currentItem, "functionList");
+        compare(list.count, 7);
+        fuzzyCompare(list.itemAtIndex(0).height, list.height / 9, 0.01);
+        compare(list.itemAtIndex(6).title, "Stock Calculators");
+    }
+
+    function test_roiFromTheCatalogue() {
+        const screen = openRow(1);
+        compare(screen.title, "ROI Calculator");
+        verify(!window.footer.visible, "no tab bar over a calculator");
+        typeInto(screen, "investmentField", "1000");
+        typeInto(screen, "futureValueField", "1250");
+        typeInto(screen, "yearsField", "2");
+        compare(label(screen, "gainResultLabel"), "250");
+        compare(label(screen, "roiResultLabel"), "25%");
+        compare(label(screen, "annualizedRoiResultLabel"), local("12.5%"));
+    }
+
+    function test_tipFromTheCatalogue() {
+        const screen = openRow(4);
+        compare(screen.title, "TIP Calculator");
+        typeInto(screen, "billField", "107");
+        typeInto(screen, "salesTaxField", "7");
+        typeInto(screen, "tipPercentField", "15");
+        typeInto(screen, "numberOfPeopleField", "2");
+        compare(label(screen, "totalAmountResultLabel"), "122");
+        compare(label(screen, "totalPerPersonResultLabel"), "61");
+        compare(label(screen, "tipPerPersonResultLabel"), local("7.5"));
+    }
+
+    function test_tvmSolvesAndChoosesFromSheets() {
+        const screen = openRow(0);
+        compare(screen.title, "TVM Calculator");
+        typeInto(screen, "pvField", "1000");
+        typeInto(screen, "interestField", "12");
+        typeInto(screen, "periodField", "12");
+        mouseClick(findChild(screen, "frequencyButton"));
+        let request = Presenter.pendingRequest();
+        compare(request.title, "Frequency");
+        Presenter.answer(request.id, "Monthly");
+        window.presenterHost.dismissAll();
+        mouseClick(findChild(screen, "modeButton"));
+        request = Presenter.pendingRequest();
+        compare(request.actions.map(a => a.title), ["Cancel", "BEG", "END"]);
+        Presenter.answer(request.id, "END");
+        window.presenterHost.dismissAll();
+        mouseClick(findChild(screen, "solveFV"));
+        compare(findChild(screen, "fvField").text, local("1126.825"));
+    }
+
+    function test_descriptionSwitch() {
+        const screen = openRow(1);
+        mouseClick(findChild(screen, "descriptionSegment"));
+        verify(findChild(screen, "descriptionScroll").visible);
+        verify(!findChild(screen, "formScroll").visible);
+        verify(findChild(screen, "descriptionText").length > 300);
+    }
+
+    function test_stockRowOpensTheStockList() {
+        const screen = openRow(6);
+        compare(screen.title, "Stock Calculators");
+        compare(findChild(screen, "stockList").count, 7);
+    }
+
+    function test_saveLandsAtTheTopOfReports() {
+        TestFiles.saveReport("older");
+        const screen = openRow(1);
+        typeInto(screen, "investmentField", "100");
+        typeInto(screen, "futureValueField", "150");
+        typeInto(screen, "yearsField", "1");
+        mouseClick(findChild(screen, "exportButton"));
+        let request = Presenter.pendingRequest();
+        compare(request.title, "Export");
+        compare(request.actions.map(a => a.title), ["Cancel", "Send Email", "Save"]);
+        window.presenterHost.dismissAll(); // the sheet goes; answer as Save
+        mouseClick(findChild(screen, "exportButton"));
+        request = Presenter.pendingRequest();
+        const sheet = window.presenterHost.openPopups[0];
+        tryCompare(sheet, "opened", true);
+        const save = findChild(sheet.contentItem, "choice_Save");
+        verify(save, "the Save button of the sheet");
+        mouseClick(save);
+        tryVerify(() => topPopupTitle() === "Report Title");
+        const alert = window.presenterHost.openPopups[0];
+        tryCompare(alert, "opened", true);
+        const field = findChild(alert, "alertField");
+        field.forceActiveFocus();
+        keyClick(Qt.Key_M);
+        keyClick(Qt.Key_Y);
+        keyClick(Qt.Key_Return);
+        tryVerify(() => topPopupTitle() === "Calculation Saved");
+        window.presenterHost.dismissAll();
+
+        window.showTab(2);
+        compare(window.reports.count, 2);
+        const reports = findChild(window.contentItem, "reportsStack");
+        const list = findChild(reports.currentItem, "reportList");
+        compare(list.itemAtIndex(0).title, "my");
+        compare(list.itemAtIndex(0).functionTitle, "Roi");
+    }
+}

@@ -135,6 +135,7 @@ ApplicationWindow {
                 "periodField": "10"
             });
             functionsStack.currentItem.controller.solve("FV");
+            functionsStack.currentItem.scrollToEnd();
             break;
         case "calculator":
         case "calculator-2nd":

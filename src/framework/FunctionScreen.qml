@@ -15,6 +15,11 @@ Page {
     readonly property QVFunctionView view: controller.view
     default property alias form: formColumn.data
 
+    // Scrolls the form to its end (where results and charts are).
+    function scrollToEnd() {
+        scrollToEndTimer.restart();
+    }
+
     title: view.title
     Accessible.name: title
 
@@ -46,6 +51,17 @@ Page {
             text: "\u21EA " + qsTr("Export")
             Accessible.name: qsTr("Export report")
             onClicked: screen.controller.exportClicked()
+        }
+    }
+
+    // Waits for the form to lay out what was just added (a chart).
+    Timer {
+        id: scrollToEndTimer
+
+        interval: 50
+        onTriggered: {
+            const bar = scroll.ScrollBar.vertical;
+            bar.position = Math.max(0, 1 - bar.size);
         }
     }
 

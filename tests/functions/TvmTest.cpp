@@ -2,6 +2,8 @@
 #include "functions/tvm/TvmController.h"
 #include "platform/Services.h"
 
+#include <QImage>
+
 #include <QLocale>
 #include <cmath>
 
@@ -184,6 +186,36 @@ TEST_F(TvmTest, ReportRepeatsThePeriodOnThePaymentLine)
     EXPECT_TRUE(contents.contains("\nPeriod: 12\nPayment: 12\nPayment Frequency: 1\nMode: BEG\n"));
     EXPECT_TRUE(contents.contains("Interest Rate: 12%\n"));
     EXPECT_EQ(tvm->model()->report().fileName, "tvm_description_plan_05-03-2024 14:07_report.txt");
+}
+
+TEST_F(TvmTest, MailedReportCarriesTheChartAsGraphPng)
+{
+    auto mail = std::make_shared<RecordingMailComposer>();
+    Services::setMailComposer(mail);
+    type("pvField", "1000");
+    type("interestField", "5");
+    type("periodField", "10");
+    tvm->setChartSize(QSize(300, 200));
+    tvm->futureValueClicked();
+    presenter.script({{"Send Email", ""}});
+    tvm->exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    const QList<MailAttachment>& attachments = mail->messages[0].attachments;
+    ASSERT_EQ(attachments.size(), 2);
+    EXPECT_EQ(attachments[0].fileName, "tvm_description__05-03-2024 14:07_report.txt");
+    EXPECT_EQ(attachments[1].fileName, "graph.png");
+    EXPECT_EQ(attachments[1].mimeType, "image/jpeg");
+    const QImage chart = QImage::fromData(attachments[1].data, "JPEG");
+    EXPECT_EQ(chart.size(), QSize(600, 400)) << "drawn at twice the screen's size";
+    // The line colour shows up somewhere in the picture.
+    bool blue = false;
+    for (int y = 0; y < chart.height() && !blue; ++y)
+        for (int x = 0; x < chart.width() && !blue; ++x) {
+            const QColor c = chart.pixelColor(x, y);
+            blue = std::abs(c.red() - 0x28) < 40 && std::abs(c.green() - 0xAB) < 40 &&
+                   std::abs(c.blue() - 0xE3) < 40;
+        }
+    EXPECT_TRUE(blue);
 }
 
 TEST_F(TvmTest, ZeroRateGivesNonFiniteResults)

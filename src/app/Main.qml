@@ -7,7 +7,7 @@ ApplicationWindow {
     id: window
 
     // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
+    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -23,6 +23,9 @@ ApplicationWindow {
             "TvmController": tvmComponent,
             "RoiController": roiComponent,
             "TipController": tipComponent,
+            "BondController": bondComponent,
+            "NpvController": npvComponent,
+            "CmpController": cmpComponent,
             "StockTableController": stockListComponent
         };
         const component = screens[identifier];
@@ -114,6 +117,37 @@ ApplicationWindow {
                 const sheet = Presenter.pendingRequest();
                 Presenter.answer(sheet.id, "Save");
             }
+            break;
+        case "npv-chart":
+            showTab(0);
+            openScreen("NpvController", "");
+            fillForm(functionsStack.currentItem, {
+                "periodField": "5",
+                "discountRateField": "8"
+            });
+            functionsStack.currentItem.controller.setTableInput("cashArray", ["-5000", "1500", "2000", "2500", "1000"]);
+            functionsStack.currentItem.scrollToEnd();
+            break;
+        case "bond":
+            showTab(0);
+            openScreen("BondController", "");
+            fillForm(functionsStack.currentItem, {
+                "faceValueField": "1000",
+                "couponRateField": "10",
+                "yieldToMaturityField": "8",
+                "yearsField": "10"
+            });
+            break;
+        case "cmp-chart":
+            showTab(0);
+            openScreen("CmpController", "");
+            fillForm(functionsStack.currentItem, {
+                "principalAmountField": "10000",
+                "annualRateField": "5",
+                "periodField": "10",
+                "paymentField": "200"
+            });
+            functionsStack.currentItem.scrollToEnd();
             break;
         case "tip":
             showTab(0);
@@ -279,6 +313,24 @@ ApplicationWindow {
         id: tipComponent
 
         TipView {}
+    }
+
+    Component {
+        id: bondComponent
+
+        BondView {}
+    }
+
+    Component {
+        id: npvComponent
+
+        NpvView {}
+    }
+
+    Component {
+        id: cmpComponent
+
+        CmpView {}
     }
 
     Component {

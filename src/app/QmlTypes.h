@@ -14,6 +14,10 @@
 #include "framework/QVFunctionController.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
+#include "functions/bond/BondController.h"
+#include "functions/cmp/CmpController.h"
+#include "functions/npv/NpvController.h"
+#include "functions/npv/NpvTableController.h"
 #include "functions/roi/RoiController.h"
 #include "functions/tip/TipController.h"
 #include "functions/tvm/TvmController.h"
@@ -101,6 +105,31 @@ struct MultiLineGraphViewForeign {
     Q_GADGET
     QML_FOREIGN(MultiLineGraphView)
     QML_NAMED_ELEMENT(MultiLineGraphView)
+};
+
+struct BondControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(BondController)
+    QML_NAMED_ELEMENT(BondController)
+};
+
+struct CmpControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(CmpController)
+    QML_NAMED_ELEMENT(CmpController)
+};
+
+struct NpvControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(NpvController)
+    QML_NAMED_ELEMENT(NpvController)
+};
+
+struct NpvTableControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(NpvTableController)
+    QML_NAMED_ELEMENT(NpvTableController)
+    QML_UNCREATABLE("The NPV screen owns its cash-flow table.")
 };
 
 struct FunctionTableModelForeign {

@@ -78,10 +78,25 @@ const FunctionInput* findInput(const QList<FunctionInput>& inputs, const QString
     return nullptr;
 }
 
+// A table column without its trailing zeros (the rows nobody filled).
+QList<double> filledRows(const QVariant& value)
+{
+    QList<double> rows = value.value<QList<double>>();
+    while (rows.size() > 1 && rows.last() == 0)
+        rows.removeLast();
+    return rows;
+}
+
 QString textOf(const QVariant& value)
 {
     if (value.typeId() == QMetaType::Double)
         return NumberFormat::stringFromDouble(value.toDouble());
+    if (value.canConvert<QList<double>>() && value.typeId() != QMetaType::QString) {
+        QStringList texts;
+        for (double v : filledRows(value))
+            texts << NumberFormat::stringFromDouble(v);
+        return texts.join(QLatin1Char(','));
+    }
     return value.toString();
 }
 
@@ -89,7 +104,25 @@ QString jsonOf(const QVariant& value)
 {
     if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Int)
         return jsonNumber(value.toDouble());
+    if (value.canConvert<QList<double>>() && value.typeId() != QMetaType::QString) {
+        QStringList numbers;
+        for (double v : filledRows(value))
+            numbers << jsonNumber(v);
+        return QLatin1Char('[') + numbers.join(QStringLiteral(", ")) + QLatin1Char(']');
+    }
     return jsonString(value.toString());
+}
+
+// Table inputs ("cashArray=-100,110") go to the screen's table, when it has
+// one.
+bool setTable(QVFunctionController* controller, const QString& property, const QString& list)
+{
+    bool ok = false;
+    const QStringList values = list.split(QLatin1Char(','));
+    const bool found = QMetaObject::invokeMethod(controller, "setTableInput", Qt::DirectConnection,
+                                                 Q_RETURN_ARG(bool, ok), Q_ARG(QString, property),
+                                                 Q_ARG(QStringList, values));
+    return found && ok;
 }
 
 } // namespace
@@ -140,6 +173,9 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
         }
         const qsizetype equals = arg.indexOf(QLatin1Char('='));
         const FunctionInput* input = equals > 0 ? findInput(inputs, arg.left(equals)) : nullptr;
+        if (!input && equals > 0 &&
+            setTable(controller.get(), arg.left(equals), arg.mid(equals + 1)))
+            continue;
         if (!input) {
             err << "not an input of " << descriptor->name << ": " << arg << '\n';
             return 1;

@@ -1,4 +1,7 @@
+#include "bond/BondController.h"
+#include "cmp/CmpController.h"
 #include "framework/FunctionRegistry.h"
+#include "npv/NpvController.h"
 #include "roi/RoiController.h"
 #include "tip/TipController.h"
 #include "tvm/TvmController.h"
@@ -20,6 +23,11 @@ const QList<FunctionDescriptor>& functions()
         {QStringLiteral("tip"), QStringLiteral("Tip Calculator"), make<TipController>},
         {QStringLiteral("tvm"), QStringLiteral("Time Value of Money Calculator"),
          make<TvmController>},
+        {QStringLiteral("npv"), QStringLiteral("Net Present Value Calculator"),
+         make<NpvController>},
+        {QStringLiteral("bond"), QStringLiteral("Bond Calculator"), make<BondController>},
+        {QStringLiteral("cmp"), QStringLiteral("Compound Interest Calculator"),
+         make<CmpController>},
     };
     return all;
 }

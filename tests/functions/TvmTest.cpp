@@ -3,7 +3,6 @@
 #include "platform/Services.h"
 
 #include <QImage>
-
 #include <QLocale>
 #include <cmath>
 

@@ -162,4 +162,46 @@ TestCase {
         compare(list.itemAtIndex(0).title, "my");
         compare(list.itemAtIndex(0).functionTitle, "Roi");
     }
+
+    function test_bondFromTheCatalogue() {
+        const screen = openRow(5);
+        compare(screen.title, "Bond Calculator");
+        typeInto(screen, "faceValueField", "1000");
+        typeInto(screen, "couponRateField", "5");
+        typeInto(screen, "yieldToMaturityField", "5");
+        typeInto(screen, "yearsField", "10");
+        compare(label(screen, "bondValueLabel"), "1000");
+        compare(label(screen, "maculayDurationLabel"), local("8.108"));
+        compare(label(screen, "modifiedDurationLabel"), local("7.722"));
+        compare(label(screen, "convexityLabel"), local("74.998"));
+    }
+
+    function test_compoundInterestFromTheCatalogue() {
+        const screen = openRow(2);
+        compare(screen.title, "Interest Calculator");
+        typeInto(screen, "principalAmountField", "1000");
+        typeInto(screen, "annualRateField", "6");
+        typeInto(screen, "periodField", "1");
+        typeInto(screen, "paymentField", "100");
+        compare(label(screen, "balanceResultLabel"), local("2295.234"));
+        compare(label(screen, "totalPrincipalResultLabel"), "2200");
+        compare(label(screen, "apyResultLabel"), local("6.168%"));
+    }
+
+    function test_npvTableRowsOnTheScreen() {
+        const screen = openRow(3);
+        compare(screen.title, "NPV Calculator");
+        typeInto(screen, "periodField", "5");
+        typeInto(screen, "discountRateField", "8");
+        const flows = ["-5000", "1500", "2000", "2500", "1000"];
+        for (let i = 0; i < flows.length; ++i)
+            typeInto(screen, "cashField" + i, flows[i]);
+        compare(label(screen, "npvResultLabel"), local("823.177"));
+        compare(label(screen, "irrResultLabel"), local("15.322%"));
+        const sixth = findChild(screen, "cashField5");
+        verify(!sixth || !sixth.visible, "rows follow the period");
+        typeInto(screen, "periodField", "2");
+        typeInto(screen, "periodField", "5");
+        compare(findChild(screen, "cashField4").text, "1000", "hidden rows keep their values");
+    }
 }

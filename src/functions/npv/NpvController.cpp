@@ -1,0 +1,91 @@
+#include "NpvController.h"
+
+#include "NpvView.h"
+#include "framework/FinanceMath.h"
+#include "platform/NotificationCenter.h"
+
+namespace {
+const QString periodField = QStringLiteral("periodField");
+const QString discountRateField = QStringLiteral("discountRateField");
+const QString npvResultLabel = QStringLiteral("npvResultLabel");
+const QString irrResultLabel = QStringLiteral("irrResultLabel");
+} // namespace
+
+NpvController::NpvController(QObject* parent) : QVFunctionController(parent)
+{
+    load();
+    // The table is the form's embedded child screen; it loads after the form.
+    m_table = new NpvTableController(this);
+}
+
+void NpvController::connectMvc()
+{
+    setModel(QVFunctionModel::create<NpvModel>());
+    setView(new NpvView(this));
+    // The form starts by showing the period the table starts with.
+    m_periodText = QString::number(npvModel()->period);
+    qvFunctionView()->setText(periodField, m_periodText);
+    m_chartDataSource = new NpvChartDataSource(npvModel(), this);
+    NotificationCenter::defaultCenter().addObserver(
+        this, QStringLiteral("ResultCalculatedNotification"),
+        [this](const Notification&) { resultCalculatedNotificationReceived(); });
+}
+
+QList<FunctionInput> NpvController::inputs() const
+{
+    return {{QStringLiteral("period"), periodField},
+            {QStringLiteral("discountRate"), discountRateField}};
+}
+
+void NpvController::fieldChanged()
+{
+    if (qvFunctionView()->text(periodField) != m_periodText)
+        periodChanged();
+    else
+        discountRateChanged();
+}
+
+void NpvController::periodChanged()
+{
+    m_periodText = qvFunctionView()->text(periodField);
+    // Only 1 to 99 periods are taken; anything else leaves the period as it
+    // is, but the table is told the period all the same.
+    const double value = NpvTableController::plainDecimalValue(m_periodText);
+    NpvModel* m = npvModel();
+    if (value > 0 && value < 100)
+        m->period = FinanceMath::saturatedInteger(value);
+    NotificationCenter::defaultCenter().post(QStringLiteral("PeriodChangedNotification"), this,
+                                             {{QStringLiteral("period"), m->period}});
+    m->calculateResult();
+}
+
+void NpvController::discountRateChanged()
+{
+    npvModel()->discountRate = fieldNumber(discountRateField);
+    npvModel()->calculateResult();
+}
+
+void NpvController::resultCalculatedNotificationReceived()
+{
+    showResult();
+}
+
+void NpvController::showResult()
+{
+    showNumber(npvResultLabel, npvModel()->npv);
+    showNumber(irrResultLabel, npvModel()->irr, QStringLiteral("%"));
+    m_chartShown = true;
+    ++m_chartRevision;
+    emit chartChanged();
+}
+
+bool NpvController::setTableInput(const QString& property, const QStringList& values)
+{
+    if (property != QLatin1String("cashArray") || values.size() > npvModel()->cashArray.size())
+        return false;
+    for (int row = 0; row < values.size(); ++row)
+        m_table->fieldChanged(row, values.at(row));
+    // The cells were filled without typing: show them.
+    emit m_table->reloaded();
+    return true;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "NpvChartDataSource.h"
+#include "NpvModel.h"
+#include "NpvTableController.h"
+#include "framework/QVFunctionController.h"
+
+// The NPV screen: the period and discount-rate fields, the two results, the
+// embedded cash-flow table and the chart of NPV against the rate. The form
+// and the table share nothing but notifications: a period edit posts
+// "PeriodChangedNotification" for the table, the table's edits reach the
+// model as "CashChangedNotification", and the model's
+// "ResultCalculatedNotification" brings the results back to the form.
+class NpvController : public QVFunctionController {
+    Q_OBJECT
+    Q_PROPERTY(NpvTableController* table READ table CONSTANT)
+    Q_PROPERTY(QObject* chartDataSource READ chartDataSource CONSTANT)
+    Q_PROPERTY(bool chartShown READ chartShown NOTIFY chartChanged)
+    Q_PROPERTY(int chartRevision READ chartRevision NOTIFY chartChanged)
+
+public:
+    // Ready to use: the model, the view and the table are made here.
+    explicit NpvController(QObject* parent = nullptr);
+
+    QList<FunctionInput> inputs() const override;
+    // The change action of the form's fields. One edit changes one field:
+    // when the period's text differs from the one last acted on it was the
+    // period, otherwise the discount rate.
+    void fieldChanged() override;
+
+    // The actions of the two fields.
+    Q_INVOKABLE void periodChanged();
+    Q_INVOKABLE void discountRateChanged();
+    void resultCalculatedNotificationReceived();
+    void showResult();
+
+    // Types `values` into the first rows of the table "cashArray", one edit
+    // per row; false for another table or more values than there are flows.
+    Q_INVOKABLE bool setTableInput(const QString& property, const QStringList& values);
+
+    NpvModel* npvModel() const { return static_cast<NpvModel*>(model()); }
+    NpvTableController* table() const { return m_table; }
+    QObject* chartDataSource() const { return m_chartDataSource; }
+    bool chartShown() const { return m_chartShown; }
+    int chartRevision() const { return m_chartRevision; }
+
+signals:
+    // The results changed: the chart is to be drawn again.
+    void chartChanged();
+
+protected:
+    void connectMvc() override;
+
+private:
+    NpvTableController* m_table = nullptr;
+    NpvChartDataSource* m_chartDataSource = nullptr;
+    QString m_periodText;
+    bool m_chartShown = false;
+    int m_chartRevision = 0;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "framework/QVFunctionModel.h"
+
+#include <QList>
+
+// Net present value and internal rate of return of up to 99 cash flows, CF0
+// (now, not discounted) to CF98. The cash flows arrive one at a time from
+// the cash-flow table through "CashChangedNotification"; every change
+// recomputes both results and posts "ResultCalculatedNotification".
+class NpvModel : public QVFunctionModel {
+    Q_OBJECT
+    Q_PROPERTY(int period MEMBER period)
+    Q_PROPERTY(double discountRate MEMBER discountRate)
+    Q_PROPERTY(QList<double> cashArray MEMBER cashArray)
+    Q_PROPERTY(double npv MEMBER npv)
+    Q_PROPERTY(double irr MEMBER irr)
+
+public:
+    explicit NpvModel(QObject* parent = nullptr);
+
+    // Room for CF0..CF99; the list never changes size.
+    static constexpr int cashFlowCapacity = 100;
+    // The bisection gives up on the pass after this many.
+    static constexpr int maximumIrrPasses = 1001;
+    static constexpr double irrTolerance = 1e-6;
+
+    int period = 4;          // number of cash flows in use, CF0 included
+    double discountRate = 0; // percent per period
+    // Flows beyond `period` are kept and count again when it grows.
+    QList<double> cashArray;
+    double npv = 0;
+    double irr = 0; // percent, or NaN when the bisection finds no rate
+
+    // NPV of the first `period` flows at `rate` percent per period.
+    double calculateNpvWithCashFlowsAndRate(const QList<double>& cashFlows, double rate) const;
+    // IRR of the first `period` flows, in percent; NaN when none is found.
+    double calculateIrrWithCashFlows(const QList<double>& cashFlows) const;
+
+    // The same formulas for the first `count` flows of any list (fewer when
+    // the list is shorter); no flows give 0.
+    static double netPresentValue(const QList<double>& cashFlows, int count, double rate);
+    static double internalRateOfReturn(const QList<double>& cashFlows, int count);
+
+    void calculateResult();
+    void cashChangedNotificationReceived(const QVariantMap& userInfo);
+    void createReport(const QVariantMap& userInfo) override;
+
+protected:
+    void configureNames() override;
+};

@@ -1,0 +1,148 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// Net present value and internal rate of return: the period and the rate,
+// the two results with the chart of NPV against the rate, and below them
+// the cash-flow table, one row per period.
+FunctionScreen {
+    id: screen
+
+    controller: NpvController {
+        id: npv
+    }
+
+    // One row of the cash-flow table: its label and its field. An edit goes
+    // to the table; "±" flips the sign and counts with the next edit.
+    component NpvCellView: RowLayout {
+        id: cell
+
+        required property NpvTableController table
+        required property int row
+
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        spacing: 6
+
+        Label {
+            id: leftLabel
+
+            objectName: "leftLabel" + cell.row
+            Layout.preferredWidth: 110
+            text: cell.table.leftLabelTexts[cell.row] ?? ""
+            font.pixelSize: 15
+        }
+        TextField {
+            id: field
+
+            objectName: "cashField" + cell.row
+            Layout.fillWidth: true
+            text: cell.table.fieldTexts[cell.row] ?? ""
+            placeholderText: "0"
+            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: leftLabel.text
+            onTextEdited: cell.table.fieldChanged(cell.row, text)
+            onAccepted: nextItemInFocusChain().forceActiveFocus()
+        }
+        Button {
+            objectName: "cashField" + cell.row + "Sign"
+            text: "\u00B1"
+            focusPolicy: Qt.NoFocus
+            implicitWidth: 44
+            font.pixelSize: 18
+            Accessible.name: qsTr("Change Sign")
+            onClicked: {
+                field.text = Formats.changedSign(field.text);
+                field.forceActiveFocus();
+            }
+        }
+    }
+
+    SectionHeader {
+        text: qsTr("Values")
+    }
+    // Each edit of the period reaches the table through fieldChanged().
+    NumericField {
+        controller: screen.controller
+        outlet: "periodField"
+        label: qsTr("Number of cash flows, CF0 included (1 to 99)")
+        placeholder: "4"
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "discountRateField"
+        label: qsTr("Discount rate per period (%)")
+    }
+    SectionHeader {
+        text: qsTr("Results")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "npvResultLabel"
+        label: qsTr("Net present value")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "irrResultLabel"
+        label: qsTr("Internal rate of return")
+    }
+    // NPV at discount rates from 0 % to twice the larger of the rate and 10 %.
+    Item {
+        Layout.fillWidth: true
+        Layout.preferredHeight: npv.chartShown ? 240 : 0
+        visible: npv.chartShown
+        Accessible.name: qsTr("Chart of the net present value against the discount rate")
+
+        MultiLineGraphView {
+            id: chart
+
+            objectName: "npvChart"
+            anchors.fill: parent
+            anchors.margins: 8
+            dataSource: npv.chartDataSource
+            delegate: npv.chartDataSource
+            animated: false
+            showLegend: true
+            legendViewType: 1
+            gridLineColor: "#D3D3D3"
+            gridLineWidth: 0.3
+            textFontSize: 12
+            markerColor: "orange"
+            markerTextColor: "white"
+            markerWidth: 0.4
+            showMarker: true
+            showCustomMarkerView: true
+
+            Connections {
+                target: npv
+                function onChartChanged() {
+                    if (!npv.chartShown)
+                        chart.clearGraph();
+                    else if (chart.lineCount === 0)
+                        chart.drawGraph();
+                    else
+                        chart.reloadGraph();
+                }
+            }
+        }
+    }
+    SectionHeader {
+        text: qsTr("Cash flows")
+    }
+    Repeater {
+        model: npv.table.rowCount
+
+        delegate: NpvCellView {
+            required property int index
+
+            table: npv.table
+            row: index
+        }
+    }
+}

@@ -220,6 +220,35 @@ TEST_F(CliTest, CalcReportsAndSavesLikeTheScreen)
     EXPECT_TRUE(stdoutText.startsWith("Financial Report - Tip\n"));
 }
 
+TEST_F(CliTest, CalcFillsTablesAndRunsEveryCatalogueCalculator)
+{
+    ASSERT_EQ(run({"calc", "npv", "period=2", "discountRate=10", "cashArray=-100,110", "--json"}), 0)
+        << stderrText.toStdString();
+    const QJsonObject npv = QJsonDocument::fromJson(stdoutText.toUtf8()).object()["values"].toObject();
+    EXPECT_NEAR(npv["npv"].toDouble(), 0, 1e-9);
+    EXPECT_NEAR(npv["irr"].toDouble(), 10, 1e-4);
+    EXPECT_EQ(npv["cashArray"].toArray().size(), 2);
+    EXPECT_EQ(run({"calc", "npv", "cashArray=" + QStringList(101, "1").join(',')}), 1)
+        << "the table has 100 rows";
+
+    ASSERT_EQ(run({"calc", "bond", "faceValue=1000", "couponRate=5", "yieldToMaturity=5",
+                   "years=10", "--json"}),
+              0);
+    EXPECT_NEAR(QJsonDocument::fromJson(stdoutText.toUtf8())
+                    .object()["values"]
+                    .toObject()["bondValue"]
+                    .toDouble(),
+                1000, 1e-9);
+    ASSERT_EQ(run({"calc", "cmp", "principalAmount=1000", "annualRate=6", "period=1", "payment=100",
+                   "--json"}),
+              0);
+    EXPECT_NEAR(QJsonDocument::fromJson(stdoutText.toUtf8())
+                    .object()["values"]
+                    .toObject()["balance"]
+                    .toDouble(),
+                2295.234049, 1e-6);
+}
+
 TEST_F(CliTest, CalcRefusesUnknownNamesFieldsChoicesAndButtons)
 {
     EXPECT_EQ(run({"calc", "nope"}), 1);

@@ -34,17 +34,17 @@ Page {
             }
             ListElement {
                 name: "Expected Return"
-                identifier: "ExpectedReturnController"
+                identifier: "ExpReturnController"
                 swatch: "#3498DB"
             }
             ListElement {
                 name: "Constant Growth"
-                identifier: "ConstantGrowthController"
+                identifier: "ConstGrowthController"
                 swatch: "#2ECC71"
             }
             ListElement {
                 name: "Nonconstant Growth"
-                identifier: "NonconstantGrowthController"
+                identifier: "NoncGrowthController"
                 swatch: "#F39C12"
             }
             ListElement {

@@ -26,6 +26,8 @@ ApplicationWindow {
             "BondController": bondComponent,
             "NpvController": npvComponent,
             "CmpController": cmpComponent,
+            "ConstGrowthController": constGrowthComponent,
+            "PeriodReturnController": periodReturnComponent,
             "StockTableController": stockListComponent
         };
         const component = screens[identifier];
@@ -331,6 +333,18 @@ ApplicationWindow {
         id: cmpComponent
 
         CmpView {}
+    }
+
+    Component {
+        id: constGrowthComponent
+
+        ConstGrowthView {}
+    }
+
+    Component {
+        id: periodReturnComponent
+
+        PeriodReturnView {}
     }
 
     Component {

@@ -16,8 +16,10 @@
 #include "framework/QVNumericTextField.h"
 #include "functions/bond/BondController.h"
 #include "functions/cmp/CmpController.h"
+#include "functions/constgrowth/ConstGrowthController.h"
 #include "functions/npv/NpvController.h"
 #include "functions/npv/NpvTableController.h"
+#include "functions/periodreturn/PeriodReturnController.h"
 #include "functions/roi/RoiController.h"
 #include "functions/tip/TipController.h"
 #include "functions/tvm/TvmController.h"
@@ -130,6 +132,18 @@ struct NpvTableControllerForeign {
     QML_FOREIGN(NpvTableController)
     QML_NAMED_ELEMENT(NpvTableController)
     QML_UNCREATABLE("The NPV screen owns its cash-flow table.")
+};
+
+struct ConstGrowthControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(ConstGrowthController)
+    QML_NAMED_ELEMENT(ConstGrowthController)
+};
+
+struct PeriodReturnControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(PeriodReturnController)
+    QML_NAMED_ELEMENT(PeriodReturnController)
 };
 
 struct FunctionTableModelForeign {

@@ -1,7 +1,9 @@
 #include "bond/BondController.h"
 #include "cmp/CmpController.h"
+#include "constgrowth/ConstGrowthController.h"
 #include "framework/FunctionRegistry.h"
 #include "npv/NpvController.h"
+#include "periodreturn/PeriodReturnController.h"
 #include "roi/RoiController.h"
 #include "tip/TipController.h"
 #include "tvm/TvmController.h"
@@ -28,6 +30,10 @@ const QList<FunctionDescriptor>& functions()
         {QStringLiteral("bond"), QStringLiteral("Bond Calculator"), make<BondController>},
         {QStringLiteral("cmp"), QStringLiteral("Compound Interest Calculator"),
          make<CmpController>},
+        {QStringLiteral("const-growth"), QStringLiteral("Constant Growth"),
+         make<ConstGrowthController>},
+        {QStringLiteral("period-return"), QStringLiteral("Holding Period Return"),
+         make<PeriodReturnController>},
     };
     return all;
 }

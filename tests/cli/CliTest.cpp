@@ -222,9 +222,11 @@ TEST_F(CliTest, CalcReportsAndSavesLikeTheScreen)
 
 TEST_F(CliTest, CalcFillsTablesAndRunsEveryCatalogueCalculator)
 {
-    ASSERT_EQ(run({"calc", "npv", "period=2", "discountRate=10", "cashArray=-100,110", "--json"}), 0)
+    ASSERT_EQ(run({"calc", "npv", "period=2", "discountRate=10", "cashArray=-100,110", "--json"}),
+              0)
         << stderrText.toStdString();
-    const QJsonObject npv = QJsonDocument::fromJson(stdoutText.toUtf8()).object()["values"].toObject();
+    const QJsonObject npv =
+        QJsonDocument::fromJson(stdoutText.toUtf8()).object()["values"].toObject();
     EXPECT_NEAR(npv["npv"].toDouble(), 0, 1e-9);
     EXPECT_NEAR(npv["irr"].toDouble(), 10, 1e-4);
     EXPECT_EQ(npv["cashArray"].toArray().size(), 2);

@@ -204,4 +204,35 @@ TestCase {
         typeInto(screen, "periodField", "5");
         compare(findChild(screen, "cashField4").text, "1000", "hidden rows keep their values");
     }
+
+    function openStock(row) {
+        openRow(6);
+        const list = findChild(stack.currentItem, "stockList");
+        waitForItemPolished(list);
+        mouseClick(list.itemAtIndex(row));
+        tryCompare(stack, "busy", false);
+        return stack.currentItem;
+    }
+
+    function test_constantGrowthWithItsDividendSheet() {
+        const screen = openStock(2);
+        compare(screen.title, "Constant Growth");
+        mouseClick(findChild(screen, "dividendTypeButton"));
+        const request = Presenter.pendingRequest();
+        compare(request.title, "Dividend Type");
+        Presenter.answer(request.id, "Current (D0)");
+        typeInto(screen, "dividendField", "2");
+        typeInto(screen, "returnRateField", "10");
+        typeInto(screen, "growthRateField", "5");
+        compare(label(screen, "priceResultLabel"), "42");
+    }
+
+    function test_holdingPeriodReturn() {
+        const screen = openStock(6);
+        compare(screen.title, "Holding Period Return");
+        typeInto(screen, "initialValueField", "100");
+        typeInto(screen, "endingValueField", "110");
+        typeInto(screen, "incomeField", "5");
+        compare(label(screen, "hprResultLabel"), "15%");
+    }
 }

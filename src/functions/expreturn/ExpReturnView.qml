@@ -1,0 +1,123 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// Expected return: the number of states, the four results, and below them
+// the state table, one row per state with its probability and the returns
+// of stocks A and B.
+FunctionScreen {
+    id: screen
+
+    controller: ExpReturnController {
+        id: expReturn
+    }
+
+    // One row of the state table: its number and its three fields. Each
+    // edit goes to the table.
+    component ExpCellView: RowLayout {
+        id: cell
+
+        required property ExpReturnTableController table
+        required property int row
+
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        spacing: 6
+
+        Label {
+            id: stateLabel
+
+            objectName: "stateLabel" + cell.row
+            Layout.preferredWidth: 28
+            text: cell.table.stateLabelTexts[cell.row] ?? ""
+            font.pixelSize: 15
+        }
+        TextField {
+            objectName: "probabilityField" + cell.row
+            Layout.fillWidth: true
+            text: cell.table.probabilityTexts[cell.row] ?? ""
+            placeholderText: "0"
+            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: qsTr("State %1 probability").arg(stateLabel.text)
+            onTextEdited: cell.table.probabilityChanged(cell.row, text)
+            onAccepted: nextItemInFocusChain().forceActiveFocus()
+        }
+        TextField {
+            objectName: "stockAField" + cell.row
+            Layout.fillWidth: true
+            text: cell.table.stockATexts[cell.row] ?? ""
+            placeholderText: "0"
+            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: qsTr("State %1 stock A return").arg(stateLabel.text)
+            onTextEdited: cell.table.stockAChanged(cell.row, text)
+            onAccepted: nextItemInFocusChain().forceActiveFocus()
+        }
+        TextField {
+            objectName: "stockBField" + cell.row
+            Layout.fillWidth: true
+            text: cell.table.stockBTexts[cell.row] ?? ""
+            placeholderText: "0"
+            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: qsTr("State %1 stock B return").arg(stateLabel.text)
+            onTextEdited: cell.table.stockBChanged(cell.row, text)
+            onAccepted: nextItemInFocusChain().forceActiveFocus()
+        }
+    }
+
+    SectionHeader {
+        text: qsTr("States")
+    }
+    // Each edit of the period reaches the table through fieldChanged().
+    NumericField {
+        controller: screen.controller
+        outlet: "periodField"
+        label: qsTr("Number of states (1 to 99)")
+        placeholder: "4"
+    }
+    SectionHeader {
+        text: qsTr("Results")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "expReturnAResultLabel"
+        label: qsTr("Expected return A")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "standardDeviationAResultLabel"
+        label: qsTr("Standard deviation A")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "expReturnBResultLabel"
+        label: qsTr("Expected return B")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "standardDeviationBResultLabel"
+        label: qsTr("Standard deviation B")
+    }
+    SectionHeader {
+        text: qsTr("Probability (%), stock A (%), stock B (%) per state")
+    }
+    Repeater {
+        model: expReturn.table.rowCount
+
+        delegate: ExpCellView {
+            required property int index
+
+            table: expReturn.table
+            row: index
+        }
+    }
+}

@@ -1,0 +1,98 @@
+#include "NoncGrowthController.h"
+
+#include "NoncGrowthView.h"
+#include "framework/FinanceMath.h"
+#include "functions/npv/NpvTableController.h"
+#include "platform/NotificationCenter.h"
+
+namespace {
+const QString dividendField = QStringLiteral("dividendField");
+const QString periodField = QStringLiteral("periodField");
+const QString priceResultLabel = QStringLiteral("priceResultLabel");
+} // namespace
+
+NoncGrowthController::NoncGrowthController(QObject* parent) : QVFunctionController(parent)
+{
+    load();
+    // The table is the form's embedded child screen; it loads after the form.
+    m_table = new GrowthTableController(this);
+}
+
+void NoncGrowthController::connectMvc()
+{
+    setModel(QVFunctionModel::create<NoncGrowthModel>());
+    setView(new NoncGrowthView(this));
+    // The form starts by showing the period the table starts with.
+    m_periodText = QString::number(noncGrowthModel()->period);
+    qvFunctionView()->setText(periodField, m_periodText);
+    NotificationCenter::defaultCenter().addObserver(
+        this, QStringLiteral("ResultCalculatedNotification"),
+        [this](const Notification&) { resultCalculatedNotificationReceived(); });
+}
+
+QList<FunctionInput> NoncGrowthController::inputs() const
+{
+    return {{QStringLiteral("dividend"), dividendField}, {QStringLiteral("period"), periodField}};
+}
+
+void NoncGrowthController::fieldChanged()
+{
+    if (qvFunctionView()->text(periodField) != m_periodText)
+        periodChanged();
+    else
+        dividendChanged();
+}
+
+void NoncGrowthController::setInputValues()
+{
+    noncGrowthModel()->dividend = fieldNumber(dividendField);
+}
+
+void NoncGrowthController::dividendChanged()
+{
+    setInputValues();
+    // The price label follows through the model's notification.
+    noncGrowthModel()->calculateResult();
+}
+
+void NoncGrowthController::periodChanged()
+{
+    m_periodText = qvFunctionView()->text(periodField);
+    // Only periods strictly between 0 and 100 are taken, fractions included
+    // (2.5 values three dividends and no perpetuity); anything else leaves
+    // the period as it is, but the table is told the period all the same.
+    const double value = NpvTableController::plainDecimalValue(m_periodText);
+    NoncGrowthModel* m = noncGrowthModel();
+    if (value > 0 && value < 100)
+        m->period = value;
+    NotificationCenter::defaultCenter().post(
+        QStringLiteral("PeriodChangedNotification"), this,
+        {{QStringLiteral("period"), FinanceMath::saturatedInteger(m->period)}});
+    m->calculateResult();
+}
+
+void NoncGrowthController::resultCalculatedNotificationReceived()
+{
+    showResult();
+}
+
+void NoncGrowthController::showResult()
+{
+    showNumber(priceResultLabel, noncGrowthModel()->price);
+}
+
+bool NoncGrowthController::setTableInput(const QString& property, const QStringList& values)
+{
+    void (GrowthTableController::*edit)(int, const QString&) = nullptr;
+    if (property == QLatin1String("return-rate") || property == QLatin1String("returnRate"))
+        edit = &GrowthTableController::returnRateChanged;
+    else if (property == QLatin1String("growth-rate") || property == QLatin1String("growthRate"))
+        edit = &GrowthTableController::growthRateChanged;
+    if (!edit || values.size() > noncGrowthModel()->rates.size())
+        return false;
+    for (int row = 0; row < values.size(); ++row)
+        (m_table->*edit)(row, values.at(row));
+    // The cells were filled without typing: show them.
+    emit m_table->reloaded();
+    return true;
+}

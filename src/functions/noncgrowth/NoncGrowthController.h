@@ -1,0 +1,51 @@
+#pragma once
+
+#include "GrowthTableController.h"
+#include "NoncGrowthModel.h"
+#include "framework/QVFunctionController.h"
+
+// The nonconstant-growth screen: the current dividend, the number of
+// periods, the price, and the embedded rate table. The form and the table
+// share nothing but notifications: a period edit posts
+// "PeriodChangedNotification" for the table, the table's edits reach the
+// model as "RateChangedNotification", and the model's
+// "ResultCalculatedNotification" brings the price back to the form. Those
+// names are shared with other table screens, and every listener hears every
+// sender.
+class NoncGrowthController : public QVFunctionController {
+    Q_OBJECT
+    Q_PROPERTY(GrowthTableController* table READ table CONSTANT)
+
+public:
+    // Ready to use: the model, the view and the table are made here.
+    explicit NoncGrowthController(QObject* parent = nullptr);
+
+    QList<FunctionInput> inputs() const override;
+    // The change action of the form. One edit changes one field: when the
+    // period's text differs from the one last acted on it was the period,
+    // otherwise the dividend.
+    void fieldChanged() override;
+
+    // Reads the dividend field into the model.
+    void setInputValues();
+    // The actions of the dividend and period fields.
+    Q_INVOKABLE void dividendChanged();
+    Q_INVOKABLE void periodChanged();
+    void resultCalculatedNotificationReceived();
+    void showResult();
+
+    // Types `values` into the first rows of the table column `property`
+    // ("return-rate" or "growth-rate"; "returnRate" and "growthRate" too),
+    // one edit per row; false for another column or more values than rows.
+    Q_INVOKABLE bool setTableInput(const QString& property, const QStringList& values);
+
+    NoncGrowthModel* noncGrowthModel() const { return static_cast<NoncGrowthModel*>(model()); }
+    GrowthTableController* table() const { return m_table; }
+
+protected:
+    void connectMvc() override;
+
+private:
+    GrowthTableController* m_table = nullptr;
+    QString m_periodText;
+};

@@ -1,0 +1,184 @@
+#include "TestSupport.h"
+#include "functions/constgrowth/ConstGrowthController.h"
+
+#include <QLocale>
+#include <cmath>
+
+namespace {
+
+// The value of a share as the discounted sum of a growing dividend stream:
+// D1 in year 1, growing by g each year after, discounted at r. For r > g
+// this converges to the closed form the calculator uses, so it checks the
+// formula from first principles.
+double discountedDividends(double nextDividend, double r, double g)
+{
+    double value = 0;
+    double term = nextDividend / (1 + r);
+    for (int year = 1; year <= 20000; ++year) {
+        value += term;
+        term *= (1 + g) / (1 + r);
+    }
+    return value;
+}
+
+class ConstGrowthTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<ConstGrowthController>();
+        screen->setPresenter(&presenter);
+        view = screen->qvFunctionView();
+        model = screen->constGrowthModel();
+    }
+    void choose(const QString& word)
+    {
+        presenter.script({{word, ""}});
+        screen->openChoice("dividendTypeButton");
+    }
+    void enter(const char* dividend, const char* returnRate, const char* growthRate)
+    {
+        screen->editField("dividendField", local(dividend));
+        screen->editField("returnRateField", local(returnRate));
+        screen->editField("growthRateField", local(growthRate));
+    }
+    static QString local(const char* number)
+    {
+        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
+    }
+    QString reportBody() const
+    {
+        const QString contents = model->report().contents;
+        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<ConstGrowthController> screen;
+    QVFunctionView* view = nullptr;
+    ConstGrowthModel* model = nullptr;
+};
+
+TEST_F(ConstGrowthTest, PriceFromTheCurrentOrTheNextDividend)
+{
+    EXPECT_EQ(view->title(), "Constant Growth");
+    EXPECT_TRUE(view->descriptionHtml().contains("constant-growth"));
+
+    choose("Current (D0)");
+    EXPECT_EQ(view->text("dividendTypeButton"), "Current (D0)");
+    enter("2", "10", "5");
+    EXPECT_EQ(model->dividendType, "Current (D0)");
+    EXPECT_DOUBLE_EQ(model->price, 42) << "D1 = 2.1";
+    EXPECT_EQ(view->text("priceResultLabel"), "42");
+
+    choose("Next (D1)");
+    EXPECT_EQ(view->text("dividendTypeButton"), "Next (D1)");
+    EXPECT_DOUBLE_EQ(model->price, 40) << "the choice recomputes without another edit";
+    EXPECT_EQ(view->text("priceResultLabel"), "40");
+}
+
+TEST_F(ConstGrowthTest, AgreesWithTheDiscountedDividendStream)
+{
+    struct Row {
+        const char* type;
+        double dividend, r, g;
+    };
+    const Row rows[] = {{"Current (D0)", 2, 10, 5},    {"Next (D1)", 2, 10, 5},
+                        {"Current (D0)", 1.8, 9, 4},   {"Next (D1)", 3.25, 12.5, 0},
+                        {"Current (D0)", 0.75, 8, -2}, {"Next (D1)", 100, 30, 29}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.type) + " r=" + std::to_string(row.r) +
+                     " g=" + std::to_string(row.g));
+        choose(row.type);
+        screen->editField("dividendField", QLocale().toString(row.dividend));
+        screen->editField("returnRateField", QLocale().toString(row.r));
+        screen->editField("growthRateField", QLocale().toString(row.g));
+        const double g = row.g / 100;
+        const double d1 =
+            QLatin1String(row.type) == "Next (D1)" ? row.dividend : row.dividend * (1 + g);
+        const double expected = discountedDividends(d1, row.r / 100, g);
+        EXPECT_NEAR(model->price, expected, 1e-9 * expected);
+    }
+}
+
+TEST_F(ConstGrowthTest, DividendTypeSheetOffersTwoTypesAndNoCancel)
+{
+    EXPECT_EQ(view->text("dividendTypeButton"), ConstGrowthController::unchosenTitle);
+    enter("2", "10", "5");
+    EXPECT_EQ(view->text("priceResultLabel"), "0") << "no type chosen: the price is untouched";
+    EXPECT_EQ(model->dividendType, ConstGrowthController::unchosenTitle);
+
+    choose("Next (D1)");
+    ASSERT_EQ(presenter.requests.size(), 1u);
+    const AlertRequest& sheet = presenter.requests.front();
+    EXPECT_EQ(sheet.kind, AlertRequest::Kind::ActionSheet);
+    EXPECT_EQ(sheet.title, "Dividend Type");
+    EXPECT_EQ(sheet.message, "Please choose a type for dividends.");
+    EXPECT_EQ(sheet.anchor, "dividendTypeButton");
+    ASSERT_EQ(sheet.actions.size(), 2);
+    EXPECT_EQ(sheet.actions[0].title, "Current (D0)");
+    EXPECT_EQ(sheet.actions[1].title, "Next (D1)");
+    EXPECT_FALSE(sheet.actions[0].cancel || sheet.actions[1].cancel);
+    EXPECT_EQ(view->text("priceResultLabel"), "40");
+
+    // A sheet closed without a choice (or answered with a foreign word)
+    // changes nothing.
+    choose("");
+    choose("Cancel");
+    EXPECT_EQ(view->text("dividendTypeButton"), "Next (D1)");
+    EXPECT_EQ(view->text("priceResultLabel"), "40");
+
+    // Typing a foreign title into the button stops the pricing: the last
+    // price stays on screen.
+    view->setText("dividendTypeButton", "Preferred");
+    screen->editField("dividendField", "4");
+    EXPECT_EQ(view->text("priceResultLabel"), "40");
+}
+
+TEST_F(ConstGrowthTest, RatesThatMeetOrCross)
+{
+    choose("Current (D0)");
+    enter("2", "5", "5");
+    EXPECT_EQ(view->text("priceResultLabel"), "Infinity");
+    screen->editField("dividendField", "0");
+    EXPECT_EQ(view->text("priceResultLabel"), "NaN");
+    screen->editField("dividendField", "-1");
+    EXPECT_EQ(view->text("priceResultLabel"), "-Infinity");
+
+    choose("Next (D1)");
+    enter("1", "5", "7");
+    EXPECT_EQ(view->text("priceResultLabel"), "-50") << "growth above return is not an error";
+
+    screen->editField("returnRateField", "ten");
+    screen->editField("growthRateField", "");
+    EXPECT_EQ(model->returnRate, 0);
+    EXPECT_EQ(model->growthRate, 0);
+    EXPECT_EQ(view->text("priceResultLabel"), "Infinity") << "unreadable and empty text are 0";
+}
+
+TEST_F(ConstGrowthTest, ReportListsTheInputsAndThePrice)
+{
+    screen->sendReportRequestedNotification("Fresh");
+    EXPECT_EQ(reportBody(), "Dividend Type: \nDividend: 0\nRequired Rate of Return: 0%\n"
+                            "Growth Rate: 0%\nPrice of Stock: 0\n")
+        << "before any edit the type is none";
+
+    choose("Current (D0)");
+    enter("2.5", "8", "3");
+    screen->sendReportRequestedNotification("Utility");
+    const QVReport& report = model->report();
+    EXPECT_TRUE(
+        report.contents.startsWith("Financial Report - Constant Growth\nDate: 05-03-2024 14:07\n"
+                                   "\n-----------------------------\n\n"));
+    EXPECT_EQ(reportBody(), "Dividend Type: Current (D0)\nDividend: " + local("2.5") +
+                                "\nRequired Rate of Return: 8%\nGrowth Rate: 3%\n"
+                                "Price of Stock: " +
+                                local("51.5") + "\n");
+    EXPECT_EQ(report.title, "Utility");
+    EXPECT_EQ(report.functionTitle, "Const-Gr");
+    EXPECT_EQ(report.colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(report.fileName, "const-growth_Fresh_05-03-2024 14:07_report.txt_Utility_"
+                               "05-03-2024 14:07_report.txt");
+    EXPECT_EQ(readDocument(report.fileName), report.contents);
+}
+
+} // namespace

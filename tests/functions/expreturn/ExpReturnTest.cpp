@@ -1,0 +1,321 @@
+#include "TestSupport.h"
+#include "functions/expreturn/ExpReturnController.h"
+#include "platform/NotificationCenter.h"
+
+#include <QLocale>
+#include <QSignalSpy>
+#include <cmath>
+
+namespace {
+
+// Mean and deviation by the moment formula E[X²] − E[X]², written apart
+// from the model's two passes; probabilities as fractions that add up to 1.
+struct Moments {
+    double mean;
+    double deviation;
+};
+Moments moments(const QList<double>& p, const QList<double>& x)
+{
+    double m1 = 0;
+    double m2 = 0;
+    for (qsizetype i = 0; i < p.size(); ++i) {
+        m1 += p[i] * x[i];
+        m2 += p[i] * x[i] * x[i];
+    }
+    return {m1, std::sqrt(m2 - m1 * m1)};
+}
+
+// Records the traffic between the form, the table and the model.
+class NotificationLog : public QObject {
+public:
+    NotificationLog()
+    {
+        for (const char* name : {"PeriodChangedNotification", "RateChangedNotification",
+                                 "ResultCalculatedNotification"}) {
+            NotificationCenter::defaultCenter().addObserver(
+                this, QString::fromLatin1(name),
+                [this](const Notification& n) { seen.push_back(n); });
+        }
+    }
+    QStringList names() const
+    {
+        QStringList list;
+        for (const Notification& n : seen)
+            list << n.name;
+        return list;
+    }
+    std::vector<Notification> seen;
+};
+
+class ExpReturnTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<ExpReturnController>();
+        screen->setPresenter(&presenter);
+        view = screen->qvFunctionView();
+        model = screen->expReturnModel();
+        table = screen->table();
+    }
+    // One edit per cell of a row, as its three fields send them.
+    void state(int row, const QString& probability, const QString& a, const QString& b)
+    {
+        table->probabilityChanged(row, probability);
+        table->stockAChanged(row, a);
+        table->stockBChanged(row, b);
+    }
+    // The three states of the textbook example.
+    void threeStates()
+    {
+        screen->editField("periodField", "3");
+        state(0, "30", "20", "10");
+        state(1, "40", "10", "5");
+        state(2, "30", "-5", "0");
+    }
+    QStringList labels() const
+    {
+        return {view->text("expReturnAResultLabel"), view->text("expReturnBResultLabel"),
+                view->text("standardDeviationAResultLabel"),
+                view->text("standardDeviationBResultLabel")};
+    }
+    static QString local(const char* number)
+    {
+        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
+    }
+    QString reportBody() const
+    {
+        const QString contents = model->report().contents;
+        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<ExpReturnController> screen;
+    QVFunctionView* view = nullptr;
+    ExpReturnModel* model = nullptr;
+    ExpReturnTableController* table = nullptr;
+};
+
+TEST_F(ExpReturnTest, FreshScreen)
+{
+    EXPECT_EQ(view->title(), "Expected Return");
+    EXPECT_TRUE(view->descriptionHtml().contains("standard deviation"));
+    EXPECT_EQ(view->text("periodField"), "4");
+    EXPECT_EQ(model->period, 4);
+    EXPECT_EQ(model->rates.size(), 100);
+    EXPECT_EQ(table->period(), 4.0);
+    EXPECT_EQ(table->stateLabelTexts(), QStringList({"1", "2", "3", "4"}));
+    EXPECT_EQ(table->probabilityTexts(), QStringList({"", "", "", ""})) << "zeros show as empty";
+    EXPECT_EQ(table->stockATexts(), QStringList({"", "", "", ""}));
+    EXPECT_EQ(table->stockBTexts(), QStringList({"", "", "", ""}));
+    EXPECT_TRUE(view->text("expReturnAResultLabel").isEmpty()) << "nothing computed yet";
+
+    // An all-zero table gives zeros everywhere.
+    screen->editField("periodField", "4");
+    EXPECT_EQ(labels(), QStringList({"0%", "0%", "0%", "0%"}));
+}
+
+// Three states with probabilities adding up to 100 %: the model's two passes
+// against the moment formula, and the labels as the screen shows them.
+TEST_F(ExpReturnTest, ResultsMatchTheMomentFormula)
+{
+    threeStates();
+    const Moments a = moments({0.3, 0.4, 0.3}, {20, 10, -5});
+    const Moments b = moments({0.3, 0.4, 0.3}, {10, 5, 0});
+    EXPECT_NEAR(model->expectedReturnA, 8.5, 1e-12);
+    EXPECT_NEAR(model->expectedReturnB, 5, 1e-12);
+    EXPECT_NEAR(model->expectedReturnA, a.mean, 1e-12);
+    EXPECT_NEAR(model->standardDeviationA, a.deviation, 1e-9);
+    EXPECT_NEAR(model->standardDeviationB, b.deviation, 1e-9);
+    EXPECT_NEAR(model->standardDeviationA, 9.7596, 5e-5);
+    EXPECT_NEAR(model->standardDeviationB, 3.8730, 5e-5);
+    EXPECT_EQ(labels(), QStringList({local("8.5%"), "5%", local("9.76%"), local("3.873%")}));
+    EXPECT_EQ(table->probabilityTexts(), QStringList({"30", "40", "30"}));
+    EXPECT_EQ(table->stockATexts(), QStringList({"20", "10", "-5"}));
+    EXPECT_EQ(table->stockBTexts(), QStringList({"10", "5", ""}));
+
+    // Probabilities summing to 50 halve the expected returns, silently.
+    state(0, "15", "20", "10");
+    state(1, "20", "10", "5");
+    state(2, "15", "-5", "0");
+    EXPECT_NEAR(model->expectedReturnA, 4.25, 1e-12);
+    EXPECT_NEAR(model->expectedReturnB, 2.5, 1e-12);
+    // Deviation about the halved mean, with the half-weights as entered.
+    const double va = 0.15 * std::pow(0.2 - 0.0425, 2) + 0.2 * std::pow(0.1 - 0.0425, 2) +
+                      0.15 * std::pow(-0.05 - 0.0425, 2);
+    EXPECT_NEAR(model->standardDeviationA, std::sqrt(va) * 100, 1e-9);
+
+    // One certain state: no spread at all.
+    screen->editField("periodField", "1");
+    state(0, "100", local("7.25"), "-3");
+    EXPECT_EQ(labels(), QStringList({local("7.25%"), "-3%", "0%", "0%"}));
+}
+
+// The standard deviation A label is filled from "%.@%%": the precision mark
+// is ignored, so it reads like the other three labels, non-finite values
+// included.
+TEST_F(ExpReturnTest, StandardDeviationALabelReadsLikeTheOthers)
+{
+    threeStates();
+    EXPECT_EQ(view->text("standardDeviationAResultLabel"),
+              ExpReturnController::stringFromDouble(model->standardDeviationA) + "%");
+
+    // An overflowing return: the mean is infinite and the deviation NaN.
+    table->stockAChanged(0, "1e999");
+    EXPECT_EQ(view->text("expReturnAResultLabel"), "Infinity%");
+    EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
+    table->stockAChanged(0, "-1e999");
+    EXPECT_EQ(view->text("expReturnAResultLabel"), "-Infinity%");
+    EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
+    EXPECT_EQ(view->text("expReturnBResultLabel"), "5%") << "B is untouched";
+
+    EXPECT_EQ(ExpReturnController::stringWithFormat("%.@%%", "12.5"), "12.5%");
+    EXPECT_EQ(ExpReturnController::stringWithFormat("%.2@ of %@", "x"), "x of x");
+    EXPECT_EQ(ExpReturnController::stringWithFormat("100%% %d %", "x"), "100% %d %")
+        << "anything else stays as written";
+}
+
+TEST_F(ExpReturnTest, PeriodEdits)
+{
+    QSignalSpy reloads(table, &ExpReturnTableController::reloaded);
+    const auto period = [&](const QString& text) {
+        screen->editField("periodField", text);
+        return std::pair(model->period, table->numberOfRows());
+    };
+    EXPECT_EQ(period(local("2.9")), std::pair(2, 2)) << "truncated";
+    EXPECT_EQ(period("100"), std::pair(2, 2)) << "ignored";
+    EXPECT_EQ(period("0"), std::pair(2, 2));
+    EXPECT_EQ(period("-3"), std::pair(2, 2));
+    EXPECT_EQ(period(""), std::pair(2, 2));
+    EXPECT_EQ(period("abc"), std::pair(2, 2));
+    EXPECT_EQ(period("1e999"), std::pair(2, 2));
+    EXPECT_EQ(period("99"), std::pair(99, 99));
+    EXPECT_EQ(period(" 5 states"), std::pair(5, 5)) << "the leading number counts";
+    EXPECT_EQ(reloads.count(), 9) << "the table reloads even when the period stays";
+    EXPECT_EQ(table->stateLabelTexts().last(), "5");
+}
+
+TEST_F(ExpReturnTest, HiddenStatesKeepTheirValues)
+{
+    threeStates();
+    const QStringList three = labels();
+    screen->editField("periodField", "1");
+    // 0.3 × 20 and 0.3 × 10; each deviation about its own smaller mean.
+    EXPECT_EQ(labels(), QStringList({"6%", "3%", local("7.668%"), local("3.834%")}));
+    screen->sendReportRequestedNotification("Short");
+    EXPECT_FALSE(reportBody().contains("State 2"));
+
+    screen->editField("periodField", "3");
+    EXPECT_EQ(labels(), three) << "the second and third states count again";
+    EXPECT_EQ(table->stockATexts(), QStringList({"20", "10", "-5"}));
+}
+
+TEST_F(ExpReturnTest, NotificationTraffic)
+{
+    NotificationLog log;
+    // Delivery is synchronous: the model, listening since before the log,
+    // recomputes while the edit is being delivered, so the log hears the
+    // result first.
+    table->stockBChanged(2, local("12.5"));
+    ASSERT_EQ(log.names(),
+              QStringList({"ResultCalculatedNotification", "RateChangedNotification"}));
+    EXPECT_EQ(log.seen[0].sender.data(), model);
+    EXPECT_TRUE(log.seen[0].userInfo.isEmpty());
+    EXPECT_EQ(log.seen[1].sender.data(), table);
+    EXPECT_EQ(log.seen[1].userInfo.keys(), QStringList({"tag", "type", "value"}));
+    EXPECT_EQ(log.seen[1].userInfo.value("type").toString(), "stock-b");
+    EXPECT_EQ(log.seen[1].userInfo.value("tag").toInt(), 2);
+    EXPECT_EQ(log.seen[1].userInfo.value("value").toDouble(), 12.5);
+    EXPECT_EQ(model->rates[2].stockB, 12.5);
+    EXPECT_EQ(table->stockBText(2), local("12.5"));
+
+    log.seen.clear();
+    screen->editField("periodField", "7");
+    ASSERT_EQ(log.names(),
+              QStringList({"PeriodChangedNotification", "ResultCalculatedNotification"}));
+    EXPECT_EQ(log.seen[0].sender.data(), screen.get());
+    EXPECT_EQ(log.seen[0].userInfo.keys(), QStringList({"period"}));
+    EXPECT_EQ(log.seen[0].userInfo.value("period").toInt(), 7);
+
+    // A rejected period still tells the table the old one.
+    log.seen.clear();
+    screen->editField("periodField", "0");
+    ASSERT_EQ(log.seen.size(), 2u);
+    EXPECT_EQ(log.seen[0].userInfo.value("period").toInt(), 7);
+
+    // The model hears any sender; types it does not know change nothing but
+    // still recompute. The table hears any period change.
+    log.seen.clear();
+    auto& centre = NotificationCenter::defaultCenter();
+    centre.post("RateChangedNotification", nullptr,
+                {{"type", "probability"}, {"tag", 0}, {"value", 50.0}});
+    centre.post("RateChangedNotification", nullptr,
+                {{"type", "growth-rate"}, {"tag", 0}, {"value", 99.0}});
+    EXPECT_EQ(log.names().count("ResultCalculatedNotification"), 2);
+    EXPECT_EQ(model->rates[0].probability, 50);
+    EXPECT_EQ(model->rates[0].stockA, 0);
+    EXPECT_EQ(table->probabilityText(0), "") << "the table keeps its own copy";
+    centre.post("PeriodChangedNotification", nullptr, {{"period", 2}});
+    EXPECT_EQ(table->numberOfRows(), 2);
+    EXPECT_EQ(model->period, 7) << "the model takes the period from the form only";
+}
+
+TEST_F(ExpReturnTest, BadCellsNeverBreakTheScreen)
+{
+    state(0, "abc", "", "25%");
+    EXPECT_EQ(model->rates[0].probability, 0);
+    EXPECT_EQ(model->rates[0].stockA, 0);
+    EXPECT_EQ(model->rates[0].stockB, 25) << "the leading number counts";
+
+    // Rows outside the table are ignored, wherever the edit comes from.
+    table->probabilityChanged(-1, "5");
+    table->stockAChanged(100, "5");
+    auto& centre = NotificationCenter::defaultCenter();
+    centre.post("RateChangedNotification", nullptr,
+                {{"type", "stock-a"}, {"tag", 1000}, {"value", 1.0}});
+    centre.post("RateChangedNotification", nullptr, {});
+    EXPECT_EQ(model->rates.size(), 100);
+    centre.post("PeriodChangedNotification", nullptr, {{"period", 100000}});
+    EXPECT_EQ(table->numberOfRows(), 100);
+    EXPECT_EQ(table->stockAText(100000), "");
+    centre.post("PeriodChangedNotification", nullptr, {{"period", -4}});
+    EXPECT_EQ(table->numberOfRows(), 0);
+
+    // 99 states through the table inputs the command line uses.
+    screen->editField("periodField", "99");
+    ASSERT_TRUE(screen->setTableInput("probability", QStringList(99, "1")));
+    ASSERT_TRUE(screen->setTableInput("stock-a", QStringList(99, "4")));
+    ASSERT_TRUE(screen->setTableInput("stockB", QStringList(99, "-2")));
+    EXPECT_NEAR(model->expectedReturnA, 3.96, 1e-9);
+    EXPECT_NEAR(model->expectedReturnB, -1.98, 1e-9);
+    EXPECT_EQ(model->probabilities().mid(98), QList<double>({1, 0}));
+    EXPECT_FALSE(screen->setTableInput("stock-a", QStringList(101, "1")));
+    EXPECT_FALSE(screen->setTableInput("cashArray", {"1"}));
+}
+
+TEST_F(ExpReturnTest, Report)
+{
+    threeStates();
+    table->probabilityChanged(1, local("40.25"));
+    screen->sendReportRequestedNotification("Plan A");
+    EXPECT_EQ(reportBody(),
+              "Period: 3\n"
+              "State 1 -  Probability: 30%, Stock A: 20%, Stock B: 10%\n"
+              "State 2 -  Probability: " +
+                  local("40.25") +
+                  "%, Stock A: 10%, Stock B: 5%\n"
+                  "State 3 -  Probability: 30%, Stock A: -5%, Stock B: 0%\n"
+                  "\nExpected Return A: " +
+                  view->text("expReturnAResultLabel") +
+                  ", Expected Return B: " + view->text("expReturnBResultLabel") +
+                  "\nStandard Deviation A: " + view->text("standardDeviationAResultLabel") +
+                  ", Standard Deviation B: " + view->text("standardDeviationBResultLabel") + "\n");
+    EXPECT_TRUE(model->report().contents.startsWith(
+        "Financial Report - Expected Return\nDate: 05-03-2024 14:07\n"));
+    EXPECT_EQ(model->report().fileName, "expected-return_Plan A_05-03-2024 14:07_report.txt");
+    EXPECT_EQ(model->report().functionTitle, "Exp");
+    EXPECT_EQ(model->report().colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(readDocument(model->report().fileName), model->report().contents);
+}
+
+} // namespace

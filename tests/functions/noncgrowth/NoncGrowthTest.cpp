@@ -1,0 +1,216 @@
+#include "TestSupport.h"
+#include "functions/noncgrowth/NoncGrowthController.h"
+#include "platform/NotificationCenter.h"
+
+#include <QLocale>
+#include <QSignalSpy>
+#include <cmath>
+
+namespace {
+
+class NoncGrowthTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<NoncGrowthController>();
+        screen->setPresenter(&presenter);
+        view = screen->qvFunctionView();
+        model = screen->noncGrowthModel();
+        table = screen->table();
+    }
+    // One row's two edits, as its fields send them.
+    void rates(int row, const QString& returnRate, const QString& growthRate)
+    {
+        table->returnRateChanged(row, returnRate);
+        table->growthRateChanged(row, growthRate);
+    }
+    static QString local(const char* number)
+    {
+        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
+    }
+    QString reportBody() const
+    {
+        const QString contents = model->report().contents;
+        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<NoncGrowthController> screen;
+    QVFunctionView* view = nullptr;
+    NoncGrowthModel* model = nullptr;
+    GrowthTableController* table = nullptr;
+};
+
+TEST_F(NoncGrowthTest, FreshScreen)
+{
+    EXPECT_EQ(view->title(), "Nonconstant Growth");
+    EXPECT_TRUE(view->descriptionHtml().contains("Gordon"));
+    EXPECT_EQ(view->text("periodField"), "4");
+    EXPECT_EQ(model->period, 4.0);
+    EXPECT_EQ(model->rates.size(), 100);
+    EXPECT_EQ(table->period(), 4.0);
+    EXPECT_EQ(table->yearLabelTexts(), QStringList({"1", "2", "3", "4"}));
+    EXPECT_EQ(table->returnRateTexts(), QStringList({"", "", "", ""})) << "zeros show as empty";
+    EXPECT_EQ(table->growthRateTexts(), QStringList({"", "", "", ""}));
+    EXPECT_TRUE(view->text("priceResultLabel").isEmpty()) << "nothing computed yet";
+
+    // All-zero rates: three dividends of D0, then D0 / 0 in the last period.
+    screen->editField("dividendField", "2");
+    EXPECT_EQ(view->text("priceResultLabel"), "Infinity");
+    screen->editField("dividendField", "-2");
+    EXPECT_EQ(view->text("priceResultLabel"), "-Infinity");
+    screen->editField("dividendField", "");
+    EXPECT_EQ(view->text("priceResultLabel"), "NaN") << "0 / 0 at the end";
+}
+
+TEST_F(NoncGrowthTest, PriceOfTheThreeStageExample)
+{
+    screen->editField("dividendField", "2");
+    screen->editField("periodField", "3");
+    rates(0, "10", "20");
+    rates(1, "10", "15");
+    rates(2, "10", "5");
+    const double expected = 2.4 / 1.1 + 2.76 / 1.21 + (2.898 / 0.05) / 1.21;
+    EXPECT_NEAR(model->price, expected, 1e-9);
+    EXPECT_EQ(view->text("priceResultLabel"), local("52.364"));
+    EXPECT_EQ(table->returnRateTexts(), QStringList({"10", "10", "10"}));
+    EXPECT_EQ(table->growthRateTexts(), QStringList({"20", "15", "5"}));
+
+    // One period: the terminal value itself, not discounted at all.
+    screen->editField("periodField", "1");
+    rates(0, "10", "5");
+    EXPECT_NEAR(model->price, 42, 1e-9);
+    EXPECT_EQ(view->text("priceResultLabel"), "42");
+
+    // A fractional period has no perpetuity: ceil(2.5) = 3 plain dividends,
+    // one period more than the table shows.
+    rates(0, "10", "20");
+    screen->editField("periodField", local("2.5"));
+    EXPECT_EQ(model->period, 2.5);
+    EXPECT_EQ(table->numberOfRows(), 2);
+    EXPECT_NEAR(model->price, 2.4 / 1.1 + 2.76 / 1.21 + 2.898 / 1.331, 1e-9);
+}
+
+// With the same rates in every period the stages collapse into the
+// one-stage Gordon value D0 (1 + g) / (r - g), whatever the period.
+TEST_F(NoncGrowthTest, ConstantRatesGiveTheGordonValue)
+{
+    screen->editField("dividendField", local("1.5"));
+    for (int row = 0; row < 99; ++row)
+        rates(row, "12", local("4.5"));
+    const double gordon = 1.5 * 1.045 / (0.12 - 0.045);
+    for (const char* n : {"1", "2", "7", "40", "99"}) {
+        screen->editField("periodField", n);
+        EXPECT_NEAR(model->price, gordon, 1e-9 * gordon) << "period " << n;
+    }
+    EXPECT_EQ(view->text("priceResultLabel"), local("20.9"));
+
+    // r equal to g in the last period divides by zero.
+    rates(98, "7", "7");
+    EXPECT_EQ(view->text("priceResultLabel"), "Infinity");
+}
+
+TEST_F(NoncGrowthTest, PeriodEdits)
+{
+    QSignalSpy reloads(table, &GrowthTableController::reloaded);
+    const auto period = [&](const QString& text) {
+        screen->editField("periodField", text);
+        return std::pair(model->period, table->numberOfRows());
+    };
+    EXPECT_EQ(period(local("2.9")), std::pair(2.9, 2)) << "kept whole, two rows";
+    EXPECT_EQ(period("100"), std::pair(2.9, 2)) << "ignored";
+    EXPECT_EQ(period("0"), std::pair(2.9, 2));
+    EXPECT_EQ(period("-1"), std::pair(2.9, 2));
+    EXPECT_EQ(period("abc"), std::pair(2.9, 2));
+    EXPECT_EQ(period("1e999"), std::pair(2.9, 2));
+    EXPECT_EQ(period("99"), std::pair(99.0, 99));
+    EXPECT_EQ(period(local("0.5")), std::pair(0.5, 0)) << "half a period, no rows";
+    EXPECT_EQ(reloads.count(), 8) << "the table reloads even when the period stays";
+
+    // A dividend edit after a period edit is a dividend edit.
+    screen->editField("dividendField", "3");
+    EXPECT_EQ(model->dividend, 3);
+    EXPECT_EQ(model->period, 0.5);
+    EXPECT_EQ(reloads.count(), 8);
+    EXPECT_NEAR(model->price, 3, 1e-12) << "one plain dividend, at rates of 0";
+}
+
+TEST_F(NoncGrowthTest, HiddenRowsKeepTheirRates)
+{
+    screen->editField("dividendField", "2");
+    screen->editField("periodField", "3");
+    rates(0, "10", "20");
+    rates(1, "10", "15");
+    rates(2, "10", "5");
+    const double three = model->price;
+    screen->editField("periodField", "1");
+    EXPECT_NEAR(model->price, 2.4 / (0.1 - 0.2), 1e-9) << "a negative perpetuity";
+    screen->editField("periodField", "3");
+    EXPECT_EQ(model->price, three);
+    EXPECT_EQ(table->growthRateTexts(), QStringList({"20", "15", "5"}));
+}
+
+TEST_F(NoncGrowthTest, BadCellsNeverBreakTheScreen)
+{
+    rates(0, "abc", "");
+    EXPECT_EQ(model->rates[0].returnRate, 0);
+    rates(0, local("0.08"), "3%");
+    EXPECT_EQ(model->rates[0].returnRate, 0.08) << "fractions are taken as percent";
+    EXPECT_EQ(model->rates[0].growthRate, 3);
+
+    // Rows outside the table are ignored, wherever the edit comes from.
+    table->returnRateChanged(-1, "5");
+    table->growthRateChanged(100, "5");
+    auto& centre = NotificationCenter::defaultCenter();
+    centre.post("RateChangedNotification", nullptr,
+                {{"type", "return-rate"}, {"tag", 1000}, {"value", 1.0}});
+    centre.post("RateChangedNotification", nullptr, {});
+    EXPECT_EQ(model->rates.size(), 100);
+    centre.post("PeriodChangedNotification", nullptr, {{"period", 100000}});
+    EXPECT_EQ(table->numberOfRows(), 100);
+    EXPECT_EQ(table->returnRateText(100000), "");
+
+    // The table inputs of the command line.
+    screen->editField("periodField", "2");
+    screen->editField("dividendField", "1");
+    ASSERT_TRUE(screen->setTableInput("return-rate", {"10", "10"}));
+    ASSERT_TRUE(screen->setTableInput("growthRate", {"0", "0"}));
+    EXPECT_NEAR(model->price, 1 / 1.1 + 1 / 0.1 / 1.1, 1e-9);
+    EXPECT_EQ(model->returnRates().mid(0, 3), QList<double>({10, 10, 0}));
+    EXPECT_FALSE(screen->setTableInput("growth-rate", QStringList(101, "1")));
+    EXPECT_FALSE(screen->setTableInput("probability", {"1"}));
+}
+
+TEST_F(NoncGrowthTest, ReportCarriesTheConstantGrowthHeading)
+{
+    screen->editField("dividendField", local("2.25"));
+    rates(0, "10", "20");
+    rates(1, "10", "15");
+    rates(2, "10", "5");
+    rates(3, local("9.5"), "4");
+    screen->sendReportRequestedNotification("Plan A");
+    EXPECT_EQ(reportBody(), "Dividend: " + local("2.25") +
+                                "\nPeriod: 4\n"
+                                "Period 1 - Required Return: 10%, Growth Rate: 20%\n"
+                                "Period 2 - Required Return: 10%, Growth Rate: 15%\n"
+                                "Period 3 - Required Return: 10%, Growth Rate: 5%\n"
+                                "Period 4 - Required Return: " +
+                                local("9.5") + "%, Growth Rate: 4%\n" +
+                                "\nPrice of Stock: " + view->text("priceResultLabel") + "\n");
+    EXPECT_TRUE(model->report().contents.startsWith(
+        "Financial Report - Constant Growth\nDate: 05-03-2024 14:07\n"));
+    EXPECT_EQ(model->report().fileName, "nonconst-growth_Plan A_05-03-2024 14:07_report.txt");
+    EXPECT_EQ(model->report().functionTitle, "Nonc-Gr");
+    EXPECT_EQ(model->report().colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(readDocument(model->report().fileName), model->report().contents);
+
+    // A fractional period lists every period begun.
+    screen->editField("periodField", local("2.5"));
+    screen->sendReportRequestedNotification("");
+    EXPECT_TRUE(reportBody().startsWith("Dividend: " + local("2.25") + "\nPeriod: 2\nPeriod 1 "));
+    EXPECT_TRUE(reportBody().contains("Period 3 - "));
+    EXPECT_FALSE(reportBody().contains("Period 4 - "));
+}
+
+} // namespace

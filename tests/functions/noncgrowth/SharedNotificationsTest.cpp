@@ -1,0 +1,119 @@
+#include "TestSupport.h"
+#include "functions/expreturn/ExpReturnController.h"
+#include "functions/noncgrowth/NoncGrowthController.h"
+#include "platform/NotificationCenter.h"
+
+#include <QLocale>
+
+// An expected-return screen and a nonconstant-growth screen open at once.
+// Both speak "PeriodChangedNotification", "RateChangedNotification" and
+// "ResultCalculatedNotification", and nobody checks the sender: each table
+// follows the other form's period, each model recomputes on the other
+// table's edits (ignoring their types), and each form shows its own model's
+// results whenever either model has computed.
+namespace {
+
+class SharedNotificationsTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        expReturn = std::make_unique<ExpReturnController>();
+        growth = std::make_unique<NoncGrowthController>();
+        centre().addObserver(&counter, "ResultCalculatedNotification",
+                             [this](const Notification& n) { resultSenders << n.sender.data(); });
+    }
+    static NotificationCenter& centre() { return NotificationCenter::defaultCenter(); }
+    QString erText(const char* outlet) const { return expReturn->qvFunctionView()->text(outlet); }
+    QString price() const { return growth->qvFunctionView()->text("priceResultLabel"); }
+
+    std::unique_ptr<ExpReturnController> expReturn;
+    std::unique_ptr<NoncGrowthController> growth;
+    QObject counter;
+    QList<QObject*> resultSenders;
+};
+
+TEST_F(SharedNotificationsTest, EachScreenFollowsTheOthersPeriod)
+{
+    expReturn->editField("periodField", "3");
+    EXPECT_EQ(expReturn->table()->numberOfRows(), 3);
+    EXPECT_EQ(growth->table()->numberOfRows(), 3) << "the growth table follows too";
+    EXPECT_EQ(growth->noncGrowthModel()->period, 4.0) << "but not the growth model";
+    // The growth form shows its model's (never computed) price.
+    EXPECT_EQ(price(), "0");
+
+    growth->editField("periodField", "7");
+    EXPECT_EQ(expReturn->table()->numberOfRows(), 7);
+    EXPECT_EQ(expReturn->expReturnModel()->period, 3);
+    EXPECT_EQ(erText("expReturnAResultLabel"), "0%");
+
+    // Each model still reports its own period.
+    expReturn->sendReportRequestedNotification("");
+    EXPECT_TRUE(expReturn->model()->report().contents.contains("Period: 3\n"));
+    EXPECT_FALSE(expReturn->model()->report().contents.contains("State 4 "));
+}
+
+TEST_F(SharedNotificationsTest, EveryRateEditRecomputesBothModels)
+{
+    // States: expected return A 8.5 % over three states.
+    expReturn->editField("periodField", "3");
+    ExpReturnTableController* states = expReturn->table();
+    states->probabilityChanged(0, "30");
+    states->stockAChanged(0, "20");
+    states->probabilityChanged(1, "40");
+    states->stockAChanged(1, "10");
+    states->probabilityChanged(2, "30");
+    states->stockAChanged(2, "-5");
+    EXPECT_EQ(erText("expReturnAResultLabel"),
+              QString("8.5%").replace('.', QLocale().decimalPoint()));
+
+    // A growth edit: the expected-return model takes nothing from it but
+    // computes (first, as the older listener); then the growth model.
+    growth->editField("dividendField", "2");
+    resultSenders.clear();
+    growth->table()->growthRateChanged(0, "20");
+    EXPECT_EQ(resultSenders, QList<QObject*>({expReturn->model(), growth->model()}));
+    EXPECT_EQ(expReturn->expReturnModel()->rates[0].probability, 30) << "row 0 untouched";
+    EXPECT_EQ(expReturn->expReturnModel()->rates[0].stockA, 20);
+    EXPECT_EQ(growth->noncGrowthModel()->rates[0].growthRate, 20);
+    EXPECT_EQ(erText("expReturnAResultLabel"),
+              QString("8.5%").replace('.', QLocale().decimalPoint()));
+
+    // A state edit: the growth model ignores "stock-b" but recomputes.
+    resultSenders.clear();
+    states->stockBChanged(1, "5");
+    EXPECT_EQ(resultSenders, QList<QObject*>({expReturn->model(), growth->model()}));
+    EXPECT_EQ(growth->noncGrowthModel()->rates[1].returnRate, 0);
+    EXPECT_EQ(growth->noncGrowthModel()->rates[1].growthRate, 0);
+    EXPECT_EQ(erText("expReturnBResultLabel"), "2%");
+
+    // A period edit on either form recomputes both screens' labels, from
+    // each one's own model.
+    resultSenders.clear();
+    growth->editField("periodField", "1");
+    EXPECT_EQ(resultSenders, QList<QObject*>({growth->model()}));
+    EXPECT_EQ(price(), "-24") << "2.4 / (0 - 0.2)";
+    EXPECT_EQ(erText("standardDeviationBResultLabel"), "2%");
+}
+
+TEST_F(SharedNotificationsTest, ClosingOneScreenLeavesTheOtherWorking)
+{
+    growth.reset();
+    expReturn->editField("periodField", "2");
+    expReturn->table()->probabilityChanged(0, "100");
+    expReturn->table()->stockAChanged(0, "6");
+    centre().post("RateChangedNotification", nullptr,
+                  {{"type", "return-rate"}, {"tag", 0}, {"value", 10.0}});
+    centre().post("PeriodChangedNotification", nullptr, {{"period", 5}});
+    EXPECT_EQ(expReturn->table()->numberOfRows(), 5);
+    EXPECT_EQ(erText("expReturnAResultLabel"), "6%");
+    EXPECT_EQ(resultSenders.size(), 4);
+    EXPECT_FALSE(resultSenders.contains(nullptr));
+
+    // A new growth screen starts from its own defaults.
+    growth = std::make_unique<NoncGrowthController>();
+    EXPECT_EQ(growth->table()->numberOfRows(), 4);
+    EXPECT_EQ(growth->noncGrowthModel()->rates[0].returnRate, 0);
+}
+
+} // namespace

@@ -27,6 +27,11 @@ ApplicationWindow {
             "NpvController": npvComponent,
             "CmpController": cmpComponent,
             "ConstGrowthController": constGrowthComponent,
+            "ExpReturnController": expReturnComponent,
+            "NoncGrowthController": noncGrowthComponent,
+            "BlackScholesController": blackScholesComponent,
+            "CapmController": capmComponent,
+            "WaccController": waccComponent,
             "PeriodReturnController": periodReturnComponent,
             "StockTableController": stockListComponent
         };
@@ -333,6 +338,36 @@ ApplicationWindow {
         id: cmpComponent
 
         CmpView {}
+    }
+
+    Component {
+        id: blackScholesComponent
+
+        BlackScholesView {}
+    }
+
+    Component {
+        id: capmComponent
+
+        CapmView {}
+    }
+
+    Component {
+        id: waccComponent
+
+        WaccView {}
+    }
+
+    Component {
+        id: expReturnComponent
+
+        ExpReturnView {}
+    }
+
+    Component {
+        id: noncGrowthComponent
+
+        NoncGrowthView {}
     }
 
     Component {

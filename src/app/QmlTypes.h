@@ -14,15 +14,22 @@
 #include "framework/QVFunctionController.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
+#include "functions/blackscholes/BlackScholesController.h"
 #include "functions/bond/BondController.h"
+#include "functions/capm/CapmController.h"
 #include "functions/cmp/CmpController.h"
 #include "functions/constgrowth/ConstGrowthController.h"
+#include "functions/expreturn/ExpReturnController.h"
+#include "functions/expreturn/ExpReturnTableController.h"
+#include "functions/noncgrowth/GrowthTableController.h"
+#include "functions/noncgrowth/NoncGrowthController.h"
 #include "functions/npv/NpvController.h"
 #include "functions/npv/NpvTableController.h"
 #include "functions/periodreturn/PeriodReturnController.h"
 #include "functions/roi/RoiController.h"
 #include "functions/tip/TipController.h"
 #include "functions/tvm/TvmController.h"
+#include "functions/wacc/WaccController.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
 
@@ -144,6 +151,50 @@ struct PeriodReturnControllerForeign {
     Q_GADGET
     QML_FOREIGN(PeriodReturnController)
     QML_NAMED_ELEMENT(PeriodReturnController)
+};
+
+struct BlackScholesControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(BlackScholesController)
+    QML_NAMED_ELEMENT(BlackScholesController)
+};
+
+struct CapmControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(CapmController)
+    QML_NAMED_ELEMENT(CapmController)
+};
+
+struct WaccControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(WaccController)
+    QML_NAMED_ELEMENT(WaccController)
+};
+
+struct ExpReturnControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(ExpReturnController)
+    QML_NAMED_ELEMENT(ExpReturnController)
+};
+
+struct ExpReturnTableControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(ExpReturnTableController)
+    QML_NAMED_ELEMENT(ExpReturnTableController)
+    QML_UNCREATABLE("The expected-return screen owns its state table.")
+};
+
+struct NoncGrowthControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(NoncGrowthController)
+    QML_NAMED_ELEMENT(NoncGrowthController)
+};
+
+struct GrowthTableControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(GrowthTableController)
+    QML_NAMED_ELEMENT(GrowthTableController)
+    QML_UNCREATABLE("The nonconstant-growth screen owns its rate table.")
 };
 
 struct FunctionTableModelForeign {

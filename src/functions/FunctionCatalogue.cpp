@@ -1,12 +1,17 @@
+#include "blackscholes/BlackScholesController.h"
 #include "bond/BondController.h"
+#include "capm/CapmController.h"
 #include "cmp/CmpController.h"
 #include "constgrowth/ConstGrowthController.h"
+#include "expreturn/ExpReturnController.h"
 #include "framework/FunctionRegistry.h"
+#include "noncgrowth/NoncGrowthController.h"
 #include "npv/NpvController.h"
 #include "periodreturn/PeriodReturnController.h"
 #include "roi/RoiController.h"
 #include "tip/TipController.h"
 #include "tvm/TvmController.h"
+#include "wacc/WaccController.h"
 
 namespace FunctionRegistry {
 
@@ -30,8 +35,18 @@ const QList<FunctionDescriptor>& functions()
         {QStringLiteral("bond"), QStringLiteral("Bond Calculator"), make<BondController>},
         {QStringLiteral("cmp"), QStringLiteral("Compound Interest Calculator"),
          make<CmpController>},
+        {QStringLiteral("black-scholes"), QStringLiteral("Black-Scholes"),
+         make<BlackScholesController>},
+        {QStringLiteral("expected-return"), QStringLiteral("Expected Return"),
+         make<ExpReturnController>},
         {QStringLiteral("const-growth"), QStringLiteral("Constant Growth"),
          make<ConstGrowthController>},
+        {QStringLiteral("nonconst-growth"), QStringLiteral("Nonconstant Growth"),
+         make<NoncGrowthController>},
+        {QStringLiteral("capm"), QStringLiteral("Capital Asset Pricing Model"),
+         make<CapmController>},
+        {QStringLiteral("wacc"), QStringLiteral("Weighted Average Cost of Capital"),
+         make<WaccController>},
         {QStringLiteral("period-return"), QStringLiteral("Holding Period Return"),
          make<PeriodReturnController>},
     };

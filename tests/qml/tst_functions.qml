@@ -235,4 +235,59 @@ TestCase {
         typeInto(screen, "incomeField", "5");
         compare(label(screen, "hprResultLabel"), "15%");
     }
+
+    function test_blackScholesTextbookCase() {
+        const screen = openStock(0);
+        typeInto(screen, "assetPriceField", "42");
+        typeInto(screen, "exercisePriceField", "40");
+        typeInto(screen, "timeToExpirationField", "0.5");
+        typeInto(screen, "standardDeviationField", "20");
+        typeInto(screen, "riskFreeRateField", "10");
+        compare(label(screen, "callPriceLabel"), local("4.759"));
+        compare(label(screen, "putPriceLabel"), local("0.809"));
+    }
+
+    function test_expectedReturnStateTable() {
+        const screen = openStock(1);
+        typeInto(screen, "periodField", "3");
+        const rows = [["30", "20", "10"], ["40", "10", "5"], ["30", "-5", "0"]];
+        for (let i = 0; i < 3; ++i) {
+            typeInto(screen, "probabilityField" + i, rows[i][0]);
+            typeInto(screen, "stockAField" + i, rows[i][1]);
+            typeInto(screen, "stockBField" + i, rows[i][2]);
+        }
+        compare(label(screen, "expReturnAResultLabel"), local("8.5%"));
+        compare(label(screen, "standardDeviationAResultLabel"), local("9.76%"));
+    }
+
+    function test_nonconstantGrowthRateTable() {
+        const screen = openStock(3);
+        typeInto(screen, "dividendField", "2");
+        typeInto(screen, "periodField", "3");
+        const rows = [["10", "20"], ["10", "15"], ["10", "5"]];
+        for (let i = 0; i < 3; ++i) {
+            typeInto(screen, "returnRateField" + i, rows[i][0]);
+            typeInto(screen, "growthRateField" + i, rows[i][1]);
+        }
+        compare(label(screen, "priceResultLabel"), local("52.364"));
+    }
+
+    function test_capmSolvesTheChosenUnknown() {
+        const screen = openStock(4);
+        typeInto(screen, "riskFreeRateField", "4");
+        typeInto(screen, "marketReturnField", "9");
+        typeInto(screen, "betaField", "1.3");
+        mouseClick(findChild(screen, "stockReturnButton"));
+        compare(findChild(screen, "stockReturnField").text, local("10.5"));
+    }
+
+    function test_wacc() {
+        const screen = openStock(5);
+        typeInto(screen, "costOfEquityField", "12");
+        typeInto(screen, "equityField", "600");
+        typeInto(screen, "costOfDebtField", "8");
+        typeInto(screen, "debtField", "400");
+        typeInto(screen, "corporateTaxRateField", "30");
+        compare(label(screen, "waccResultLabel"), local("9.44%"));
+    }
 }

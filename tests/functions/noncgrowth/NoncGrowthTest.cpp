@@ -90,6 +90,15 @@ TEST_F(NoncGrowthTest, PriceOfTheThreeStageExample)
     EXPECT_EQ(model->period, 2.5);
     EXPECT_EQ(table->numberOfRows(), 2);
     EXPECT_NEAR(model->price, 2.4 / 1.1 + 2.76 / 1.21 + 2.898 / 1.331, 1e-9);
+
+    // The description page's example: two years of 30 % growth, then 6 %.
+    screen->editField("dividendField", "1");
+    screen->editField("periodField", "3");
+    rates(0, "12", "30");
+    rates(1, "12", "30");
+    rates(2, "11", "6");
+    EXPECT_NEAR(model->price, 1.3 / 1.12 + 1.69 / 1.2544 + 1.7914 / 0.05 / 1.2544, 1e-9);
+    EXPECT_EQ(view->text("priceResultLabel"), local("31.07"));
 }
 
 // With the same rates in every period the stages collapse into the

@@ -1,0 +1,102 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// Nonconstant growth: the current dividend and the number of periods, the
+// price, and below it the rate table, one row per period with its required
+// return and dividend growth. The last row is the long-run pair.
+FunctionScreen {
+    id: screen
+
+    controller: NoncGrowthController {
+        id: growth
+    }
+
+    // One row of the rate table: the period's number and its two fields.
+    // Each edit goes to the table.
+    component RateCellView: RowLayout {
+        id: cell
+
+        required property GrowthTableController table
+        required property int row
+
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        spacing: 6
+
+        Label {
+            id: yearLabel
+
+            objectName: "yearLabel" + cell.row
+            Layout.preferredWidth: 28
+            text: cell.table.yearLabelTexts[cell.row] ?? ""
+            font.pixelSize: 15
+        }
+        TextField {
+            objectName: "returnRateField" + cell.row
+            Layout.fillWidth: true
+            text: cell.table.returnRateTexts[cell.row] ?? ""
+            placeholderText: "0"
+            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: qsTr("Period %1 required return").arg(yearLabel.text)
+            onTextEdited: cell.table.returnRateChanged(cell.row, text)
+            onAccepted: nextItemInFocusChain().forceActiveFocus()
+        }
+        TextField {
+            objectName: "growthRateField" + cell.row
+            Layout.fillWidth: true
+            text: cell.table.growthRateTexts[cell.row] ?? ""
+            placeholderText: "0"
+            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: qsTr("Period %1 growth rate").arg(yearLabel.text)
+            onTextEdited: cell.table.growthRateChanged(cell.row, text)
+            onAccepted: nextItemInFocusChain().forceActiveFocus()
+        }
+    }
+
+    SectionHeader {
+        text: qsTr("Dividend")
+    }
+    // Each edit reaches the controller through fieldChanged(), which tells
+    // a period edit from a dividend edit.
+    NumericField {
+        controller: screen.controller
+        outlet: "dividendField"
+        label: qsTr("Current dividend (D0)")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "periodField"
+        label: qsTr("Number of periods, the last one growing for ever (1 to 99)")
+        placeholder: "4"
+    }
+    SectionHeader {
+        text: qsTr("Result")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "priceResultLabel"
+        label: qsTr("Price of the stock")
+    }
+    SectionHeader {
+        text: qsTr("Required return (%), growth rate (%) per period")
+    }
+    Repeater {
+        model: growth.table.rowCount
+
+        delegate: RateCellView {
+            required property int index
+
+            table: growth.table
+            row: index
+        }
+    }
+}

@@ -7,7 +7,7 @@ ApplicationWindow {
     id: window
 
     // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
+    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -48,6 +48,14 @@ ApplicationWindow {
         reportsStack.push(reportDetailComponent, {
             "reportFilePath": filePath
         });
+    }
+
+    // Opens a stock calculator over the stock list and fills it.
+    function showStockScreenshot(identifier, values) {
+        showTab(0);
+        openScreen("StockTableController", "");
+        openScreen(identifier, "");
+        fillForm(functionsStack.currentItem, values);
     }
 
     // Types sample values into a calculator screen, one edit per field.
@@ -155,6 +163,65 @@ ApplicationWindow {
                 "paymentField": "200"
             });
             functionsStack.currentItem.scrollToEnd();
+            break;
+        case "black-scholes":
+            showStockScreenshot("BlackScholesController", {
+                "assetPriceField": "42",
+                "exercisePriceField": "40",
+                "timeToExpirationField": "0.5",
+                "standardDeviationField": "20",
+                "riskFreeRateField": "10"
+            });
+            break;
+        case "expected-return":
+            showStockScreenshot("ExpReturnController", {
+                "periodField": "3"
+            });
+            functionsStack.currentItem.controller.setTableInput("probability", ["30", "40", "30"]);
+            functionsStack.currentItem.controller.setTableInput("stock-a", ["20", "10", "-5"]);
+            functionsStack.currentItem.controller.setTableInput("stock-b", ["10", "5", "0"]);
+            break;
+        case "const-growth":
+            showStockScreenshot("ConstGrowthController", {});
+            functionsStack.currentItem.controller.openChoice("dividendTypeButton");
+            Presenter.answer(Presenter.pendingRequest().id, "Current (D0)");
+            fillForm(functionsStack.currentItem, {
+                "dividendField": "2.5",
+                "returnRateField": "8",
+                "growthRateField": "3"
+            });
+            break;
+        case "nonconst-growth":
+            showStockScreenshot("NoncGrowthController", {
+                "dividendField": "2",
+                "periodField": "3"
+            });
+            functionsStack.currentItem.controller.setTableInput("return-rate", ["10", "10", "10"]);
+            functionsStack.currentItem.controller.setTableInput("growth-rate", ["20", "15", "5"]);
+            break;
+        case "capm":
+            showStockScreenshot("CapmController", {
+                "riskFreeRateField": "4",
+                "marketReturnField": "9",
+                "betaField": "1.3"
+            });
+            functionsStack.currentItem.controller.solve("stockReturn");
+            break;
+        case "wacc":
+            showStockScreenshot("WaccController", {
+                "costOfEquityField": "12",
+                "equityField": "600",
+                "costOfDebtField": "8",
+                "debtField": "400",
+                "corporateTaxRateField": "30"
+            });
+            break;
+        case "period-return":
+            showStockScreenshot("PeriodReturnController", {
+                "initialValueField": "48.5",
+                "endingValueField": "52.75",
+                "incomeField": "1.2"
+            });
             break;
         case "tip":
             showTab(0);

@@ -108,7 +108,7 @@ FunctionScreen {
         label: qsTr("Standard deviation B")
     }
     SectionHeader {
-        text: qsTr("Probability (%), stock A (%), stock B (%) per state")
+        text: qsTr("State: probability, stock A, stock B (%)")
     }
     Repeater {
         model: expReturn.table.rowCount

@@ -28,6 +28,12 @@ QString displayString(double value, const QLocale& locale = QLocale());
 // same spellings for NaN and the infinities.
 QString preciseString(double value);
 
+// A number as typed into a table cell or a period field: the longest
+// leading decimal number (blanks, a sign, digits, one decimal point, an
+// exponent), 0 when there is none. "." and the locale's decimal point both
+// count; a number too large for a double is infinite.
+double plainDecimalValue(const QString& text);
+
 // A typed number: the locale's form first, then the C form (so "1.5" reads
 // in a comma locale too, and "NaN", "Infinity" read back); empty or
 // unreadable text is 0.

@@ -2,7 +2,7 @@
 
 #include "ExpReturnView.h"
 #include "framework/FinanceMath.h"
-#include "functions/npv/NpvTableController.h"
+#include "framework/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 namespace {
@@ -45,7 +45,7 @@ void ExpReturnController::periodChanged()
 {
     // Only 1 to 99 states are taken (2.9 counts as 2); anything else leaves
     // the period as it is, but the table is told the period all the same.
-    const double value = NpvTableController::plainDecimalValue(qvFunctionView()->text(periodField));
+    const double value = NumberFormat::plainDecimalValue(qvFunctionView()->text(periodField));
     ExpReturnModel* m = expReturnModel();
     if (value > 0 && value < 100)
         m->period = FinanceMath::saturatedInteger(value);

@@ -1,7 +1,7 @@
 #include "ExpReturnTableController.h"
 
 #include "ExpReturnModel.h"
-#include "functions/npv/NpvTableController.h"
+#include "framework/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 #include <QLocale>
@@ -92,7 +92,7 @@ void ExpReturnTableController::changeValue(QList<double>& column, const QString&
 {
     if (tag < 0 || tag >= column.size())
         return;
-    const double value = NpvTableController::plainDecimalValue(text);
+    const double value = NumberFormat::plainDecimalValue(text);
     column[tag] = value;
     NotificationCenter::defaultCenter().post(QStringLiteral("RateChangedNotification"), this,
                                              {{QStringLiteral("type"), type},

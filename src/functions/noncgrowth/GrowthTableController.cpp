@@ -1,7 +1,7 @@
 #include "GrowthTableController.h"
 
 #include "NoncGrowthModel.h"
-#include "functions/npv/NpvTableController.h"
+#include "framework/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 #include <QLocale>
@@ -81,7 +81,7 @@ void GrowthTableController::changeRate(QList<double>& column, const QString& typ
 {
     if (tag < 0 || tag >= column.size())
         return;
-    const double value = NpvTableController::plainDecimalValue(text);
+    const double value = NumberFormat::plainDecimalValue(text);
     column[tag] = value;
     NotificationCenter::defaultCenter().post(QStringLiteral("RateChangedNotification"), this,
                                              {{QStringLiteral("type"), type},
@@ -91,7 +91,7 @@ void GrowthTableController::changeRate(QList<double>& column, const QString& typ
 
 void GrowthTableController::returnRateChanged(int tag, const QString& text)
 {
-    qCDebug(lcGrowthTable, "%d - %g", tag, NpvTableController::plainDecimalValue(text));
+    qCDebug(lcGrowthTable, "%d - %g", tag, NumberFormat::plainDecimalValue(text));
     changeRate(m_returnRateArr, QStringLiteral("return-rate"), tag, text);
     if (tag >= 0 && tag < m_returnRateArr.size())
         qCDebug(lcGrowthTable, "arr val:%g", m_returnRateArr.at(tag));

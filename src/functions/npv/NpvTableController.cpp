@@ -1,6 +1,7 @@
 #include "NpvTableController.h"
 
 #include "NpvModel.h"
+#include "framework/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 #include <QLocale>
@@ -57,7 +58,7 @@ void NpvTableController::fieldChanged(int tag, const QString& text)
 {
     if (tag < 0 || tag >= m_cashArr.size())
         return;
-    const double value = plainDecimalValue(text);
+    const double value = NumberFormat::plainDecimalValue(text);
     m_cashArr[tag] = value;
     NotificationCenter::defaultCenter().post(
         QStringLiteral("CashChangedNotification"), this,
@@ -74,50 +75,4 @@ void NpvTableController::periodChangedNotificationReceived(const QVariantMap& us
 void NpvTableController::reloadData()
 {
     emit reloaded();
-}
-
-double NpvTableController::plainDecimalValue(const QString& text)
-{
-    const QString point = QLocale().decimalPoint();
-    const qsizetype size = text.size();
-    const auto digitsFrom = [&](qsizetype& i) {
-        QString digits;
-        while (i < size && text.at(i) >= u'0' && text.at(i) <= u'9')
-            digits += text.at(i++);
-        return digits;
-    };
-
-    qsizetype i = 0;
-    while (i < size && text.at(i).isSpace())
-        ++i;
-    QString sign;
-    if (i < size && (text.at(i) == u'-' || text.at(i) == u'+'))
-        sign = text.at(i++);
-    const QString whole = digitsFrom(i);
-    QString fraction;
-    if (i < size && text.at(i) == u'.') {
-        ++i;
-        fraction = digitsFrom(i);
-    } else if (!point.isEmpty() && text.mid(i, point.size()) == point) {
-        i += point.size();
-        fraction = digitsFrom(i);
-    }
-    if (whole.isEmpty() && fraction.isEmpty())
-        return 0;
-
-    QString number = sign + (whole.isEmpty() ? QStringLiteral("0") : whole);
-    if (!fraction.isEmpty())
-        number += QLatin1Char('.') + fraction;
-    // An exponent counts only when digits follow it.
-    if (i < size && (text.at(i) == u'e' || text.at(i) == u'E')) {
-        qsizetype j = i + 1;
-        QString exponentSign;
-        if (j < size && (text.at(j) == u'-' || text.at(j) == u'+'))
-            exponentSign = text.at(j++);
-        const QString exponent = digitsFrom(j);
-        if (!exponent.isEmpty())
-            number += QLatin1Char('e') + exponentSign + exponent;
-    }
-    // Too large a number reads as an infinity, too small a one as 0.
-    return QLocale::c().toDouble(number);
 }

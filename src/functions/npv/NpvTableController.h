@@ -39,12 +39,6 @@ public:
 
     void periodChangedNotificationReceived(const QVariantMap& userInfo);
 
-    // A number as typed into the table and the period field: the longest
-    // leading decimal number (blanks, a sign, digits, one decimal point,
-    // an exponent), 0 when there is none. "." and the locale's decimal
-    // point both count; a number too large for a double is infinite.
-    static double plainDecimalValue(const QString& text);
-
 signals:
     // The rows are to be read again.
     void reloaded();

@@ -1,4 +1,5 @@
 #include "TestSupport.h"
+#include "framework/NumberFormat.h"
 #include "functions/npv/NpvController.h"
 #include "functions/npv/NpvTableModel.h"
 #include "platform/NotificationCenter.h"
@@ -241,10 +242,10 @@ TEST_F(NpvTest, BadCellsNeverBreakTheScreen)
     EXPECT_EQ(table->fieldText(3), "inf");
     cash(3, "25abc");
     EXPECT_EQ(model->cashArray[3], 25);
-    EXPECT_EQ(NpvTableController::plainDecimalValue(" -.5e1x"), -5);
-    EXPECT_EQ(NpvTableController::plainDecimalValue("7e"), 7);
-    EXPECT_EQ(NpvTableController::plainDecimalValue("+1e-400"), 0);
-    EXPECT_EQ(NpvTableController::plainDecimalValue("-"), 0);
+    EXPECT_EQ(NumberFormat::plainDecimalValue(" -.5e1x"), -5);
+    EXPECT_EQ(NumberFormat::plainDecimalValue("7e"), 7);
+    EXPECT_EQ(NumberFormat::plainDecimalValue("+1e-400"), 0);
+    EXPECT_EQ(NumberFormat::plainDecimalValue("-"), 0);
 
     // Rows outside the list are ignored, wherever the edit comes from.
     cash(-1, "5");

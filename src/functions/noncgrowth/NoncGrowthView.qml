@@ -87,7 +87,7 @@ FunctionScreen {
         label: qsTr("Price of the stock")
     }
     SectionHeader {
-        text: qsTr("Required return (%), growth rate (%) per period")
+        text: qsTr("Period: required return, growth (%)")
     }
     Repeater {
         model: growth.table.rowCount

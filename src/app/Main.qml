@@ -7,7 +7,7 @@ ApplicationWindow {
     id: window
 
     // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about"]
+    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about", "about-support", "about-credits", "about-privacy", "about-terms"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -273,6 +273,23 @@ ApplicationWindow {
         case "about":
             showTab(3);
             break;
+        case "about-support":
+            showTab(3);
+            aboutStack.push(supportComponent, {}, StackView.Immediate);
+            aboutStack.currentItem.controller.name = "Ann";
+            aboutStack.currentItem.controller.email = "ann@example.com";
+            aboutStack.currentItem.controller.comment = "Could the TVM chart show the payments too?";
+            aboutStack.currentItem.controller.sendClicked();
+            break;
+        case "about-credits":
+        case "about-privacy":
+        case "about-terms":
+            showTab(3);
+            aboutStack.push(infoComponent, {
+                "title": name === "about-credits" ? qsTr("Credits") : (name === "about-privacy" ? qsTr("Privacy") : qsTr("Terms")),
+                "source": name.substring(6)
+            }, StackView.Immediate);
+            break;
         }
     }
 
@@ -353,9 +370,13 @@ ApplicationWindow {
         StackView {
             id: aboutStack
 
-            initialItem: ComingPage {
-                heading: qsTr("About")
-                blurb: qsTr("Version, support and information pages arrive here next.")
+            objectName: "aboutStack"
+            initialItem: AboutPage {
+                onSupportRequested: aboutStack.push(supportComponent)
+                onPageRequested: (title, source) => aboutStack.push(infoComponent, {
+                        "title": title,
+                        "source": source
+                    })
             }
         }
     }
@@ -464,6 +485,18 @@ ApplicationWindow {
             backText: qsTr("Back")
             blurb: qsTr("This calculator is on its way.")
         }
+    }
+
+    Component {
+        id: supportComponent
+
+        SupportPage {}
+    }
+
+    Component {
+        id: infoComponent
+
+        InfoPage {}
     }
 
     Component {

@@ -4,6 +4,8 @@
 // made from QML get the app's presenter.
 
 #include "QmlPresenter.h"
+#include "app/about/AboutController.h"
+#include "app/about/SupportController.h"
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorHelpModel.h"
 #include "calculator/CalculatorHistoryModel.h"
@@ -195,6 +197,18 @@ struct GrowthTableControllerForeign {
     QML_FOREIGN(GrowthTableController)
     QML_NAMED_ELEMENT(GrowthTableController)
     QML_UNCREATABLE("The nonconstant-growth screen owns its rate table.")
+};
+
+struct AboutControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(AboutController)
+    QML_NAMED_ELEMENT(AboutController)
+};
+
+struct SupportControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(SupportController)
+    QML_NAMED_ELEMENT(SupportController)
 };
 
 struct FunctionTableModelForeign {

@@ -1,0 +1,114 @@
+#include "AboutController.h"
+#include "TestSupport.h"
+#include "platform/Services.h"
+#include "platform/UrlOpener.h"
+
+#include <QList>
+#include <memory>
+
+namespace {
+
+class RecordingUrlOpener : public UrlOpener {
+public:
+    bool openUrl(const QUrl& url) override
+    {
+        opened.append(url);
+        return false;
+    }
+    QList<QUrl> opened;
+};
+
+class AboutTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        Services::setUrlOpener(opener);
+        Services::setMailComposer(mail);
+    }
+
+    std::shared_ptr<RecordingUrlOpener> opener = std::make_shared<RecordingUrlOpener>();
+    std::shared_ptr<RecordingMailComposer> mail = std::make_shared<RecordingMailComposer>();
+    AboutController about;
+};
+
+TEST_F(AboutTest, VersionIsTheProjectVersion)
+{
+    EXPECT_EQ(about.property("appVersion").toString(), QStringLiteral(TALLYVANE_VERSION));
+    EXPECT_FALSE(about.appVersion().isEmpty());
+}
+
+TEST_F(AboutTest, WebRowsOpenTheMakersPagesAndTheStore)
+{
+    about.rowSelected(0, 1);
+    about.rowSelected(0, 2);
+    about.rowSelected(1, 1);
+    ASSERT_EQ(opener->opened.size(), 3);
+    EXPECT_EQ(opener->opened[0], QUrl(QStringLiteral(TALLYVANE_WEB_URL "/privacy")));
+    EXPECT_EQ(opener->opened[1], QUrl(QStringLiteral(TALLYVANE_WEB_URL "/terms")));
+    EXPECT_EQ(opener->opened[2], QUrl(QStringLiteral(TALLYVANE_STORE_URL)));
+    for (const QUrl& url : opener->opened)
+        EXPECT_TRUE(url.isValid() && !url.scheme().isEmpty()) << url.toString().toStdString();
+    EXPECT_TRUE(mail->messages.empty());
+}
+
+TEST_F(AboutTest, InvitationIsAnHtmlMailWithTheStoreLink)
+{
+    about.rowSelected(1, 0);
+    ASSERT_EQ(mail->messages.size(), 1u);
+    const MailMessage& message = mail->messages.front();
+    EXPECT_EQ(message.subject, "Tallyvane Invitation");
+    EXPECT_TRUE(message.recipients.isEmpty());
+    EXPECT_TRUE(message.bodyIsHtml);
+    EXPECT_EQ(
+        message.body,
+        QStringLiteral("<p>Hey, I've been using Tallyvane and thought you might like it.</p>\n"
+                       "<a href=\"" TALLYVANE_STORE_URL "\">Download on the App Store</a>\n"));
+    EXPECT_TRUE(message.attachments.isEmpty());
+    EXPECT_TRUE(opener->opened.isEmpty());
+}
+
+TEST_F(AboutTest, FeedbackIsABlankMailToSupport)
+{
+    about.rowSelected(1, 2);
+    ASSERT_EQ(mail->messages.size(), 1u);
+    const MailMessage& message = mail->messages.front();
+    EXPECT_EQ(message.subject, "Tallyvane");
+    EXPECT_EQ(message.recipients, QStringList{QStringLiteral(TALLYVANE_SUPPORT_EMAIL)});
+    EXPECT_TRUE(message.body.isEmpty());
+    EXPECT_TRUE(message.attachments.isEmpty());
+}
+
+TEST_F(AboutTest, MailsGoOutEvenWhenTheDeviceCannotSendMail)
+{
+    mail->canSend = false;
+    about.showEmail();
+    about.sendFeedback();
+    EXPECT_EQ(mail->messages.size(), 2u);
+}
+
+TEST_F(AboutTest, OtherRowsDoNothing)
+{
+    const QList<QPair<int, int>> rows = {{0, 0}, {0, 3}, {1, 3},  {2, 0},  {2, 1},
+                                         {2, 2}, {2, 3}, {-1, 1}, {1, -1}, {3, 1}};
+    for (const auto& [section, row] : rows)
+        about.rowSelected(section, row);
+    EXPECT_TRUE(opener->opened.isEmpty());
+    EXPECT_TRUE(mail->messages.empty());
+}
+
+TEST_F(AboutTest, InformationPagesAreBundled)
+{
+    const QString credits = about.pageHtml("credits");
+    EXPECT_TRUE(credits.contains("Qt")) << "credits name the toolkit";
+    EXPECT_TRUE(credits.contains("LGPL") || credits.contains("Lesser General Public License"));
+    for (const char* name : {"credits", "privacy", "terms"}) {
+        const QString page = about.pageHtml(QString::fromLatin1(name));
+        EXPECT_TRUE(page.startsWith("<html>")) << name;
+        EXPECT_TRUE(page.contains("<h2>")) << name;
+    }
+    EXPECT_TRUE(about.pageHtml("missing").isEmpty());
+    EXPECT_TRUE(about.pageHtml("../html/credits").isEmpty());
+}
+
+} // namespace

@@ -5,6 +5,27 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLocale>
+
+QString local(const char* number)
+{
+    return QString::fromLatin1(number).replace(QLatin1Char('.'), QLocale().decimalPoint());
+}
+
+NotificationLog::NotificationLog(const QStringList& watched)
+{
+    for (const QString& name : watched)
+        NotificationCenter::defaultCenter().addObserver(
+            this, name, [this](const Notification& n) { seen.push_back(n); });
+}
+
+QStringList NotificationLog::names() const
+{
+    QStringList list;
+    for (const Notification& n : seen)
+        list << n.name;
+    return list;
+}
 
 void HomeTest::SetUp()
 {

@@ -4,6 +4,7 @@
 #include "framework/QVFunctionController.h"
 #include "framework/QVFunctionModel.h"
 #include "platform/MailComposer.h"
+#include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 
 #include <QDateTime>
@@ -11,6 +12,17 @@
 #include <deque>
 #include <gtest/gtest.h>
 #include <memory>
+
+// A decimal text in the current locale: "12.5" reads "12,5" under de_DE.
+QString local(const char* number);
+
+// Records every notification of the given names, in the order posted.
+class NotificationLog : public QObject {
+public:
+    explicit NotificationLog(const QStringList& watched);
+    QStringList names() const;
+    std::vector<Notification> seen;
+};
 
 // Every test gets its own TALLYVANE_HOME, fresh services and a clock that
 // reads 05-03-2024 14:07:30.250 local time.

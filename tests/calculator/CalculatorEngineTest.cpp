@@ -42,10 +42,6 @@ protected:
 
     QString display() const { return engine->displayNumber(); }
     QString label() const { return engine->resultLabel(); }
-    QString local(const char* number) const
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     QStringList commands() const
     {
         QStringList out;

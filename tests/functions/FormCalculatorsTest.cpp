@@ -14,10 +14,6 @@ namespace {
 // Types into the screen's fields the way the user does, one edit each.
 class FormTest : public HomeTest {
 protected:
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     static QString reportBody(const QVFunctionModel& model)
     {
         const QString contents = model.report().contents;

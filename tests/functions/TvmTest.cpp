@@ -23,10 +23,6 @@ protected:
         presenter.script({{word, ""}});
         tvm->openChoice(outlet);
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
 
     ScriptedPresenter presenter;
     std::unique_ptr<TvmController> tvm;

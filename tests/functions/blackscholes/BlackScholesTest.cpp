@@ -84,11 +84,7 @@ protected:
     {
         return QString::number(value, 'g', 17).replace('.', QLocale().decimalPoint());
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
-    static QStringList local(std::initializer_list<const char*> numbers)
+    static QStringList localList(std::initializer_list<const char*> numbers)
     {
         QStringList texts;
         for (const char* n : numbers)
@@ -257,8 +253,8 @@ TEST_F(BlackScholesTest, ScreenShowsTwelveResultsOnEveryEdit)
     type("standardDeviationField", "20");
     EXPECT_EQ(view->text("callPriceLabel"), local("7.966")) << "a rate of 0 while it is empty";
     type("riskFreeRateField", "5");
-    EXPECT_EQ(labels(), local({"10.451", "5.574", "0.637", "-0.363", "0.019", "0.019", "-6.414",
-                               "-1.658", "37.524", "37.524", "53.232", "-41.89"}));
+    EXPECT_EQ(labels(), localList({"10.451", "5.574", "0.637", "-0.363", "0.019", "0.019", "-6.414",
+                                   "-1.658", "37.524", "37.524", "53.232", "-41.89"}));
 
     // Volatility and rate are percentages: a fraction typed is a tiny rate.
     type("standardDeviationField", local("0.2"));

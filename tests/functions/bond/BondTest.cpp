@@ -92,10 +92,6 @@ protected:
     {
         return QString::number(value, 'g', 17).replace('.', QLocale().decimalPoint());
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     const BondModel& model() const { return *bond->bondModel(); }
     QStringList labels() const
     {

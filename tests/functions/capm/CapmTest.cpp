@@ -31,10 +31,6 @@ protected:
     {
         return QString::number(value, 'g', 17).replace('.', QLocale().decimalPoint());
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     const CapmModel& model() const { return *screen->capmModel(); }
 
     ScriptedPresenter presenter;

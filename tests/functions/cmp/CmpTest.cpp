@@ -48,10 +48,6 @@ protected:
         type("periodField", local(years));
         type("paymentField", local(deposit));
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
 
     std::shared_ptr<CountingReviewPrompt> review;
     ScriptedPresenter presenter;

@@ -42,10 +42,6 @@ protected:
         screen->editField("returnRateField", local(returnRate));
         screen->editField("growthRateField", local(growthRate));
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     QString reportBody() const
     {
         const QString contents = model->report().contents;

@@ -26,25 +26,11 @@ Moments moments(const QList<double>& p, const QList<double>& x)
 }
 
 // Records the traffic between the form, the table and the model.
-class NotificationLog : public QObject {
-public:
-    NotificationLog()
-    {
-        for (const char* name : {"PeriodChangedNotification", "RateChangedNotification",
-                                 "ResultCalculatedNotification"}) {
-            NotificationCenter::defaultCenter().addObserver(
-                this, QString::fromLatin1(name),
-                [this](const Notification& n) { seen.push_back(n); });
-        }
-    }
-    QStringList names() const
-    {
-        QStringList list;
-        for (const Notification& n : seen)
-            list << n.name;
-        return list;
-    }
-    std::vector<Notification> seen;
+struct TrafficLog : NotificationLog {
+    TrafficLog()
+        : NotificationLog({"PeriodChangedNotification", "RateChangedNotification",
+                           "ResultCalculatedNotification"})
+    {}
 };
 
 class ExpReturnTest : public HomeTest {
@@ -78,10 +64,6 @@ protected:
         return {view->text("expReturnAResultLabel"), view->text("expReturnBResultLabel"),
                 view->text("standardDeviationAResultLabel"),
                 view->text("standardDeviationBResultLabel")};
-    }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
     }
     QString reportBody() const
     {
@@ -212,7 +194,7 @@ TEST_F(ExpReturnTest, HiddenStatesKeepTheirValues)
 
 TEST_F(ExpReturnTest, NotificationTraffic)
 {
-    NotificationLog log;
+    TrafficLog log;
     // Delivery is synchronous: the model, listening since before the log,
     // recomputes while the edit is being delivered, so the log hears the
     // result first.

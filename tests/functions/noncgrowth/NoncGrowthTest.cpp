@@ -25,10 +25,6 @@ protected:
         table->returnRateChanged(row, returnRate);
         table->growthRateChanged(row, growthRate);
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     QString reportBody() const
     {
         const QString contents = model->report().contents;

@@ -23,25 +23,11 @@ double hornerPresentValue(const QList<double>& flows, double rateFraction)
 }
 
 // Records the traffic between the form, the table and the model.
-class NotificationLog : public QObject {
-public:
-    NotificationLog()
-    {
-        for (const char* name : {"PeriodChangedNotification", "CashChangedNotification",
-                                 "ResultCalculatedNotification"}) {
-            NotificationCenter::defaultCenter().addObserver(
-                this, QString::fromLatin1(name),
-                [this](const Notification& n) { seen.push_back(n); });
-        }
-    }
-    QStringList names() const
-    {
-        QStringList list;
-        for (const Notification& n : seen)
-            list << n.name;
-        return list;
-    }
-    std::vector<Notification> seen;
+struct TrafficLog : NotificationLog {
+    TrafficLog()
+        : NotificationLog({"PeriodChangedNotification", "CashChangedNotification",
+                           "ResultCalculatedNotification"})
+    {}
 };
 
 class NpvTest : public HomeTest {
@@ -61,10 +47,6 @@ protected:
     {
         for (int row = 0; row < flows.size(); ++row)
             cash(row, flows.at(row));
-    }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
     }
     QString reportBody() const
     {
@@ -155,7 +137,7 @@ TEST_F(NpvTest, IrrIsNaNWhenTheBisectionFindsNoRate)
 
 TEST_F(NpvTest, NotificationTraffic)
 {
-    NotificationLog log;
+    TrafficLog log;
     // Delivery is synchronous: the model, listening since before the log,
     // recomputes while the cash change is being delivered, so the log hears
     // the result first.

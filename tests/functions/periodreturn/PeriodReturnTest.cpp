@@ -21,10 +21,6 @@ protected:
         screen->editField("endingValueField", ending);
         screen->editField("incomeField", income);
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     QString reportBody() const
     {
         const QString contents = model->report().contents;

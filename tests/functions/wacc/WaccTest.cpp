@@ -42,10 +42,6 @@ protected:
     {
         return QString::number(value, 'g', 17).replace('.', QLocale().decimalPoint());
     }
-    static QString local(const char* number)
-    {
-        return QString::fromLatin1(number).replace('.', QLocale().decimalPoint());
-    }
     QString result() const { return view->text("waccResultLabel"); }
     double wacc() const { return screen->waccModel()->weightedAverageCostOfCapital; }
 

@@ -2,9 +2,9 @@
 
 #include "ExpReturnModel.h"
 #include "framework/NumberFormat.h"
+#include "framework/RateTable.h"
 #include "platform/NotificationCenter.h"
 
-#include <QLocale>
 #include <QLoggingCategory>
 #include <algorithm>
 
@@ -31,88 +31,54 @@ QString ExpReturnTableController::stateLabelText(int row) const
     return QString::number(row + 1);
 }
 
-QString ExpReturnTableController::cellText(const QList<double>& column, int row)
-{
-    if (row < 0 || row >= column.size())
-        return QString();
-    const double value = column.at(row);
-    if (value == 0)
-        return QString();
-    return QString::asprintf("%g", value).replace(QLatin1Char('.'), QLocale().decimalPoint());
-}
-
 QString ExpReturnTableController::probabilityText(int row) const
 {
-    return cellText(m_probArr, row);
+    return RateTable::cellText(m_probArr, row);
 }
 
 QString ExpReturnTableController::stockAText(int row) const
 {
-    return cellText(m_stockAArr, row);
+    return RateTable::cellText(m_stockAArr, row);
 }
 
 QString ExpReturnTableController::stockBText(int row) const
 {
-    return cellText(m_stockBArr, row);
-}
-
-QStringList ExpReturnTableController::columnTexts(const QList<double>& column) const
-{
-    QStringList texts;
-    for (int row = 0; row < numberOfRows(); ++row)
-        texts << cellText(column, row);
-    return texts;
+    return RateTable::cellText(m_stockBArr, row);
 }
 
 QStringList ExpReturnTableController::stateLabelTexts() const
 {
-    QStringList labels;
-    for (int row = 0; row < numberOfRows(); ++row)
-        labels << stateLabelText(row);
-    return labels;
+    return RateTable::rowNumberTexts(numberOfRows());
 }
 
 QStringList ExpReturnTableController::probabilityTexts() const
 {
-    return columnTexts(m_probArr);
+    return RateTable::columnTexts(m_probArr, numberOfRows());
 }
 
 QStringList ExpReturnTableController::stockATexts() const
 {
-    return columnTexts(m_stockAArr);
+    return RateTable::columnTexts(m_stockAArr, numberOfRows());
 }
 
 QStringList ExpReturnTableController::stockBTexts() const
 {
-    return columnTexts(m_stockBArr);
-}
-
-void ExpReturnTableController::changeValue(QList<double>& column, const QString& type, int tag,
-                                           const QString& text)
-{
-    if (tag < 0 || tag >= column.size())
-        return;
-    const double value = NumberFormat::plainDecimalValue(text);
-    column[tag] = value;
-    NotificationCenter::defaultCenter().post(QStringLiteral("RateChangedNotification"), this,
-                                             {{QStringLiteral("type"), type},
-                                              {QStringLiteral("tag"), tag},
-                                              {QStringLiteral("value"), value}});
+    return RateTable::columnTexts(m_stockBArr, numberOfRows());
 }
 
 void ExpReturnTableController::probabilityChanged(int tag, const QString& text)
 {
-    changeValue(m_probArr, QStringLiteral("probability"), tag, text);
+    RateTable::changeRate(this, m_probArr, QStringLiteral("probability"), tag, text);
 }
 
 void ExpReturnTableController::stockAChanged(int tag, const QString& text)
 {
-    changeValue(m_stockAArr, QStringLiteral("stock-a"), tag, text);
+    RateTable::changeRate(this, m_stockAArr, QStringLiteral("stock-a"), tag, text);
 }
 
 void ExpReturnTableController::stockBChanged(int tag, const QString& text)
 {
-    changeValue(m_stockBArr, QStringLiteral("stock-b"), tag, text);
+    RateTable::changeRate(this, m_stockBArr, QStringLiteral("stock-b"), tag, text);
 }
 
 void ExpReturnTableController::periodChangedNotificationReceived(const QVariantMap& userInfo)

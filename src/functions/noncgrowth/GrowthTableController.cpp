@@ -2,9 +2,9 @@
 
 #include "NoncGrowthModel.h"
 #include "framework/NumberFormat.h"
+#include "framework/RateTable.h"
 #include "platform/NotificationCenter.h"
 
-#include <QLocale>
 #include <QLoggingCategory>
 #include <algorithm>
 
@@ -30,76 +30,42 @@ QString GrowthTableController::yearLabelText(int row) const
     return QString::number(row + 1);
 }
 
-QString GrowthTableController::cellText(const QList<double>& column, int row)
-{
-    if (row < 0 || row >= column.size())
-        return QString();
-    const double value = column.at(row);
-    if (value == 0)
-        return QString();
-    return QString::asprintf("%g", value).replace(QLatin1Char('.'), QLocale().decimalPoint());
-}
-
 QString GrowthTableController::returnRateText(int row) const
 {
-    return cellText(m_returnRateArr, row);
+    return RateTable::cellText(m_returnRateArr, row);
 }
 
 QString GrowthTableController::growthRateText(int row) const
 {
-    return cellText(m_growthArr, row);
-}
-
-QStringList GrowthTableController::columnTexts(const QList<double>& column) const
-{
-    QStringList texts;
-    for (int row = 0; row < numberOfRows(); ++row)
-        texts << cellText(column, row);
-    return texts;
+    return RateTable::cellText(m_growthArr, row);
 }
 
 QStringList GrowthTableController::yearLabelTexts() const
 {
-    QStringList labels;
-    for (int row = 0; row < numberOfRows(); ++row)
-        labels << yearLabelText(row);
-    return labels;
+    return RateTable::rowNumberTexts(numberOfRows());
 }
 
 QStringList GrowthTableController::returnRateTexts() const
 {
-    return columnTexts(m_returnRateArr);
+    return RateTable::columnTexts(m_returnRateArr, numberOfRows());
 }
 
 QStringList GrowthTableController::growthRateTexts() const
 {
-    return columnTexts(m_growthArr);
-}
-
-void GrowthTableController::changeRate(QList<double>& column, const QString& type, int tag,
-                                       const QString& text)
-{
-    if (tag < 0 || tag >= column.size())
-        return;
-    const double value = NumberFormat::plainDecimalValue(text);
-    column[tag] = value;
-    NotificationCenter::defaultCenter().post(QStringLiteral("RateChangedNotification"), this,
-                                             {{QStringLiteral("type"), type},
-                                              {QStringLiteral("tag"), tag},
-                                              {QStringLiteral("value"), value}});
+    return RateTable::columnTexts(m_growthArr, numberOfRows());
 }
 
 void GrowthTableController::returnRateChanged(int tag, const QString& text)
 {
     qCDebug(lcGrowthTable, "%d - %g", tag, NumberFormat::plainDecimalValue(text));
-    changeRate(m_returnRateArr, QStringLiteral("return-rate"), tag, text);
+    RateTable::changeRate(this, m_returnRateArr, QStringLiteral("return-rate"), tag, text);
     if (tag >= 0 && tag < m_returnRateArr.size())
         qCDebug(lcGrowthTable, "arr val:%g", m_returnRateArr.at(tag));
 }
 
 void GrowthTableController::growthRateChanged(int tag, const QString& text)
 {
-    changeRate(m_growthArr, QStringLiteral("growth-rate"), tag, text);
+    RateTable::changeRate(this, m_growthArr, QStringLiteral("growth-rate"), tag, text);
 }
 
 void GrowthTableController::periodChangedNotificationReceived(const QVariantMap& userInfo)

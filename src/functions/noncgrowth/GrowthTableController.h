@@ -52,9 +52,6 @@ signals:
     void reloaded();
 
 private:
-    void changeRate(QList<double>& column, const QString& type, int tag, const QString& text);
-    static QString cellText(const QList<double>& column, int row);
-    QStringList columnTexts(const QList<double>& column) const;
     void reloadData();
 
     double m_period = 4.0;

@@ -2,6 +2,7 @@
 
 #include "NpvModel.h"
 #include "framework/NumberFormat.h"
+#include "framework/RateTable.h"
 #include "platform/NotificationCenter.h"
 
 #include <QLocale>
@@ -30,12 +31,7 @@ QString NpvTableController::leftLabelText(int row) const
 
 QString NpvTableController::fieldText(int row) const
 {
-    if (row < 0 || row >= m_cashArr.size())
-        return QString();
-    const double value = m_cashArr.at(row);
-    if (value == 0)
-        return QString();
-    return QString::asprintf("%g", value).replace(QLatin1Char('.'), QLocale().decimalPoint());
+    return RateTable::cellText(m_cashArr, row);
 }
 
 QStringList NpvTableController::leftLabelTexts() const

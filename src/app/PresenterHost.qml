@@ -148,6 +148,12 @@ Item {
                 chosen = title;
                 close();
             }
+            // Return picks the first action that is not a cancel.
+            function chooseDefault() {
+                const ok = request.actions.find(a => !a.cancel);
+                if (ok)
+                    choose(ok.title);
+            }
 
             objectName: "alertDialog"
             parent: Overlay.overlay
@@ -172,6 +178,9 @@ Item {
             ColumnLayout {
                 anchors.fill: parent
                 spacing: 12
+                focus: true
+                Keys.onReturnPressed: alert.chooseDefault()
+                Keys.onEnterPressed: alert.chooseDefault()
 
                 Label {
                     Layout.fillWidth: true
@@ -187,11 +196,7 @@ Item {
                     inputMethodHints: alert.request.numeric ? Qt.ImhDigitsOnly : Qt.ImhNone
                     validator: alert.request.numeric ? digits : null
                     Accessible.name: alert.request.title
-                    onAccepted: {
-                        const ok = alert.request.actions.find(a => !a.cancel);
-                        if (ok)
-                            alert.choose(ok.title);
-                    }
+                    onAccepted: alert.chooseDefault()
 
                     RegularExpressionValidator {
                         id: digits

@@ -191,6 +191,7 @@ TEST_F(TvmTest, MailedReportCarriesTheChartAsGraphPng)
     type("interestField", "5");
     type("periodField", "10");
     tvm->setChartSize(QSize(300, 200));
+    tvm->setChartSize(QSize(300, -16)); // hidden until the first solve
     tvm->futureValueClicked();
     presenter.script({{"Send Email", ""}});
     tvm->exportClicked();

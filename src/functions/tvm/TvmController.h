@@ -32,7 +32,13 @@ public:
     Q_INVOKABLE void frequencyClicked();
 
     // The size the chart is drawn at on screen, used for the e-mailed image.
-    Q_INVOKABLE void setChartSize(const QSize& size) { m_chartSize = size; }
+    // The chart's size on screen, for the mailed picture. A hidden chart
+    // reports an empty size; the last real one is kept.
+    Q_INVOKABLE void setChartSize(const QSize& size)
+    {
+        if (!size.isEmpty())
+            m_chartSize = size;
+    }
 
     TvmModel* tvmModel() const { return static_cast<TvmModel*>(model()); }
     QObject* chartDataSource() const { return model(); }

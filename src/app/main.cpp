@@ -38,6 +38,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setOrganizationName(QStringLiteral("Quorvex"));
     QGuiApplication::setApplicationName(QStringLiteral("Tallyvane"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYVANE_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.quorvex.Tallyvane"));
     if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
         QQuickStyle::setStyle(QStringLiteral("Basic"));
 

@@ -1,9 +1,11 @@
 #include "app/QmlPresenter.h"
 #include "framework/QVFunctionModel.h"
 #include "platform/AppPaths.h"
+#include "platform/MailComposer.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
+#include "platform/UrlOpener.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 
@@ -12,8 +14,12 @@
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QTemporaryDir>
+#include <QUrl>
+#include <QVariantMap>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest/quicktest.h>
+#include <memory>
+#include <utility>
 
 Q_IMPORT_QML_PLUGIN(TallyvanePlugin)
 
@@ -39,6 +45,42 @@ protected:
                   QStringLiteral("Roi")});
     }
 };
+
+// Keeps the mails and addresses the app hands to the desktop.
+class RecordingMailComposer : public MailComposer {
+public:
+    bool canSendMail() const override { return true; }
+    void compose(const MailMessage& message, Finished finished) override
+    {
+        messages.append(message);
+        if (finished)
+            finished(MailResult::Sent);
+    }
+    QList<MailMessage> messages;
+};
+
+class RecordingUrlOpener : public UrlOpener {
+public:
+    bool openUrl(const QUrl& url) override
+    {
+        urls.append(url.toString());
+        return true;
+    }
+    QStringList urls;
+};
+
+// Every warning and critical message of the process, for tests that must
+// run without any.
+QStringList recordedWarnings;
+QtMessageHandler previousHandler = nullptr;
+
+void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg)
+        recordedWarnings.append(message);
+    if (previousHandler)
+        previousHandler(type, context, message);
+}
 
 } // namespace
 
@@ -89,6 +131,37 @@ public:
         QFile file(outbox.filePath(drafts.first()));
         return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
     }
+
+    // Routes mails and web addresses to recorders instead of the desktop.
+    Q_INVOKABLE void recordDesktop()
+    {
+        Services::setMailComposer(m_mails);
+        Services::setUrlOpener(m_urls);
+    }
+    // The recorded mails: subject, recipients, whether the body is HTML and
+    // the attachments' file names.
+    Q_INVOKABLE QVariantList mails() const
+    {
+        QVariantList list;
+        for (const MailMessage& message : m_mails->messages) {
+            QStringList attachments;
+            for (const MailAttachment& attachment : message.attachments)
+                attachments.append(attachment.fileName);
+            list.append(QVariantMap{{QStringLiteral("subject"), message.subject},
+                                    {QStringLiteral("recipients"), message.recipients},
+                                    {QStringLiteral("html"), message.bodyIsHtml},
+                                    {QStringLiteral("attachments"), attachments}});
+        }
+        return list;
+    }
+    Q_INVOKABLE QStringList openedUrls() const { return m_urls->urls; }
+
+    // Warnings printed since the last call, which clears them.
+    Q_INVOKABLE QStringList takeWarnings() { return std::exchange(recordedWarnings, {}); }
+
+private:
+    std::shared_ptr<RecordingMailComposer> m_mails = std::make_shared<RecordingMailComposer>();
+    std::shared_ptr<RecordingUrlOpener> m_urls = std::make_shared<RecordingUrlOpener>();
 };
 
 class Setup : public QObject {
@@ -97,6 +170,7 @@ class Setup : public QObject {
 public slots:
     void applicationAvailable()
     {
+        previousHandler = qInstallMessageHandler(recordWarnings);
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
         Services::reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -12,6 +13,7 @@ struct AppOptions {
     bool quitAfterFirstFrame = false;
     QString screenshotDirectory; // render every screen into this folder, then quit
     bool seedDemoReports = false;
+    QSize windowSize; // replaces the window's own size when valid
 };
 
 // Quits the app once the window has shown its first frame.

@@ -299,8 +299,52 @@ ApplicationWindow {
     minimumHeight: 480
     visible: true
     title: "Tallyvane"
-    palette.highlight: AppTheme.accent
-    palette.button: "#E8EBEF"
+    // The Basic style draws every control from this palette.
+    palette.window: AppTheme.window
+    palette.windowText: AppTheme.text
+    palette.base: AppTheme.base
+    palette.alternateBase: AppTheme.button
+    palette.text: AppTheme.text
+    palette.button: AppTheme.button
+    palette.buttonText: AppTheme.text
+    palette.brightText: "#FFFFFF"
+    palette.highlight: AppTheme.highlight
+    palette.highlightedText: "#FFFFFF"
+    palette.placeholderText: AppTheme.secondaryText
+    palette.light: AppTheme.dark ? "#2F3A47" : "#FFFFFF"
+    palette.midlight: AppTheme.dark ? "#3A4654" : "#D9DEE4"
+    palette.mid: AppTheme.dark ? "#5C6877" : "#A9B1BC"
+    palette.dark: AppTheme.dark ? "#4F7CAC" : "#353637"
+    palette.shadow: "#000000"
+    palette.toolTipBase: AppTheme.button
+    palette.toolTipText: AppTheme.text
+
+    // The tabs from the keyboard: Ctrl+1 to Ctrl+4, Ctrl+Tab and
+    // Ctrl+Shift+Tab. Tab itself walks the controls of the shown screen.
+    Shortcut {
+        sequences: ["Ctrl+1"]
+        onActivated: window.showTab(0)
+    }
+    Shortcut {
+        sequences: ["Ctrl+2"]
+        onActivated: window.showTab(1)
+    }
+    Shortcut {
+        sequences: ["Ctrl+3"]
+        onActivated: window.showTab(2)
+    }
+    Shortcut {
+        sequences: ["Ctrl+4"]
+        onActivated: window.showTab(3)
+    }
+    Shortcut {
+        sequences: ["Ctrl+Tab"]
+        onActivated: window.showTab((tabBar.currentIndex + 1) % tabBar.count)
+    }
+    Shortcut {
+        sequences: ["Ctrl+Shift+Tab", "Ctrl+Backtab"]
+        onActivated: window.showTab((tabBar.currentIndex + tabBar.count - 1) % tabBar.count)
+    }
 
     // Made at start-up: its first load creates the stored reports list, which
     // has to exist before any calculator saves a report.
@@ -326,7 +370,6 @@ ApplicationWindow {
             glyph: "\u229E"
         }
         AppTabButton {
-            objectName: "reportsTab"
             text: qsTr("Reports")
             glyph: "\u2630"
         }

@@ -32,11 +32,20 @@
 #include "functions/tip/TipController.h"
 #include "functions/tvm/TvmController.h"
 #include "functions/wacc/WaccController.h"
+#include "platform/ColorScheme.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
 
 #include <QObject>
 #include <QtQml/qqml.h>
+
+// Light or dark, following the desktop; AppTheme picks its colours by it.
+struct SystemColorSchemeForeign {
+    Q_GADGET
+    QML_FOREIGN(SystemColorScheme)
+    QML_NAMED_ELEMENT(SystemColorScheme)
+    QML_SINGLETON
+};
 
 struct ReportTableModelForeign {
     Q_GADGET

@@ -25,9 +25,16 @@ AppOptions parseOptions(const QCoreApplication& app)
                                    QStringLiteral("dir"));
     const QCommandLineOption demo(QStringLiteral("seed-demo-reports"),
                                   QStringLiteral("Save a few sample reports first."));
-    parser.addOptions({quit, shots, demo});
+    const QCommandLineOption size(QStringLiteral("window-size"),
+                                  QStringLiteral("Open the window at <width>x<height> pixels."),
+                                  QStringLiteral("size"));
+    parser.addOptions({quit, shots, demo, size});
     parser.process(app);
-    return {parser.isSet(quit), parser.value(shots), parser.isSet(demo)};
+    QSize windowSize;
+    const QStringList parts = parser.value(size).split(QLatin1Char('x'));
+    if (parts.size() == 2)
+        windowSize = QSize(parts[0].toInt(), parts[1].toInt());
+    return {parser.isSet(quit), parser.value(shots), parser.isSet(demo), windowSize};
 }
 
 } // namespace
@@ -63,6 +70,8 @@ int main(int argc, char* argv[])
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
     if (!window)
         return 1;
+    if (options.windowSize.isValid() && !options.windowSize.isEmpty())
+        window->resize(options.windowSize);
     if (options.quitAfterFirstFrame)
         quitAfterFirstFrame(window);
     ScreenshotDriver* driver = nullptr;

@@ -24,6 +24,8 @@ Page {
 
     ListView {
         objectName: "helpTopics"
+        // Tab reaches the list; the arrow keys walk its rows.
+        activeFocusOnTab: true
         anchors.fill: parent
         model: topics
         keyNavigationEnabled: true

@@ -36,6 +36,9 @@ Page {
         id: list
 
         objectName: "historyList"
+        // Tab reaches the list; the arrow keys walk its rows.
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
         anchors.fill: parent
         clip: true
         model: history

@@ -72,14 +72,15 @@ Page {
         }
     }
 
+    // On a wide window display and keys keep a keypad's proportions, centred.
     Rectangle {
         id: screen
 
-        anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, AppTheme.maximumKeypadWidth)
         anchors.top: parent.top
         height: Math.max(120, parent.height * 0.2)
-        color: "#1E2A38"
+        color: AppTheme.display
 
         TextInput {
             id: line
@@ -175,8 +176,8 @@ Page {
         id: grid
 
         objectName: "keyGrid"
-        anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.left: screen.left
+        anchors.right: screen.right
         anchors.top: screen.bottom
         anchors.bottom: parent.bottom
 

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Tallyvane
 
 // One key of the keypad grid. Keys never take keyboard focus, so typing on
 // a physical keyboard keeps working while the mouse is used too.
@@ -15,15 +16,15 @@ AbstractButton {
     readonly property color baseColor: {
         switch (kind) {
         case "digit":
-            return "#F4F6F8";
+            return AppTheme.digitKey;
         case "operator":
-            return "#F2A93B";
+            return AppTheme.keyOperator;
         case "financial":
             return "#3C5A78";
         case "toggle":
             return "#2E3F52";
         case "edit":
-            return "#D5DBE2";
+            return AppTheme.editKey;
         default:
             return "#5B7088";
         }
@@ -44,7 +45,7 @@ AbstractButton {
         Text {
             anchors.centerIn: parent
             text: key.title
-            color: key.darkKey ? "white" : "#1B2633"
+            color: key.darkKey ? "white" : AppTheme.lightKeyText
             font.pixelSize: Math.max(12, Math.min(key.height * 0.36, key.width * (key.title.length > 3 ? 0.2 : 0.3)))
             font.bold: key.kind !== "digit"
         }
@@ -55,7 +56,7 @@ AbstractButton {
             anchors.margins: 3
             visible: key.secondaryTitle.length > 0 && key.secondaryTitle !== key.title
             text: key.secondaryTitle
-            color: key.darkKey ? "#F2A93B" : "#B0701A"
+            color: key.darkKey ? AppTheme.keyOperator : AppTheme.lightKeySecondText
             font.pixelSize: Math.max(8, key.height * 0.16)
         }
     }

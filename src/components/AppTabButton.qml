@@ -9,7 +9,9 @@ TabButton {
     property string glyph
 
     implicitHeight: 56
-    focusPolicy: Qt.TabFocus
+    // Ctrl+1 to Ctrl+4 switch tabs (see Main.qml); Tab stays in the screen.
+    objectName: "tab_" + text
+    focusPolicy: Qt.NoFocus
     Accessible.name: text
 
     contentItem: ColumnLayout {
@@ -30,7 +32,7 @@ TabButton {
         }
     }
     background: Rectangle {
-        color: tab.down ? "#0F000000" : tab.palette.base
+        color: tab.down ? AppTheme.pressed : tab.palette.base
         Rectangle {
             anchors.top: parent.top
             width: parent.width

@@ -48,10 +48,11 @@ ColumnLayout {
         Button {
             objectName: row.outlet + "Sign"
             text: "\u00B1"
-            focusPolicy: Qt.NoFocus
+            // Tab reaches it; a tap leaves the focus (and the keyboard) in the field.
+            focusPolicy: Qt.TabFocus
             implicitWidth: 44
             font.pixelSize: 18
-            Accessible.name: qsTr("Change Sign")
+            Accessible.name: qsTr("Change Sign of %1").arg(row.label)
             ToolTip.visible: hovered
             ToolTip.text: qsTr("Change Sign")
             onClicked: {

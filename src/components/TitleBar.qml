@@ -14,7 +14,7 @@ Rectangle {
     signal backClicked
 
     implicitHeight: 56
-    color: AppTheme.accent
+    color: AppTheme.titleBar
     Accessible.role: Accessible.ToolBar
     Accessible.name: title
 

@@ -26,6 +26,8 @@ Page {
         id: list
 
         objectName: "functionList"
+        // Tab reaches the list; the arrow keys walk its rows.
+        activeFocusOnTab: true
         anchors.fill: parent
         model: catalogue
         keyNavigationEnabled: true

@@ -31,7 +31,7 @@ Page {
         contentItem: Label {
             text: segment.text
             font: segment.font
-            color: segment.checked ? "white" : AppTheme.accent
+            color: segment.checked ? AppTheme.textOnAccent : AppTheme.accent
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
         }
@@ -81,7 +81,7 @@ Page {
 
             background: Rectangle {
                 radius: 8
-                color: "#E8EBEF"
+                color: AppTheme.button
             }
 
             SegmentButton {
@@ -102,10 +102,12 @@ Page {
             visible: screen.view.scrollVisible
             contentWidth: availableWidth
 
+            // On a wide window the form keeps a readable width, centred.
             ColumnLayout {
                 id: formColumn
 
-                width: scroll.availableWidth
+                width: Math.min(scroll.availableWidth, AppTheme.maximumFormWidth)
+                x: (scroll.availableWidth - width) / 2
                 spacing: 10
             }
         }
@@ -123,8 +125,8 @@ Page {
                 wrapMode: TextEdit.Wrap
                 textFormat: TextEdit.RichText
                 text: screen.view.descriptionHtml
-                leftPadding: AppTheme.margin
-                rightPadding: AppTheme.margin
+                leftPadding: Math.max(AppTheme.margin, (width - AppTheme.maximumFormWidth) / 2)
+                rightPadding: leftPadding
                 topPadding: 4
                 bottomPadding: AppTheme.margin
                 background: null

@@ -23,6 +23,8 @@ Page {
         id: list
 
         objectName: "stockList"
+        // Tab reaches the list; the arrow keys walk its rows.
+        activeFocusOnTab: true
         anchors.fill: parent
         keyNavigationEnabled: true
         focus: true

@@ -33,6 +33,8 @@ Page {
         id: list
 
         objectName: "reportList"
+        // Tab reaches the list; the arrow keys walk its rows.
+        activeFocusOnTab: true
         anchors.fill: parent
         clip: true
         model: page.reports
@@ -69,7 +71,7 @@ Page {
             Keys.onDeletePressed: page.reports.deleteReport(row.index)
 
             background: Rectangle {
-                color: row.down ? "#14000000" : (row.visualFocus || row.ListView.isCurrentItem && list.activeFocus ? "#0A000000" : row.palette.base)
+                color: row.down ? AppTheme.pressed : (row.visualFocus || row.ListView.isCurrentItem && list.activeFocus ? AppTheme.hover : row.palette.base)
             }
 
             contentItem: RowLayout {
@@ -85,7 +87,7 @@ Page {
                     visible: page.editing
                     implicitWidth: 32
                     implicitHeight: 32
-                    focusPolicy: Qt.NoFocus
+                    focusPolicy: Qt.TabFocus
                     Accessible.name: qsTr("Delete %1").arg(row.title)
                     onClicked: page.reports.deleteReport(row.index)
                     background: Rectangle {

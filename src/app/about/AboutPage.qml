@@ -48,6 +48,8 @@ Page {
         id: list
 
         objectName: "aboutList"
+        // Tab reaches the list; the arrow keys walk its rows.
+        activeFocusOnTab: true
         anchors.fill: parent
         clip: true
         model: rows

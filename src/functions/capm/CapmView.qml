@@ -32,7 +32,7 @@ FunctionScreen {
             Layout.alignment: Qt.AlignBottom
             text: qsTr("Solve")
             highlighted: true
-            focusPolicy: Qt.NoFocus
+            focusPolicy: Qt.TabFocus
             Accessible.name: qsTr("Solve for %1").arg(solveRow.label)
             onClicked: solveRow.controller.solve(solveRow.name)
         }

@@ -35,7 +35,8 @@ Item {
         delegate: chartArea.controller.chartDataSource
         showLegend: true
         legendViewType: 1
-        gridLineColor: "#D3D3D3"
+        gridLineColor: AppTheme.chartGrid
+        textColor: AppTheme.text
         gridLineWidth: 0.3
         textFontSize: 12
         markerColor: "orange"

@@ -53,10 +53,10 @@ FunctionScreen {
         Button {
             objectName: "cashField" + cell.row + "Sign"
             text: "\u00B1"
-            focusPolicy: Qt.NoFocus
+            focusPolicy: Qt.TabFocus
             implicitWidth: 44
             font.pixelSize: 18
-            Accessible.name: qsTr("Change Sign")
+            Accessible.name: qsTr("Change Sign of %1").arg(leftLabel.text)
             onClicked: {
                 field.text = Formats.changedSign(field.text);
                 field.forceActiveFocus();
@@ -110,7 +110,8 @@ FunctionScreen {
             animated: false
             showLegend: true
             legendViewType: 1
-            gridLineColor: "#D3D3D3"
+            gridLineColor: AppTheme.chartGrid
+            textColor: AppTheme.text
             gridLineWidth: 0.3
             textFontSize: 12
             markerColor: "orange"

@@ -9,15 +9,21 @@
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 
+#include <QAccessible>
 #include <QDir>
 #include <QFile>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickStyle>
+#include <QQuickWindow>
+#include <QSet>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QUrl>
 #include <QVariantMap>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest/quicktest.h>
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -80,6 +86,57 @@ void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QSt
         recordedWarnings.append(message);
     if (previousHandler)
         previousHandler(type, context, message);
+}
+
+// Roles of the controls a user operates; each needs a name a screen reader
+// can say and a place in the Tab chain.
+bool isOperable(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::Button:
+    case QAccessible::CheckBox:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::ListItem:
+    case QAccessible::PageTab:
+    case QAccessible::RadioButton:
+    case QAccessible::SpinBox:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QString describe(QAccessibleInterface* control)
+{
+    const QObject* object = control->object();
+    QString name = object ? object->objectName() : QString();
+    if (name.isEmpty() && object)
+        name = QString::fromLatin1(object->metaObject()->className());
+    return QStringLiteral("%1 '%2' (role %3)")
+        .arg(name, control->text(QAccessible::Name))
+        .arg(int(control->role()));
+}
+
+// The operable, shown controls under `node`, at most `limit` of them.
+void collectControls(QAccessibleInterface* node, QList<QAccessibleInterface*>& controls,
+                     int depth = 0)
+{
+    if (!node || depth > 64 || controls.size() > 2000 || node->state().invisible)
+        return;
+    if (isOperable(node->role()) && !node->state().disabled)
+        controls.append(node);
+    for (int i = 0; i < node->childCount(); ++i)
+        collectControls(node->child(i), controls, depth + 1);
+}
+
+bool isInside(const QQuickItem* item, const QQuickItem* ancestor)
+{
+    for (int depth = 0; item && depth < 256; ++depth, item = item->parentItem()) {
+        if (item == ancestor)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -156,6 +213,60 @@ public:
     }
     Q_INVOKABLE QStringList openedUrls() const { return m_urls->urls; }
 
+    // What keeps the shown screen from being used without a mouse or eyes:
+    // operable controls a screen reader cannot name, and controls that
+    // Tab never reaches. `exempt` lists objectNames that are operated from
+    // the keyboard otherwise (the keypad's keys, typed on the keyboard).
+    Q_INVOKABLE QStringList accessibilityProblems(QQuickWindow* window,
+                                                  const QStringList& exemptPrefixes = {})
+    {
+        QStringList problems;
+        QList<QAccessibleInterface*> controls;
+        collectControls(QAccessible::queryAccessibleInterface(window), controls);
+        const auto exempt = [&](const QObject* object) {
+            for (const QString& prefix : exemptPrefixes) {
+                if (object && object->objectName().startsWith(prefix))
+                    return true;
+            }
+            return false;
+        };
+        QSet<QQuickItem*> focused;
+        for (int press = 0; press < 400; ++press) {
+            QTest::keyClick(window, Qt::Key_Tab);
+            QQuickItem* item = window->activeFocusItem();
+            if (!item || focused.contains(item))
+                break;
+            focused.insert(item);
+        }
+        for (QAccessibleInterface* control : controls) {
+            auto* item = qobject_cast<QQuickItem*>(control->object());
+            if (!item || exempt(item) || item->inherits("QQuickPage"))
+                continue;
+            if (control->text(QAccessible::Name).trimmed().isEmpty())
+                problems.append(QStringLiteral("no name: ") + describe(control));
+            // A list's rows are reached with the arrow keys once Tab has
+            // reached the list.
+            const QQuickItem* scope = item;
+            for (QQuickItem* up = item->parentItem(); up; up = up->parentItem()) {
+                if (up->inherits("QQuickItemView")) {
+                    scope = up;
+                    break;
+                }
+            }
+            const bool reached = std::any_of(focused.cbegin(), focused.cend(),
+                                             [&](QQuickItem* f) { return isInside(f, scope); });
+            if (!reached)
+                problems.append(QStringLiteral("not reached by Tab: ") + describe(control));
+        }
+        if (!problems.isEmpty() && qEnvironmentVariableIsSet("TALLYVANE_TAB_TRACE")) {
+            for (QQuickItem* item : std::as_const(focused))
+                problems.append(QStringLiteral("focused: %1 %2")
+                                    .arg(item->objectName(),
+                                         QString::fromLatin1(item->metaObject()->className())));
+        }
+        return problems;
+    }
+
     // Warnings printed since the last call, which clears them.
     Q_INVOKABLE QStringList takeWarnings() { return std::exchange(recordedWarnings, {}); }
 
@@ -171,6 +282,7 @@ public slots:
     void applicationAvailable()
     {
         previousHandler = qInstallMessageHandler(recordWarnings);
+        QAccessible::setActive(true); // controls name themselves only when it is on
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
         Services::reset();

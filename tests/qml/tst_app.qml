@@ -35,7 +35,7 @@ TestCase {
         const tabBar = window.footer;
         verify(tabBar.visible);
         TestFiles.saveReport("Saved elsewhere");
-        mouseClick(findChild(tabBar, "reportsTab"));
+        mouseClick(findChild(tabBar, "tab_Reports"));
         compare(window.reports.count, 1, "reloaded when the tab is shown");
 
         const stack = findChild(window.contentItem, "reportsStack");

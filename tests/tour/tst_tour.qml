@@ -45,6 +45,13 @@ TestCase {
         compare(TestFiles.takeWarnings(), [], "warnings printed");
     }
 
+    // Every control of the shown screen has a name and is reached by Tab;
+    // the keypad's keys and its expression line take typed keys instead,
+    // and the tabs have their shortcuts.
+    function expectAccessible(screen) {
+        compare(TestFiles.accessibilityProblems(window, ["key_", "expressionLine", "tab_"]), [], screen);
+    }
+
     function local(text) {
         return text.replace(".", Qt.locale().decimalPoint);
     }
@@ -57,6 +64,7 @@ TestCase {
         tryCompare(stack(tab), "busy", false);
         waitForItemPolished(stack(tab).currentItem);
         wait(20); // lets the new screen paint
+        expectAccessible(stack(tab).currentItem.title);
         return stack(tab).currentItem;
     }
 
@@ -359,5 +367,34 @@ TestCase {
             verify(findChild(info, "pageText").text.length > 100, info.title + " has its text");
             page = goBack(3);
         }
+    }
+
+    function tabTo(item) {
+        for (let press = 0; press < 60 && !item.activeFocus; ++press)
+            keyClick(Qt.Key_Tab);
+        verify(item.activeFocus, "Tab reaches " + item.objectName);
+    }
+
+    function test_6_keyboardOnly() {
+        keyClick(Qt.Key_3, Qt.ControlModifier);
+        compare(window.footer.currentIndex, 2);
+        keyClick(Qt.Key_Tab, Qt.ControlModifier);
+        compare(window.footer.currentIndex, 3);
+        keyClick(Qt.Key_1, Qt.ControlModifier);
+        compare(window.footer.currentIndex, 0);
+
+        tabTo(findChild(stack(0).currentItem, "functionList"));
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Return);
+        const screen = settle(0);
+        compare(screen.title, "ROI Calculator");
+        tabTo(findChild(screen, "investmentField"));
+        keyClick(Qt.Key_4);
+        keyClick(Qt.Key_Tab);
+        keyClick(Qt.Key_Space); // the ± of the same field
+        compare(findChild(screen, "investmentField").text, "-4");
+        tabTo(findChild(screen, "backButton"));
+        keyClick(Qt.Key_Space);
+        tryCompare(stack(0), "depth", 1);
     }
 }

@@ -74,6 +74,8 @@ Page {
 
             objectName: "segmentedControl"
             Layout.fillWidth: true
+            Layout.maximumWidth: AppTheme.maximumFormWidth
+            Layout.alignment: Qt.AlignHCenter
             Layout.margins: 8
             currentIndex: screen.view.segment
             onCurrentIndexChanged: if (currentIndex !== screen.view.segment)

@@ -159,6 +159,7 @@ void QVFunctionController::receiveReportCreatedNotification()
 
 void QVFunctionController::showEmail()
 {
+    prepareReportImage();
     const QVReport& report = m_model->report();
     MailMessage message;
     message.subject = m_model->emailSubject();

@@ -64,6 +64,9 @@ public:
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).
     virtual QList<FunctionInput> inputs() const { return {}; }
+    // Draws what goes with a mailed report as a picture (the report's
+    // reportImage), just before the mail is written. Nothing by default.
+    virtual void prepareReportImage() {}
     Q_INVOKABLE virtual QStringList solveButtons() const { return {}; }
     // Presses the compute button called `name` (one of solveButtons()).
     Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }

@@ -20,3 +20,12 @@ execute_process(COMMAND ${CLI} --help OUTPUT_VARIABLE out RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0 OR NOT out MATCHES "reports list")
     message(FATAL_ERROR "--help: rc=${rc} out='${out}'")
 endif()
+
+# Solving TVM draws a chart on screen; the command line has no fonts and
+# must still answer (and save the report).
+execute_process(COMMAND ${CLI} calc tvm presentValue=1000 interestRate=12 period=12 --solve FV
+    --save "Plan"
+    OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0 OR NOT out MATCHES "futureValue: 3895.976")
+    message(FATAL_ERROR "calc tvm --solve FV: rc=${rc} out='${out}' err='${err}'")
+endif()

@@ -146,7 +146,13 @@ void TvmController::showGraph()
     m_chartShown = true;
     ++m_chartRevision;
     emit chartChanged();
-    tvmModel()->report().reportImage = chartImage();
+}
+
+void TvmController::prepareReportImage()
+{
+    // Drawn only for a mail: solving stays cheap, and the command line,
+    // which has no fonts to draw with, never draws.
+    tvmModel()->report().reportImage = m_chartShown ? chartImage() : QImage();
 }
 
 QImage TvmController::chartImage() const

@@ -55,6 +55,7 @@ signals:
 
 protected:
     void connectMvc() override;
+    void prepareReportImage() override;
 
 private:
     void setInitialTvmSettings();

@@ -27,6 +27,17 @@ public:
     virtual QList<std::optional<double>> dataForYAxisWithLineNumber(int line) const = 0;
 };
 
+// A graph of one straight line, 1 wide, unfilled, with its points drawn:
+// the owner says only its colour, name and values.
+class SingleLineGraphDataSource : public MultiLineGraphDataSource {
+public:
+    int numberOfLinesToBePlotted() const override { return 1; }
+    int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
+    double widthForTheLineWithLineNumber(int) const override { return 1.0; }
+    bool shouldFillGraphWithLineNumber(int) const override { return false; }
+    bool shouldDrawPointsWithLineNumber(int) const override { return true; }
+};
+
 // The box shown at a touched point, as the delegate wants it.
 struct MultiLineGraphMarker {
     QString text;

@@ -15,7 +15,7 @@
 // from there with the closed form of the same monthly step, so even a term
 // of 1e300 years takes no longer than a thousand-year one.
 class CmpModel : public QVFunctionModel,
-                 public MultiLineGraphDataSource,
+                 public SingleLineGraphDataSource,
                  public MultiLineGraphDelegate {
     Q_OBJECT
     Q_INTERFACES(MultiLineGraphDataSource MultiLineGraphDelegate)
@@ -69,13 +69,8 @@ public:
     void createReport(const QVariantMap& userInfo) override;
 
     // The chart's data source and delegate: one line, the yearly balances.
-    int numberOfLinesToBePlotted() const override { return 1; }
-    int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
     QColor colorForTheLineWithLineNumber(int) const override;
-    double widthForTheLineWithLineNumber(int) const override { return 1.0; }
     QString nameForTheLineWithLineNumber(int) const override;
-    bool shouldFillGraphWithLineNumber(int) const override { return false; }
-    bool shouldDrawPointsWithLineNumber(int) const override { return true; }
     QStringList dataForXAxisWithLineNumber(int) const override;
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override;
     MultiLineGraphMarker customViewForLineChartTouchWithXValueAndYValue(const QString& x,

@@ -12,7 +12,7 @@ class NpvModel;
 // model's rate and 10 % (at most 1000 %), in ten equal steps. NPVs that are
 // not finite are left out of the line.
 class NpvChartDataSource : public QObject,
-                           public MultiLineGraphDataSource,
+                           public SingleLineGraphDataSource,
                            public MultiLineGraphDelegate {
     Q_OBJECT
     Q_INTERFACES(MultiLineGraphDataSource MultiLineGraphDelegate)
@@ -26,13 +26,8 @@ public:
     // The discount rates of the points, in percent.
     QList<double> rates() const;
 
-    int numberOfLinesToBePlotted() const override { return 1; }
-    int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
     QColor colorForTheLineWithLineNumber(int) const override;
-    double widthForTheLineWithLineNumber(int) const override { return 1.0; }
     QString nameForTheLineWithLineNumber(int) const override;
-    bool shouldFillGraphWithLineNumber(int) const override { return false; }
-    bool shouldDrawPointsWithLineNumber(int) const override { return true; }
     QStringList dataForXAxisWithLineNumber(int) const override;
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override;
     MultiLineGraphMarker customViewForLineChartTouchWithXValueAndYValue(const QString& x,

@@ -12,7 +12,7 @@
 //   FV = PV·(1 + i)^n + (1 + i·B)·PMT·((1 + i)^n − 1)/i
 // with i the rate per period and B = 1 in "BEG" mode.
 class TvmModel : public QVFunctionModel,
-                 public MultiLineGraphDataSource,
+                 public SingleLineGraphDataSource,
                  public MultiLineGraphDelegate {
     Q_OBJECT
     Q_INTERFACES(MultiLineGraphDataSource MultiLineGraphDelegate)
@@ -63,13 +63,8 @@ public:
     void createReport(const QVariantMap& userInfo) override;
 
     // The chart's data source and delegate.
-    int numberOfLinesToBePlotted() const override { return 1; }
-    int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
     QColor colorForTheLineWithLineNumber(int) const override;
-    double widthForTheLineWithLineNumber(int) const override { return 1.0; }
     QString nameForTheLineWithLineNumber(int) const override { return lastCalculated; }
-    bool shouldFillGraphWithLineNumber(int) const override { return false; }
-    bool shouldDrawPointsWithLineNumber(int) const override { return true; }
     QStringList dataForXAxisWithLineNumber(int) const override { return xAxisLabels(); }
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override
     {

@@ -13,6 +13,7 @@
 #include "charts/MultiLineGraphView.h"
 #include "framework/FunctionTableModel.h"
 #include "framework/NumberFormat.h"
+#include "framework/QVChartController.h"
 #include "framework/QVFunctionController.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
@@ -100,6 +101,13 @@ struct QVFunctionControllerForeign {
     Q_GADGET
     QML_FOREIGN(QVFunctionController)
     QML_NAMED_ELEMENT(QVFunctionController)
+    QML_UNCREATABLE("Each calculator screen makes its own controller.")
+};
+
+struct QVChartControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(QVChartController)
+    QML_NAMED_ELEMENT(QVChartController)
     QML_UNCREATABLE("Each calculator screen makes its own controller.")
 };
 

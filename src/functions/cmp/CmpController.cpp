@@ -12,7 +12,7 @@ const QString modeButton = QStringLiteral("modeButton");
 const QString frequencyButton = QStringLiteral("frequencyButton");
 } // namespace
 
-CmpController::CmpController(QObject* parent) : QVFunctionController(parent)
+CmpController::CmpController(QObject* parent) : QVChartController(parent)
 {
     load();
 }
@@ -69,9 +69,7 @@ void CmpController::showResult()
     showNumber(QStringLiteral("totalPrincipalResultLabel"), m->totalPrincipal);
     showNumber(QStringLiteral("apyResultLabel"), m->apy, QStringLiteral("%"));
 
-    m_chartShown = m->yearlyBalances().size() > 1;
-    ++m_chartRevision;
-    emit chartChanged();
+    redrawChart(m->yearlyBalances().size() > 1);
 }
 
 void CmpController::modeClicked()

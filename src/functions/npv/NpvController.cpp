@@ -12,7 +12,7 @@ const QString npvResultLabel = QStringLiteral("npvResultLabel");
 const QString irrResultLabel = QStringLiteral("irrResultLabel");
 } // namespace
 
-NpvController::NpvController(QObject* parent) : QVFunctionController(parent)
+NpvController::NpvController(QObject* parent) : QVChartController(parent)
 {
     load();
     // The table is the form's embedded child screen; it loads after the form.
@@ -75,9 +75,7 @@ void NpvController::showResult()
 {
     showNumber(npvResultLabel, npvModel()->npv);
     showNumber(irrResultLabel, npvModel()->irr, QStringLiteral("%"));
-    m_chartShown = true;
-    ++m_chartRevision;
-    emit chartChanged();
+    redrawChart(true);
 }
 
 bool NpvController::setTableInput(const QString& property, const QStringList& values)

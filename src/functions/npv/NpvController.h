@@ -3,7 +3,7 @@
 #include "NpvChartDataSource.h"
 #include "NpvModel.h"
 #include "NpvTableController.h"
-#include "framework/QVFunctionController.h"
+#include "framework/QVChartController.h"
 
 // The NPV screen: the period and discount-rate fields, the two results, the
 // embedded cash-flow table and the chart of NPV against the rate. The form
@@ -11,12 +11,9 @@
 // "PeriodChangedNotification" for the table, the table's edits reach the
 // model as "CashChangedNotification", and the model's
 // "ResultCalculatedNotification" brings the results back to the form.
-class NpvController : public QVFunctionController {
+class NpvController : public QVChartController {
     Q_OBJECT
     Q_PROPERTY(NpvTableController* table READ table CONSTANT)
-    Q_PROPERTY(QObject* chartDataSource READ chartDataSource CONSTANT)
-    Q_PROPERTY(bool chartShown READ chartShown NOTIFY chartChanged)
-    Q_PROPERTY(int chartRevision READ chartRevision NOTIFY chartChanged)
 
 public:
     // Ready to use: the model, the view and the table are made here.
@@ -40,13 +37,7 @@ public:
 
     NpvModel* npvModel() const { return static_cast<NpvModel*>(model()); }
     NpvTableController* table() const { return m_table; }
-    QObject* chartDataSource() const { return m_chartDataSource; }
-    bool chartShown() const { return m_chartShown; }
-    int chartRevision() const { return m_chartRevision; }
-
-signals:
-    // The results changed: the chart is to be drawn again.
-    void chartChanged();
+    QObject* chartDataSource() const override { return m_chartDataSource; }
 
 protected:
     void connectMvc() override;
@@ -55,6 +46,4 @@ private:
     NpvTableController* m_table = nullptr;
     NpvChartDataSource* m_chartDataSource = nullptr;
     QString m_periodText;
-    bool m_chartShown = false;
-    int m_chartRevision = 0;
 };

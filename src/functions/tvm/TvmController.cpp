@@ -24,7 +24,7 @@ const QList<std::pair<QString, double>>& TvmController::frequencies()
     return all;
 }
 
-TvmController::TvmController(QObject* parent) : QVFunctionController(parent)
+TvmController::TvmController(QObject* parent) : QVChartController(parent)
 {
     load();
 }
@@ -92,13 +92,7 @@ void TvmController::solveInto(const QString& outlet, double (TvmModel::*solver)(
 {
     setInputValues();
     showNumber(outlet, (tvmModel()->*solver)());
-    clearChart();
-}
-
-void TvmController::clearChart()
-{
-    m_chartShown = false;
-    emit chartChanged();
+    hideChart();
 }
 
 void TvmController::finishChartSolve(const QString& quantity)
@@ -143,16 +137,14 @@ void TvmController::showGraph()
 {
     if (!(tvmModel()->period > 0))
         return;
-    m_chartShown = true;
-    ++m_chartRevision;
-    emit chartChanged();
+    redrawChart(true);
 }
 
 void TvmController::prepareReportImage()
 {
     // Drawn only for a mail: solving stays cheap, and the command line,
     // which has no fonts to draw with, never draws.
-    tvmModel()->report().reportImage = m_chartShown ? chartImage() : QImage();
+    tvmModel()->report().reportImage = chartShown() ? chartImage() : QImage();
 }
 
 QImage TvmController::chartImage() const

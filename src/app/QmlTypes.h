@@ -17,6 +17,7 @@
 #include "framework/QVFunctionController.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
+#include "framework/TableController.h"
 #include "functions/blackscholes/BlackScholesController.h"
 #include "functions/bond/BondController.h"
 #include "functions/capm/CapmController.h"
@@ -151,6 +152,13 @@ struct NpvControllerForeign {
     Q_GADGET
     QML_FOREIGN(NpvController)
     QML_NAMED_ELEMENT(NpvController)
+};
+
+struct TableControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(TableController)
+    QML_NAMED_ELEMENT(TableController)
+    QML_UNCREATABLE("Each table is made by its screen's controller.")
 };
 
 struct NpvTableControllerForeign {

@@ -1,22 +1,17 @@
 #pragma once
 
-#include <QList>
-#include <QObject>
+#include "framework/TableController.h"
+
 #include <QString>
-#include <QStringList>
-#include <QVariantMap>
 
 // The state table under the expected-return form: one row (an ExpCellView
 // in the screen) per state, numbered from 1, with a probability and the
-// returns of stocks A and B. It keeps its own copies of the values and of
-// the period and talks to the rest of the screen only by notifications: it
-// follows "PeriodChangedNotification" (from any sender) and posts
+// returns of stocks A and B. It keeps its own copies of the values and
+// talks to the rest of the screen only by notifications: it posts
 // "RateChangedNotification" ("type": "probability", "stock-a" or "stock-b";
 // "tag": the row; "value": the number) for every edit.
-class ExpReturnTableController : public QObject {
+class ExpReturnTableController : public TableController {
     Q_OBJECT
-    Q_PROPERTY(double period READ period NOTIFY reloaded)
-    Q_PROPERTY(int rowCount READ numberOfRows NOTIFY reloaded)
     Q_PROPERTY(QStringList stateLabelTexts READ stateLabelTexts NOTIFY reloaded)
     Q_PROPERTY(QStringList probabilityTexts READ probabilityTexts NOTIFY reloaded)
     Q_PROPERTY(QStringList stockATexts READ stockATexts NOTIFY reloaded)
@@ -26,23 +21,19 @@ public:
     // Ready to use: 4 rows of zeros, listening for period changes.
     explicit ExpReturnTableController(QObject* parent = nullptr);
 
-    double period() const { return m_period; }
     const QList<double>& probArr() const { return m_probArr; }
     const QList<double>& stockAArr() const { return m_stockAArr; }
     const QList<double>& stockBArr() const { return m_stockBArr; }
 
-    // One section of `period` rows (never more rows than there are states).
-    Q_INVOKABLE int numberOfRows() const;
-    // "1", "2", ...: the state's number.
-    Q_INVOKABLE QString stateLabelText(int row) const;
     // A cell's text: empty for 0, else the value in %g notation.
     Q_INVOKABLE QString probabilityText(int row) const;
     Q_INVOKABLE QString stockAText(int row) const;
     Q_INVOKABLE QString stockBText(int row) const;
-    QStringList stateLabelTexts() const;
-    QStringList probabilityTexts() const;
-    QStringList stockATexts() const;
-    QStringList stockBTexts() const;
+    // "1", "2", ...: the states' numbers.
+    QStringList stateLabelTexts() const { return shownRowNumbers(); }
+    QStringList probabilityTexts() const { return shownTexts(m_probArr); }
+    QStringList stockATexts() const { return shownTexts(m_stockAArr); }
+    QStringList stockBTexts() const { return shownTexts(m_stockBArr); }
 
     // The edit actions of row `tag`'s three fields: keep the number (0 when
     // the text is not one) and announce it.
@@ -50,16 +41,7 @@ public:
     Q_INVOKABLE void stockAChanged(int tag, const QString& text);
     Q_INVOKABLE void stockBChanged(int tag, const QString& text);
 
-    void periodChangedNotificationReceived(const QVariantMap& userInfo);
-
-signals:
-    // The rows are to be read again.
-    void reloaded();
-
 private:
-    void reloadData();
-
-    double m_period = 4.0;
     QList<double> m_probArr;
     QList<double> m_stockAArr;
     QList<double> m_stockBArr;

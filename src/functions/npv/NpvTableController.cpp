@@ -5,24 +5,9 @@
 #include "framework/RateTable.h"
 #include "platform/NotificationCenter.h"
 
-#include <QLocale>
-#include <QLoggingCategory>
-#include <algorithm>
-
-Q_LOGGING_CATEGORY(lcNpv, "tallyvane.npv", QtWarningMsg)
-
 NpvTableController::NpvTableController(QObject* parent)
-    : QObject(parent), m_cashArr(NpvModel::cashFlowCapacity, 0.0)
-{
-    NotificationCenter::defaultCenter().addObserver(
-        this, QStringLiteral("PeriodChangedNotification"),
-        [this](const Notification& n) { periodChangedNotificationReceived(n.userInfo); });
-}
-
-int NpvTableController::numberOfRows() const
-{
-    return std::clamp<int>(m_period, 0, int(m_cashArr.size()));
-}
+    : TableController(NpvModel::cashFlowCapacity, parent), m_cashArr(emptyColumn())
+{}
 
 QString NpvTableController::leftLabelText(int row) const
 {
@@ -42,14 +27,6 @@ QStringList NpvTableController::leftLabelTexts() const
     return labels;
 }
 
-QStringList NpvTableController::fieldTexts() const
-{
-    QStringList texts;
-    for (int row = 0; row < numberOfRows(); ++row)
-        texts << fieldText(row);
-    return texts;
-}
-
 void NpvTableController::fieldChanged(int tag, const QString& text)
 {
     if (tag < 0 || tag >= m_cashArr.size())
@@ -59,16 +36,4 @@ void NpvTableController::fieldChanged(int tag, const QString& text)
     NotificationCenter::defaultCenter().post(
         QStringLiteral("CashChangedNotification"), this,
         {{QStringLiteral("tag"), tag}, {QStringLiteral("value"), value}});
-}
-
-void NpvTableController::periodChangedNotificationReceived(const QVariantMap& userInfo)
-{
-    m_period = userInfo.value(QStringLiteral("period")).toInt();
-    qCDebug(lcNpv) << "Reloading..";
-    reloadData();
-}
-
-void NpvTableController::reloadData()
-{
-    emit reloaded();
 }

@@ -45,20 +45,11 @@ ColumnLayout {
             onTextEdited: row.controller.editField(row.outlet, text)
             onAccepted: nextItemInFocusChain().forceActiveFocus()
         }
-        Button {
+        SignButton {
             objectName: row.outlet + "Sign"
-            text: "\u00B1"
-            // Tab reaches it; a tap leaves the focus (and the keyboard) in the field.
-            focusPolicy: Qt.TabFocus
-            implicitWidth: 44
-            font.pixelSize: 18
-            Accessible.name: qsTr("Change Sign of %1").arg(row.label)
-            ToolTip.visible: hovered
-            ToolTip.text: qsTr("Change Sign")
-            onClicked: {
-                row.controller.view.setText(row.outlet, Formats.changedSign(field.text));
-                field.forceActiveFocus();
-            }
+            field: field
+            fieldLabel: row.label
+            onSignFlipped: text => row.controller.view.setText(row.outlet, text)
         }
         Button {
             text: qsTr("Done")

@@ -141,6 +141,9 @@ TestCase {
         typeInto(screen, "periodField", "2");
         typeInto(screen, "periodField", "5");
         compare(findChild(screen, "cashField4").text, "1000", "hidden rows keep their values");
+        mouseClick(findChild(screen, "cashField4Sign"));
+        compare(findChild(screen, "cashField4").text, "-1000");
+        compare(label(screen, "npvResultLabel"), local("823.177"), "a sign change computes nothing");
     }
 
 }

@@ -50,17 +50,11 @@ FunctionScreen {
             onTextEdited: cell.table.fieldChanged(cell.row, text)
             onAccepted: nextItemInFocusChain().forceActiveFocus()
         }
-        Button {
+        SignButton {
             objectName: "cashField" + cell.row + "Sign"
-            text: "\u00B1"
-            focusPolicy: Qt.TabFocus
-            implicitWidth: 44
-            font.pixelSize: 18
-            Accessible.name: qsTr("Change Sign of %1").arg(leftLabel.text)
-            onClicked: {
-                field.text = Formats.changedSign(field.text);
-                field.forceActiveFocus();
-            }
+            field: field
+            fieldLabel: leftLabel.text
+            onSignFlipped: text => field.text = text
         }
     }
 

@@ -27,9 +27,11 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # brings the xcb and offscreen platform plugins). It cannot see what Qt
 # loads at run time: the QML modules behind the screens' imports (QtQuick
 # imports QtQml; Controls with the Basic style sits on Templates) and the
-# SVG image plugin that draws the icons.
+# SVG image plugin that draws the icons, and the SQLite driver of the
+# saved-reports database.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(runtime_packages
+    libqt6sql6-sqlite
     libqt6svg6
     qml6-module-qtqml
     qml6-module-qtqml-models

@@ -2,6 +2,7 @@
 
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
+#include "reports/ReportStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,6 +39,7 @@ void HomeTest::SetUp()
 
 void HomeTest::TearDown()
 {
+    ReportStore::close();
     Services::reset();
     qunsetenv("TALLYVANE_HOME");
 }

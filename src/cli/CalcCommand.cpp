@@ -54,8 +54,11 @@ class ScriptPresenter : public Presenter {
 public:
     std::deque<std::pair<QString, QString>> answers;
     QStringList offered; // the choices of the last sheet
+    QString failure;     // why a save failed, when the screen said so
     void present(const AlertRequest& request, Answer reply) override
     {
+        if (request.title == QVFunctionController::saveFailureTitle())
+            failure = request.message;
         offered.clear();
         for (const AlertAction& action : request.actions)
             offered << action.title;
@@ -200,10 +203,18 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
     if (wantReport) {
         if (save) {
             ReportTableModel list; // the saved list must exist before a save
+            if (!list.loadError().isEmpty()) {
+                err << list.loadError() << '\n';
+                return 1;
+            }
             presenter.answers = {{QStringLiteral("Save"), QString()},
                                  {QStringLiteral("OK"), reportTitle},
                                  {QStringLiteral("OK"), QString()}};
             controller->exportClicked();
+            if (!presenter.failure.isEmpty()) {
+                err << "the report was not saved: " << presenter.failure << '\n';
+                return 1;
+            }
         } else {
             // Only the text is wanted: the file goes, as after an e-mail.
             controller->sendReportRequestedNotification(reportTitle);

@@ -7,6 +7,7 @@
 #include "framework/FunctionRegistry.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
+#include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 #include "reports/ReportTableModel.h"
 
@@ -85,6 +86,10 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         return args.isEmpty() ? 1 : 0;
     }
     ReportTableModel list;
+    if (!list.loadError().isEmpty()) {
+        err << list.loadError() << '\n';
+        return 1;
+    }
     const QString verb = args.first();
     if (verb == QLatin1String("list") && args.size() == 1) {
         QJsonArray array;
@@ -111,19 +116,29 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
             return 1;
         const QVReport report = list.reportAt(index);
         if (verb == QLatin1String("delete")) {
-            list.deleteReport(index);
+            const WriteResult removed = list.deleteReport(index);
+            if (!removed.ok()) {
+                err << "report " << index << " was not deleted: " << removed.error << '\n';
+                return 1;
+            }
             if (json)
                 out << QJsonDocument(reportJson(report)).toJson(QJsonDocument::Indented);
             else
                 out << "deleted " << index << ": " << report.title << '\n';
             return 0;
         }
-        QFile file(report.filePathInDocumentsDirectory());
-        if (report.fileName.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-            err << "report file not found: " << report.fileName << '\n';
+        if (report.fileName.isEmpty()) {
+            err << "report " << index << " has no file\n";
             return 1;
         }
-        const QString text = QString::fromLatin1(file.readAll());
+        QByteArray bytes;
+        const QString unreadable = QVFileManager::readFileInDocumentsDirectory(
+            report.filePathInDocumentsDirectory(), &bytes);
+        if (!unreadable.isEmpty()) {
+            err << unreadable << '\n';
+            return 1;
+        }
+        const QString text = QString::fromLatin1(bytes);
         if (json) {
             QJsonObject object = reportJson(report);
             object.insert(QStringLiteral("contents"), text);

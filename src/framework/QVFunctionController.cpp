@@ -1,5 +1,6 @@
 #include "QVFunctionController.h"
 
+#include "FallbackNotices.h"
 #include "HtmlPages.h"
 #include "NumberFormat.h"
 #include "Presenter.h"
@@ -137,11 +138,28 @@ void QVFunctionController::sendReportRequestedNotification(const QString& title)
 
 void QVFunctionController::receiveReportCreatedNotification()
 {
+    // A report whose text file could not be written is neither mailed nor
+    // archived (a record without its text would show nothing): the user is
+    // told why instead.
+    const WriteResult written = m_model->reportFileResult();
     if (m_selectedAction == emailAction) {
-        if (Services::mailComposer().canSendMail())
+        if (!written.ok())
+            showSaveFailure(written.error);
+        else if (Services::mailComposer().canSendMail())
             showEmail();
     } else if (m_selectedAction == saveAction) {
-        m_model->saveReport();
+        if (!written.ok()) {
+            showSaveFailure(written.error);
+            return;
+        }
+        const WriteResult saved = m_model->saveReport();
+        if (!saved.ok()) {
+            // The text file belongs to no record now: it goes again, so the
+            // save leaves nothing half done behind.
+            m_model->removeReportFile();
+            showSaveFailure(saved.error);
+            return;
+        }
         if (!presenter())
             return;
         AlertRequest alert;
@@ -155,6 +173,23 @@ void QVFunctionController::receiveReportCreatedNotification()
                 self->m_model->setReportSaved(true);
         });
     }
+}
+
+void QVFunctionController::showSaveFailure(const QString& reason)
+{
+    if (!presenter())
+        return;
+    AlertRequest alert;
+    alert.title = saveFailureTitle();
+    alert.message = reason;
+    alert.actions = {{QStringLiteral("OK")}};
+    alert.anchor = QStringLiteral("export");
+    presenter()->present(alert, [](const QString&, const QString&) {});
+}
+
+QString QVFunctionController::saveFailureTitle()
+{
+    return QStringLiteral("Could not save the report");
 }
 
 void QVFunctionController::showEmail()
@@ -175,9 +210,11 @@ void QVFunctionController::showEmail()
             {jpeg, QStringLiteral("image/jpeg"), QStringLiteral("graph.png")});
     }
     QPointer<QVFunctionController> self(this);
-    Services::mailComposer().compose(message, [self](MailResult) {
-        if (self)
-            self->mailComposerFinished();
+    Services::mailComposer().compose(message, [self](MailResult result) {
+        if (!self)
+            return;
+        self->mailComposerFinished();
+        FallbackNotices::mailFinished(result, self->presenter());
     });
 }
 

@@ -61,6 +61,9 @@ public:
 
     Q_INVOKABLE static QString stringFromDouble(double value);
 
+    // The title of the alert that tells why a report was not saved.
+    static QString saveFailureTitle();
+
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).
     virtual QList<FunctionInput> inputs() const { return {}; }
@@ -102,6 +105,7 @@ private:
     void loadDescription();
     void setSelectedAction(const QString& action);
     void showSaveTitleAlert();
+    void showSaveFailure(const QString& reason);
 
     std::unique_ptr<QVFunctionModel> m_model;
     QPointer<QVFunctionView> m_view;

@@ -21,6 +21,7 @@ void QVFunctionModel::setNames(const Names& names)
     m_navigationTitle = names.navigationTitle;
     m_descriptionName = names.descriptionName;
     m_report = QVReport();
+    m_fileKey = names.fileKey;
     m_report.fileName = names.fileKey;
     if (!names.functionTitle.isNull())
         m_report.functionTitle = names.functionTitle;
@@ -55,24 +56,54 @@ void QVFunctionModel::writeReport(const QVariantMap& userInfo, const QString& fu
     m_report.contents += QStringLiteral("Date: ") + dateString + QLatin1Char('\n');
     m_report.contents += QStringLiteral("\n-----------------------------\n\n");
     m_report.contents += body;
-    m_report.fileName += QStringLiteral("_%1_%2_report.txt").arg(m_report.title, dateString);
+    m_report.fileName = grownFileName(m_report.fileName, m_fileKey, m_report.title, dateString);
     saveReportFile();
     sendReportCreatedNotification();
 }
 
-void QVFunctionModel::saveReportFile()
+QString QVFunctionModel::grownFileName(const QString& current, const QString& fileKey,
+                                       const QString& title, const QString& dateString)
 {
-    QVFileManager::saveFileToDocumentsDirectoryWithContents(m_report.fileName, m_report.contents);
+    QString safeTitle = title;
+    safeTitle.replace(QLatin1Char('/'), QLatin1Char('-')).replace(QChar(0), QLatin1Char('-'));
+    const auto suffix = [&dateString](const QString& titlePart) {
+        return QStringLiteral("_%1_%2_report.txt").arg(titlePart, dateString);
+    };
+    const auto fits = [](const QString& name) { return name.toUtf8().size() <= maxFileNameBytes; };
+    QString grown = current + suffix(safeTitle);
+    if (fits(grown))
+        return grown;
+    grown = fileKey + suffix(safeTitle);
+    // Shortened a character at a time from the end (never inside a
+    // surrogate pair); bounded by the title's length.
+    while (!fits(grown) && !safeTitle.isEmpty()) {
+        safeTitle.chop(safeTitle.size() >= 2 && safeTitle.back().isLowSurrogate() ? 2 : 1);
+        grown = fileKey + suffix(safeTitle);
+    }
+    return grown;
 }
 
-void QVFunctionModel::saveReport()
+WriteResult QVFunctionModel::saveReportFile()
 {
-    QVReport::saveReport(m_report);
+    m_reportFileResult =
+        QVFileManager::writeNewFileToDocumentsDirectory(m_report.fileName, m_report.contents);
+    m_reportFileWritten = m_reportFileResult.ok();
+    return m_reportFileResult;
+}
+
+WriteResult QVFunctionModel::saveReport()
+{
+    return QVReport::saveReport(m_report);
 }
 
 void QVFunctionModel::removeReportFile()
 {
+    // A write that failed may have left the name of someone else's file in
+    // the record: only a file this model wrote is ever removed.
+    if (!m_reportFileWritten)
+        return;
     QVFileManager::removeFileAtPath(m_report.filePathInDocumentsDirectory());
+    m_reportFileWritten = false;
 }
 
 void QVFunctionModel::sendReportCreatedNotification()

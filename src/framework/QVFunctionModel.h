@@ -42,9 +42,26 @@ public:
     // The base ignores requests; every calculator writes its own report.
     virtual void createReport(const QVariantMap& userInfo);
 
-    void saveReportFile();
-    void saveReport();
+    // Writes the report's text file (see QVFileManager: never over another
+    // file). The outcome is kept as reportFileResult().
+    WriteResult saveReportFile();
+    // Archives the report at the head of the saved list.
+    WriteResult saveReport();
+    // Removes the text file this model wrote last, and only that one.
     void removeReportFile();
+    // How the last report's text file fared.
+    const WriteResult& reportFileResult() const { return m_reportFileResult; }
+
+    // The file name a report titled `title` built at `dateString` gets after
+    // `current`: the current name grown by "_<title>_<date>_report.txt".
+    // In the name, "/" and NUL become "-" so the title cannot lead into
+    // another folder. When the grown name would pass what a file system
+    // takes (255 bytes, less room for a " (n)" copy mark) it starts again
+    // from `fileKey`, and a title too long even for that is shortened in
+    // the name. The report's title itself keeps every character.
+    static QString grownFileName(const QString& current, const QString& fileKey,
+                                 const QString& title, const QString& dateString);
+    static constexpr int maxFileNameBytes = 255 - 8;
     void sendReportCreatedNotification();
 
     static QString stringFromDouble(double value);
@@ -81,5 +98,8 @@ private:
     QString m_navigationTitle;
     QString m_descriptionName;
     QVReport m_report;
+    QString m_fileKey;
+    WriteResult m_reportFileResult;
+    bool m_reportFileWritten = false;
     bool m_reportSaved = false;
 };

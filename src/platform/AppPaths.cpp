@@ -28,4 +28,17 @@ QString settingsFile()
     return home.isEmpty() ? QString() : home + QStringLiteral("/Tallyvane.conf");
 }
 
+QString configDirectory()
+{
+    const QString home = qEnvironmentVariable("TALLYVANE_HOME");
+    if (!home.isEmpty())
+        return home;
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+}
+
+QString reportsDatabase()
+{
+    return configDirectory() + QStringLiteral("/reports.sqlite");
+}
+
 } // namespace AppPaths

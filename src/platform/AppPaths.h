@@ -19,4 +19,11 @@ QString outboxDirectory();
 // The settings file used when TALLYVANE_HOME is set; empty otherwise.
 QString settingsFile();
 
+// The folder of the app's configuration: $TALLYVANE_HOME, or the writable
+// per-user configuration location.
+QString configDirectory();
+
+// The saved-reports database, in the configuration folder.
+QString reportsDatabase();
+
 } // namespace AppPaths

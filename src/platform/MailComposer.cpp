@@ -117,8 +117,9 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
                 result = MailResult::Saved;
             }
             file.close();
-            if (m_opener && result == MailResult::Saved)
-                m_opener->openUrl(QUrl::fromLocalFile(path));
+            if (result == MailResult::Saved &&
+                !(m_opener && m_opener->openUrl(QUrl::fromLocalFile(path))))
+                result = MailResult::Unopened;
         }
     }
     if (finished)

@@ -23,7 +23,9 @@ struct MailMessage {
     QList<MailAttachment> attachments;
 };
 
-enum class MailResult { Cancelled, Saved, Sent, Failed };
+// Unopened: the draft was written, but no mail program could be started
+// to open it; the composer's lastDraftPath() says where it is.
+enum class MailResult { Cancelled, Saved, Sent, Failed, Unopened };
 
 // Hands a message to the user's mail program. `finished` is called once,
 // whatever became of the message.
@@ -33,6 +35,8 @@ public:
     virtual ~MailComposer() = default;
     virtual bool canSendMail() const = 0;
     virtual void compose(const MailMessage& message, Finished finished) = 0;
+    // Where the last draft was written, for composers that write drafts.
+    virtual QString lastDraftPath() const { return {}; }
 };
 
 // Desktop composer: writes the message as an unsent RFC 5322 draft
@@ -48,7 +52,7 @@ public:
     static QByteArray toEml(const MailMessage& message, const QDateTime& date,
                             const QByteArray& boundary);
 
-    QString lastDraftPath() const { return m_lastDraftPath; }
+    QString lastDraftPath() const override { return m_lastDraftPath; }
 
 private:
     UrlOpener* m_opener;

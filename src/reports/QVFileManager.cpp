@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <unistd.h>
 
 Q_DECLARE_LOGGING_CATEGORY(lcReports)
 
@@ -37,6 +38,101 @@ bool QVFileManager::saveFileToDocumentsDirectoryWithContents(const QString& name
         return false;
     const QByteArray bytes = contents.toLatin1();
     return file.write(bytes) == bytes.size();
+}
+
+namespace {
+
+const QLatin1String reportSuffix("_report.txt");
+
+// More copies of one name than anyone makes by hand: past this the write
+// gives up instead of searching on.
+constexpr int maxCopies = 999;
+
+bool isAscii(const QString& text)
+{
+    for (QChar c : text) {
+        if (c.unicode() > 0x7f)
+            return false;
+    }
+    return true;
+}
+
+// The folder of `path` is the documents directory itself, also after
+// links are followed.
+bool liesInDocumentsDirectory(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!QVFileManager::isPlainFileName(info.fileName()))
+        return false;
+    const QString documents = QDir(QVFileManager::documentsDirectory()).canonicalPath();
+    if (documents.isEmpty() || QDir(info.absolutePath()).canonicalPath() != documents)
+        return false;
+    const QString target = info.canonicalFilePath();
+    return target.isEmpty() || QFileInfo(target).absolutePath() == documents;
+}
+
+} // namespace
+
+QString QVFileManager::numberedName(const QString& name, int copy)
+{
+    if (copy <= 1)
+        return name;
+    const QString mark = QStringLiteral(" (%1)").arg(copy);
+    if (name.endsWith(reportSuffix))
+        return name.chopped(reportSuffix.size()) + mark + reportSuffix;
+    return name + mark;
+}
+
+WriteResult QVFileManager::writeNewFileToDocumentsDirectory(QString& name, const QString& contents)
+{
+    if (!isPlainFileName(name))
+        return WriteResult::failure(
+            QStringLiteral("\"%1\" is not a file name in the documents folder.").arg(name));
+    if (!isAscii(contents))
+        return WriteResult::failure(QStringLiteral(
+            "The report holds characters that a plain-text (ASCII) file cannot hold."));
+    const QString directory = documentsDirectory();
+    if (!QDir().mkpath(directory))
+        return WriteResult::failure(
+            QStringLiteral("The documents folder %1 could not be created.").arg(directory));
+    const QByteArray bytes = contents.toLatin1();
+    for (int copy = 1; copy <= maxCopies; ++copy) {
+        const QString candidate = numberedName(name, copy);
+        QFile file(QStringLiteral("%1/%2").arg(directory, candidate));
+        // NewOnly fails on any existing entry, a dangling link included, so
+        // nothing is ever written through a link or over another file.
+        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+            if (QFileInfo::exists(file.fileName()) || QFileInfo(file.fileName()).isSymLink())
+                continue;
+            return WriteResult::failure(
+                QStringLiteral("%1 could not be written: %2.").arg(candidate, file.errorString()));
+        }
+        const bool written =
+            file.write(bytes) == bytes.size() && file.flush() && ::fsync(file.handle()) == 0;
+        const QString reason = file.errorString();
+        file.close();
+        if (!written || file.error() != QFileDevice::NoError) {
+            file.remove();
+            return WriteResult::failure(
+                QStringLiteral("%1 could not be written: %2.").arg(candidate, reason));
+        }
+        name = candidate;
+        return WriteResult::success();
+    }
+    return WriteResult::failure(
+        QStringLiteral("There are too many reports named %1 already.").arg(name));
+}
+
+QString QVFileManager::readFileInDocumentsDirectory(const QString& path, QByteArray* bytes)
+{
+    bytes->clear();
+    if (!liesInDocumentsDirectory(path))
+        return QStringLiteral("%1 lies outside the documents folder; it is not read.").arg(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("%1 could not be read: %2.").arg(path, file.errorString());
+    *bytes = file.readAll();
+    return QString();
 }
 
 QStringList QVFileManager::filesInDocumentsDirectory()

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "WriteResult.h"
+
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +17,23 @@ public:
     // land directly in the documents directory. Failures are silent.
     static bool saveFileToDocumentsDirectoryWithContents(const QString& name,
                                                          const QString& contents);
+
+    // Writes a report's text as a new file named `name` in the documents
+    // directory, never replacing a file that is there: when the name is
+    // taken (by another record's file, or by another process a moment
+    // ago) the text goes to "<stem> (2)_report.txt", " (3)", ... and
+    // `name` is changed to the name used. The file lands whole or not at
+    // all: a failed write (disk full, no permission, not ASCII) leaves no
+    // file behind and says why.
+    static WriteResult writeNewFileToDocumentsDirectory(QString& name, const QString& contents);
+
+    // The name with " (copy)" put before its "_report.txt" (or at its end).
+    static QString numberedName(const QString& name, int copy);
+
+    // Reads a file of the documents directory. A path that leads anywhere
+    // else (a "/" or ".." in a stored name, a link pointing out) is refused.
+    // Empty when read, else the reason.
+    static QString readFileInDocumentsDirectory(const QString& path, QByteArray* bytes);
 
     // The entry names, as the file system lists them; an unreadable
     // directory gives an empty list.

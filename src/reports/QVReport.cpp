@@ -1,8 +1,7 @@
 #include "QVReport.h"
 
 #include "QVFileManager.h"
-#include "platform/Services.h"
-#include "platform/SettingsStore.h"
+#include "ReportStore.h"
 
 #include <QCborMap>
 #include <QCborValue>
@@ -11,8 +10,6 @@
 #include <QTimeZone>
 
 Q_LOGGING_CATEGORY(lcReports, "tallyvane.reports", QtWarningMsg)
-
-const QString QVReport::reportsKey = QStringLiteral("reports");
 
 namespace {
 
@@ -55,13 +52,6 @@ QString relativeDayName(const QDate& date)
     if (date == today.addDays(-1))
         return QStringLiteral("Yesterday");
     return QString();
-}
-
-void storeReports(const QVariantList& list)
-{
-    auto& settings = Services::settings();
-    settings.setValue(QVReport::reportsKey, list);
-    settings.sync();
 }
 
 } // namespace
@@ -151,37 +141,42 @@ QColor QVReport::colorFromHexString(const QString& hex)
     return QColor::fromRgbF(channel(16), channel(8), channel(0), 1.0f);
 }
 
-std::optional<QVariantList> QVReport::storedReportList()
+std::optional<QList<QByteArray>> QVReport::storedReportList(QString* error)
 {
-    auto& settings = Services::settings();
-    // Pick up what another instance stored since our last look.
-    settings.sync();
-    const QVariant stored = settings.value(reportsKey);
-    if (!stored.isValid())
+    const std::optional<QList<ReportStore::Row>> rows = ReportStore::rows(error);
+    if (!rows)
         return std::nullopt;
-    if (stored.typeId() != QMetaType::QVariantList)
-        return QVariantList(); // not ours: read as an empty list
-    return stored.toList();
+    QList<QByteArray> archives;
+    archives.reserve(rows->size());
+    for (const ReportStore::Row& row : *rows)
+        archives.append(row.archive);
+    return archives;
 }
 
-void QVReport::saveReport(const QVReport& report)
+WriteResult QVReport::saveReport(const QVReport& report)
 {
-    std::optional<QVariantList> list = storedReportList();
-    if (!list) {
-        qCDebug(lcReports) << "no reports list yet: report" << report.fileName << "not saved";
-        return;
-    }
-    list->insert(0, report.archive());
-    storeReports(*list);
+    const WriteResult result = ReportStore::insertAtHead(report.archive());
+    if (!result.ok())
+        qCInfo(lcReports) << "report" << report.fileName << "not saved:" << result.error;
+    return result;
 }
 
-void QVReport::removeReportWithDate(const QDateTime& date)
+WriteResult QVReport::removeReportWithDate(const QDateTime& date, int* removed)
 {
-    QVariantList list = storedReportList().value_or(QVariantList());
-    for (qsizetype index = 0; index < list.size(); ++index) {
-        const QVReport item = fromArchive(list.at(index).toByteArray());
-        if (item.date.isValid() && date.isValid() && item.date == date)
-            list.removeAt(index);
-    }
-    storeReports(list);
+    return ReportStore::removeRows(
+        [&date](const QList<ReportStore::Row>& rows) {
+            // The list's own walk: the index moves on after a removal too, so
+            // the record that slid into the removed slot is not looked at.
+            QList<ReportStore::Row> list = rows;
+            QList<qint64> ids;
+            for (qsizetype index = 0; index < list.size(); ++index) {
+                const QVReport item = fromArchive(list.at(index).archive);
+                if (item.date.isValid() && date.isValid() && item.date == date) {
+                    ids.append(list.at(index).id);
+                    list.removeAt(index);
+                }
+            }
+            return ids;
+        },
+        removed);
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "WriteResult.h"
+
 #include <QByteArray>
 #include <QColor>
 #include <QDateTime>
 #include <QImage>
+#include <QList>
 #include <QString>
-#include <QVariantList>
 #include <optional>
 
 // One saved calculation: the record kept in the "reports" list plus the
@@ -40,16 +42,17 @@ public:
     // first other character, keeps the low 24 bits (saturating at 32 bits).
     static QColor colorFromHexString(const QString& hex);
 
-    // Puts the record at the head of the stored "reports" list. The list
-    // must exist already (the report list creates it): otherwise the record
-    // is dropped.
-    static void saveReport(const QVReport& report);
+    // Puts the record at the head of the stored "reports" list, in one
+    // transaction. The list must exist already (the report list creates it):
+    // otherwise nothing is stored and the result says so.
+    static WriteResult saveReport(const QVReport& report);
     // Removes records with exactly this date, advancing past each removal
     // so that of two adjacent equal dates only the first goes per call.
-    static void removeReportWithDate(const QDateTime& date);
+    // `removed` gets the number of records removed.
+    static WriteResult removeReportWithDate(const QDateTime& date, int* removed = nullptr);
 
-    // The stored list as it is now on disk; nothing when it does not exist.
-    static std::optional<QVariantList> storedReportList();
-
-    static const QString reportsKey;
+    // The stored archives, newest first, as they are now on disk (a damaged
+    // one as empty bytes); nothing when the list does not exist or cannot be
+    // read (then `error` says why).
+    static std::optional<QList<QByteArray>> storedReportList(QString* error = nullptr);
 };

@@ -1,11 +1,14 @@
 #include "ReportDetailController.h"
 
+#include "QVFileManager.h"
+#include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
 #include "platform/MailComposer.h"
 #include "platform/Services.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 
 ReportDetailController::ReportDetailController(QObject* parent) : QObject(parent)
 {
@@ -21,10 +24,12 @@ void ReportDetailController::setReportFilePath(const QString& path)
 
 void ReportDetailController::loadReport()
 {
-    QFile file(m_model.reportFilePath());
-    m_fileFound = !m_model.reportFilePath().isEmpty() && file.open(QIODevice::ReadOnly);
+    QByteArray bytes;
+    m_fileFound =
+        !m_model.reportFilePath().isEmpty() &&
+        QVFileManager::readFileInDocumentsDirectory(m_model.reportFilePath(), &bytes).isEmpty();
     // The files are ASCII; anything else is shown as Latin-1 rather than lost.
-    m_text = m_fileFound ? QString::fromLatin1(file.readAll()) : QString();
+    m_text = m_fileFound ? QString::fromLatin1(bytes) : QString();
     emit textChanged();
 }
 
@@ -52,12 +57,17 @@ void ReportDetailController::showEmail()
     const QString path = m_model.reportFilePath();
     MailMessage message;
     message.subject = QStringLiteral("Quorvex - Financial Report");
-    // A file that is gone gives a mail without the attachment.
-    QFile file(path);
-    if (!path.isEmpty() && file.open(QIODevice::ReadOnly))
+    // A file that is gone (or lies outside the documents folder) gives a
+    // mail without the attachment.
+    QByteArray bytes;
+    if (!path.isEmpty() && QVFileManager::readFileInDocumentsDirectory(path, &bytes).isEmpty())
         message.attachments.append(
-            {file.readAll(), QStringLiteral("text/plain"), attachmentNameForPath(path)});
-    Services::mailComposer().compose(message, nullptr);
+            {bytes, QStringLiteral("text/plain"), attachmentNameForPath(path)});
+    QPointer<ReportDetailController> self(this);
+    Services::mailComposer().compose(message, [self](MailResult result) {
+        if (self)
+            FallbackNotices::mailFinished(result, self->presenter());
+    });
 }
 
 Presenter* ReportDetailController::presenter() const

@@ -68,7 +68,7 @@ Page {
                     page.reportChosen(row.filePath);
             }
             Keys.onReturnPressed: clicked()
-            Keys.onDeletePressed: page.reports.deleteReport(row.index)
+            Keys.onDeletePressed: page.reports.removeRow(row.index)
 
             background: Rectangle {
                 color: row.down ? AppTheme.pressed : (row.visualFocus || row.ListView.isCurrentItem && list.activeFocus ? AppTheme.hover : row.palette.base)
@@ -89,7 +89,7 @@ Page {
                     implicitHeight: 32
                     focusPolicy: Qt.TabFocus
                     Accessible.name: qsTr("Delete %1").arg(row.title)
-                    onClicked: page.reports.deleteReport(row.index)
+                    onClicked: page.reports.removeRow(row.index)
                     background: Rectangle {
                         radius: width / 2
                         color: AppTheme.danger
@@ -156,7 +156,7 @@ Page {
                     font.bold: true
                 }
                 TapHandler {
-                    onTapped: page.reports.deleteReport(row.index)
+                    onTapped: page.reports.removeRow(row.index)
                 }
             }
         }

@@ -1,8 +1,8 @@
 #include "ReportTableModel.h"
 
 #include "QVReport.h"
-#include "platform/Services.h"
-#include "platform/SettingsStore.h"
+#include "ReportStore.h"
+#include "framework/Presenter.h"
 
 ReportTableModel::ReportTableModel(QObject* parent) : QAbstractListModel(parent)
 {
@@ -11,21 +11,22 @@ ReportTableModel::ReportTableModel(QObject* parent) : QAbstractListModel(parent)
 
 void ReportTableModel::loadReportArray()
 {
-    const std::optional<QVariantList> stored = QVReport::storedReportList();
-    QList<QByteArray> reports;
-    if (!stored) {
-        auto& settings = Services::settings();
-        settings.setValue(QVReport::reportsKey, QVariantList());
-        settings.sync();
-    } else {
-        reports.reserve(stored->size());
-        for (const QVariant& item : *stored)
-            reports << item.toByteArray();
+    QString error;
+    std::optional<QList<QByteArray>> stored = QVReport::storedReportList(&error);
+    if (!stored && error.isEmpty()) {
+        // No list yet: create it now, so that saves from here on are kept
+        // (with the records of an older settings-file list, if there is one).
+        const WriteResult created = ReportStore::createList();
+        if (created.ok())
+            stored = QVReport::storedReportList(&error);
+        else
+            error = created.error;
     }
     beginResetModel();
-    m_reportArray = std::move(reports);
+    m_reportArray = stored.value_or(QList<QByteArray>());
     endResetModel();
     emit countChanged();
+    setLoadError(error);
 }
 
 int ReportTableModel::rowCount(const QModelIndex& parent) const
@@ -77,15 +78,41 @@ QHash<int, QByteArray> ReportTableModel::roleNames() const
     };
 }
 
-void ReportTableModel::deleteReport(int row)
+WriteResult ReportTableModel::deleteReport(int row)
 {
     if (row < 0 || row >= count())
-        return;
-    QVReport::removeReportWithDate(reportAt(row).date);
+        return WriteResult::failure(QStringLiteral("There is no report %1.").arg(row));
+    const WriteResult result = QVReport::removeReportWithDate(reportAt(row).date);
+    if (!result.ok())
+        return result; // the row stays, as the record does
     beginRemoveRows({}, row, row);
     m_reportArray.removeAt(row);
     endRemoveRows();
     emit countChanged();
+    return result;
+}
+
+QString ReportTableModel::removeRow(int row)
+{
+    const WriteResult result = deleteReport(row);
+    if (!result.ok()) {
+        if (Presenter* presenter = Presenter::defaultPresenter()) {
+            AlertRequest alert;
+            alert.title = QStringLiteral("Could not delete the report");
+            alert.message = result.error;
+            alert.actions = {{QStringLiteral("OK")}};
+            presenter->present(alert, [](const QString&, const QString&) {});
+        }
+    }
+    return result.error;
+}
+
+void ReportTableModel::setLoadError(const QString& error)
+{
+    if (m_loadError == error)
+        return;
+    m_loadError = error;
+    emit loadErrorChanged();
 }
 
 QString ReportTableModel::filePathAt(int row) const

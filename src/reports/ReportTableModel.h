@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WriteResult.h"
+
 #include <QAbstractListModel>
 #include <QByteArray>
 #include <QList>
@@ -10,6 +12,8 @@ class QVReport;
 class ReportTableModel : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    // Why the stored list could not be read or created; empty when it was.
+    Q_PROPERTY(QString loadError READ loadError NOTIFY loadErrorChanged)
 
 public:
     enum Role {
@@ -29,12 +33,17 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
     int count() const { return int(m_reportArray.size()); }
+    QString loadError() const { return m_loadError; }
 
     // Re-reads the stored list.
     Q_INVOKABLE void loadReportArray();
     // Removes the row's record from the stored list (by its date) and the
-    // row itself; the report's text file stays.
-    Q_INVOKABLE void deleteReport(int row);
+    // row itself; the report's text file stays. When the stored list cannot
+    // be changed, the row stays too and the result says why.
+    WriteResult deleteReport(int row);
+    // The same for the screen, which tells a failure in an alert. Empty when
+    // done, else the reason.
+    Q_INVOKABLE QString removeRow(int row);
     Q_INVOKABLE QString filePathAt(int row) const;
 
     QVReport reportAt(int row) const;
@@ -42,7 +51,11 @@ public:
 
 signals:
     void countChanged();
+    void loadErrorChanged();
 
 private:
+    void setLoadError(const QString& error);
+
     QList<QByteArray> m_reportArray;
+    QString m_loadError;
 };

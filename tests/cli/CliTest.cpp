@@ -3,6 +3,8 @@
 #include "TestSupport.h"
 #include "platform/NotificationCenter.h"
 #include "reports/QVFileManager.h"
+#include "reports/QVReport.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
 #include <QJsonArray>
@@ -220,6 +222,47 @@ TEST_F(CliTest, CalcReportsAndSavesLikeTheScreen)
     EXPECT_TRUE(stdoutText.startsWith("Financial Report - Tip\n"));
 }
 
+TEST_F(CliTest, AViewOnlyReportLeavesTheSavedFileOfTheSameNameAndMinute)
+{
+    ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "--save", "Plan"}),
+              0);
+    const QStringList saved = QVFileManager::filesInDocumentsDirectory();
+    ASSERT_EQ(saved.size(), 1);
+    ASSERT_EQ(run({"calc", "roi", "investmentAmount=5", "futureValue=6", "--report", "Plan"}), 0);
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory(), saved);
+    EXPECT_TRUE(readDocument(saved[0]).contains("1250"));
+}
+
+TEST_F(CliTest, ASaveThatCannotLandFailsWithTheReasonAndKeepsEarlierRecords)
+{
+    ASSERT_EQ(run({"calc", "tip", "bill=50", "--save", "Kept"}), 0);
+    // The documents folder replaced by a plain file: no text file can go in.
+    const QString documentsPath = documents();
+    ASSERT_TRUE(QDir(documentsPath).removeRecursively());
+    QFile blocker(documentsPath);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+
+    EXPECT_EQ(run({"calc", "tip", "bill=60", "--save", "Lost"}), 1);
+    EXPECT_TRUE(stderrText.contains("not saved")) << stderrText.toStdString();
+    EXPECT_TRUE(stderrText.contains("Documents")) << stderrText.toStdString();
+    ASSERT_EQ(run({"reports", "list"}), 0);
+    EXPECT_EQ(stdoutText.count('\n'), 1);
+    EXPECT_TRUE(stdoutText.contains("Kept"));
+
+    // The list itself unreachable: a save and the list commands fail too.
+    QFile::remove(documentsPath);
+    ReportStore::close();
+    const QString database = ReportStore::databasePath();
+    for (const char* suffix : {"", "-wal", "-shm"})
+        QFile::remove(database + QLatin1String(suffix));
+    ASSERT_TRUE(QDir().mkpath(database));
+    EXPECT_EQ(run({"calc", "tip", "bill=70", "--save", "Nowhere"}), 1);
+    EXPECT_FALSE(stderrText.isEmpty());
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty()) << "no orphan text file";
+    EXPECT_EQ(run({"reports", "list"}), 1);
+}
+
 TEST_F(CliTest, CalcFillsTablesAndRunsEveryCatalogueCalculator)
 {
     ASSERT_EQ(run({"calc", "npv", "period=2", "discountRate=10", "cashArray=-100,110", "--json"}),
@@ -266,11 +309,25 @@ TEST_F(CliTest, CalcRefusesUnknownNamesFieldsChoicesAndButtons)
     EXPECT_TRUE(stdoutText.contains("tvm\tTime Value of Money Calculator\tpresentValue"));
 }
 
-TEST_F(CliTest, ShowOfAReportWhoseFileIsMissingFails)
+TEST_F(CliTest, ShowRefusesAMissingFileAndANameLeadingOutsideTheDocuments)
 {
-    save({"A/B"});
+    save({"gone"});
+    QFile::remove(
+        QVReport::fromArchive(QVReport::storedReportList()->at(0)).filePathInDocumentsDirectory());
     EXPECT_EQ(run({"reports", "show", "0"}), 1);
-    EXPECT_TRUE(stderrText.contains("not found"));
+    EXPECT_TRUE(stderrText.contains("could not be read")) << stderrText.toStdString();
+
+    // A record whose name climbs out of the folder, next to a real file.
+    QFile outside(home.filePath("outside_report.txt"));
+    ASSERT_TRUE(outside.open(QIODevice::WriteOnly));
+    outside.write("secret");
+    outside.close();
+    QVReport crafted;
+    crafted.fileName = "../outside_report.txt";
+    ASSERT_TRUE(QVReport::saveReport(crafted).ok());
+    EXPECT_EQ(run({"reports", "show", "0"}), 1);
+    EXPECT_TRUE(stderrText.contains("outside the documents folder")) << stderrText.toStdString();
+    EXPECT_FALSE(stdoutText.contains("secret"));
 }
 
 } // namespace

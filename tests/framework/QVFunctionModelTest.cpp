@@ -101,12 +101,75 @@ TEST_F(FunctionModelTest, EmptyOrMissingTitleGivesAdjacentUnderscores)
     EXPECT_EQ(other->report().fileName, "tip__05-03-2024 14:07_report.txt");
 }
 
-TEST_F(FunctionModelTest, TitleWithSlashStillBuildsTheReportButWritesNoFile)
+TEST_F(FunctionModelTest, TitleWithSlashKeepsItsTitleAndGetsAFileInTheDocuments)
 {
     auto model = QVFunctionModel::create<TestFunctionModel>();
     request("TestReportRequestedNotification", {{"title", "A/B"}});
-    EXPECT_EQ(model->report().fileName, "roi_A/B_05-03-2024 14:07_report.txt");
-    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
+    EXPECT_EQ(model->report().title, "A/B");
+    EXPECT_EQ(model->report().fileName, "roi_A-B_05-03-2024 14:07_report.txt");
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory(), QStringList({model->report().fileName}));
+}
+
+TEST_F(FunctionModelTest, SameTitleInTheSameMinuteNeverSharesAFile)
+{
+    // Three screens (or processes) build "Plan" within one minute: each
+    // keeps its own text, and none is written over.
+    std::vector<std::unique_ptr<TestFunctionModel>> screens;
+    for (int i = 0; i < 3; ++i)
+        screens.push_back(QVFunctionModel::create<TestFunctionModel>());
+    for (int i = 0; i < 3; ++i) {
+        screens[size_t(i)]->investment = 1000 + i;
+        screens[size_t(i)]->createReport({{"title", "Plan"}});
+    }
+    const QString stem = "roi_Plan_05-03-2024 14:07";
+    const QStringList expected = {stem + "_report.txt", stem + " (2)_report.txt",
+                                  stem + " (3)_report.txt"};
+    for (int i = 0; i < 3; ++i) {
+        const QVReport& report = screens[size_t(i)]->report();
+        EXPECT_EQ(report.fileName, expected[i]);
+        EXPECT_EQ(readDocument(report.fileName), report.contents);
+        EXPECT_TRUE(report.contents.contains(QString::number(1000 + i)));
+    }
+    // Removing the second's file (a mailed, unsaved report) leaves the others.
+    screens[1]->removeReportFile();
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 2);
+    EXPECT_FALSE(QFile::exists(QDir(documents()).filePath(expected[1])));
+}
+
+TEST_F(FunctionModelTest, GrownNamesStayWithinWhatAFileSystemTakes)
+{
+    // One screen, many reports: the name grows until the next growth would
+    // pass the limit, then starts again from the file key.
+    auto model = QVFunctionModel::create<TestFunctionModel>();
+    QStringList names;
+    for (int i = 0; i < 12; ++i) {
+        request("TestReportRequestedNotification", {{"title", QString("Quarter %1").arg(i)}});
+        ASSERT_TRUE(model->reportFileResult().ok())
+            << model->reportFileResult().error.toStdString();
+        names << model->report().fileName;
+        EXPECT_LE(names.last().toUtf8().size(), 255);
+    }
+    const auto restart = std::find_if(names.begin() + 1, names.end(), [](const QString& name) {
+        return name == QString("roi_%1_05-03-2024 14:07_report.txt").arg(name.section('_', 1, 1));
+    });
+    ASSERT_NE(restart, names.end()) << "the name never started again";
+    EXPECT_TRUE((restart - 1)->toUtf8().size() + restart->toUtf8().size() - 3 >
+                QVFunctionModel::maxFileNameBytes);
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), names.size());
+
+    // A title of 300 bytes on its own: shortened in the name only, on a
+    // character boundary, and the file is written.
+    const QString longTitle = QString(100, QChar(0x00e9)) + QString(50, QChar(0x20ac));
+    ASSERT_EQ(longTitle.toUtf8().size(), 350);
+    auto fresh = QVFunctionModel::create<OtherFunctionModel>();
+    request("OtherReportRequestedNotification", {{"title", longTitle}});
+    EXPECT_EQ(fresh->report().title, longTitle);
+    const QString name = fresh->report().fileName;
+    EXPECT_LE(name.toUtf8().size(), QVFunctionModel::maxFileNameBytes);
+    EXPECT_EQ(QString::fromUtf8(name.toUtf8()), name);
+    EXPECT_TRUE(name.startsWith("tip_" + longTitle.left(20)));
+    EXPECT_TRUE(name.endsWith("_05-03-2024 14:07_report.txt"));
+    EXPECT_TRUE(fresh->reportFileResult().ok());
 }
 
 TEST_F(FunctionModelTest, NonFiniteValuesAreReportedAndStillWritten)

@@ -8,6 +8,7 @@
 #include "platform/UrlOpener.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
+#include "reports/ReportStore.h"
 
 #include <QAccessible>
 #include <QDir>
@@ -149,9 +150,13 @@ public:
     // Empties the stored list and the documents and outbox folders.
     Q_INVOKABLE void reset()
     {
-        auto& settings = Services::settings();
-        settings.setValue(QVReport::reportsKey, QVariantList());
-        settings.sync();
+        ReportStore::createList();
+        ReportStore::removeRows([](const QList<ReportStore::Row>& rows) {
+            QList<qint64> ids;
+            for (const ReportStore::Row& row : rows)
+                ids << row.id;
+            return ids;
+        });
         QDir(AppPaths::documentsDirectory()).removeRecursively();
         QDir(AppPaths::outboxDirectory()).removeRecursively();
     }
@@ -171,7 +176,7 @@ public:
     }
     Q_INVOKABLE int storedCount() const
     {
-        return int(QVReport::storedReportList().value_or(QVariantList()).size());
+        return int(QVReport::storedReportList().value_or(QList<QByteArray>()).size());
     }
     Q_INVOKABLE bool exists(const QString& path) const { return QFile::exists(path); }
     Q_INVOKABLE int draftCount() const

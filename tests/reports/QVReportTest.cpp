@@ -3,6 +3,7 @@
 #include "TestSupport.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
 #include <QCborMap>
@@ -26,10 +27,9 @@ QVReport sample(const QString& title, const QDateTime& date)
 
 QStringList storedTitles()
 {
-    Services::settings().sync();
     QStringList titles;
-    for (const QVariant& item : Services::settings().value(QVReport::reportsKey).toList())
-        titles << QVReport::fromArchive(item.toByteArray()).title;
+    for (const QByteArray& item : QVReport::storedReportList().value_or(QList<QByteArray>()))
+        titles << QVReport::fromArchive(item).title;
     return titles;
 }
 
@@ -129,12 +129,12 @@ TEST_F(ReportStoreTest, ExtremeArchivedDatesDoNotBreakReading)
 
 TEST_F(ReportStoreTest, SavingBeforeTheListExistsIsLostAfterwardsGoesToTheHead)
 {
-    QVReport::saveReport(sample("lost", now));
-    EXPECT_FALSE(Services::settings().value(QVReport::reportsKey).isValid());
+    EXPECT_FALSE(QVReport::saveReport(sample("lost", now)).ok());
+    EXPECT_FALSE(QVReport::storedReportList());
 
     ReportTableModel list; // creates the empty list
-    EXPECT_TRUE(Services::settings().value(QVReport::reportsKey).isValid());
-    QVReport::saveReport(sample("first", now.addSecs(1)));
+    EXPECT_TRUE(QVReport::storedReportList());
+    EXPECT_TRUE(QVReport::saveReport(sample("first", now.addSecs(1))).ok());
     QVReport::saveReport(sample("second", now.addSecs(2)));
     EXPECT_EQ(storedTitles(), QStringList({"second", "first"}));
 }
@@ -180,8 +180,8 @@ TEST_F(ReportStoreTest, ASaveByAnotherInstanceBetweenTwoSavesIsKept)
     QVReport::saveReport(sample("mine-2", now.addSecs(10)));
     EXPECT_EQ(storedTitles(), QStringList({"mine-2", "theirs", "mine-1"}));
 
-    QSettingsStore fresh;
-    EXPECT_EQ(fresh.value(QVReport::reportsKey).toList().size(), 3) << "flushed to disk";
+    ReportStore::close();
+    EXPECT_EQ(storedTitles().size(), 3) << "on disk";
 }
 
 TEST_F(ReportStoreTest, DateStringNamesTodayAndYesterday)

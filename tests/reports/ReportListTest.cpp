@@ -5,6 +5,7 @@
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 #include "reports/ReportDetailController.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
 #include <QDir>
@@ -37,8 +38,8 @@ TEST_F(ReportListTest, FirstLoadOfAnEmptyStoreCreatesTheList)
 {
     ReportTableModel list;
     EXPECT_EQ(list.rowCount(), 0);
-    EXPECT_TRUE(Services::settings().value(QVReport::reportsKey).isValid());
-    EXPECT_TRUE(Services::settings().value(QVReport::reportsKey).toList().isEmpty());
+    ASSERT_TRUE(QVReport::storedReportList());
+    EXPECT_TRUE(QVReport::storedReportList()->isEmpty());
 }
 
 TEST_F(ReportListTest, RowsShowRecordsNewestFirst)
@@ -79,15 +80,11 @@ TEST_F(ReportListTest, CorruptedEntriesGiveEmptyRowsAndCannotBeMatched)
 {
     ReportTableModel list;
     saveThree();
-    auto& settings = Services::settings();
-    QVariantList stored = settings.value(QVReport::reportsKey).toList();
     QByteArray junk(40, Qt::Uninitialized);
     for (char& c : junk)
         c = char(QRandomGenerator::global()->bounded(256));
-    stored.insert(1, junk);
-    stored.insert(0, QByteArray());
-    settings.setValue(QVReport::reportsKey, stored);
-    settings.sync();
+    ASSERT_TRUE(ReportStore::insertAtHead(junk).ok());
+    ASSERT_TRUE(ReportStore::insertAtHead(QByteArray()).ok());
 
     list.loadReportArray();
     ASSERT_EQ(list.rowCount(), 5);
@@ -103,11 +100,32 @@ TEST_F(ReportListTest, CorruptedEntriesGiveEmptyRowsAndCannotBeMatched)
     EXPECT_EQ(list.rowCount(), 5);
 }
 
-TEST_F(ReportListTest, ANonListValueUnderTheKeyReadsAsEmpty)
+TEST_F(ReportListTest, AnOlderSettingsListIsTakenOverOnceInOrderAndLeftAsItWas)
 {
-    Services::settings().setValue(QVReport::reportsKey, QStringLiteral("not a list"));
+    auto& settings = Services::settings();
+    QVariantList legacy;
+    for (const char* title : {"newest", "middle", "oldest"}) {
+        QVReport report;
+        report.title = QString::fromLatin1(title);
+        legacy << report.archive();
+    }
+    settings.setValue(QStringLiteral("reports"), legacy);
+    settings.sync();
+
+    ReportTableModel list;
+    EXPECT_EQ(titles(list), QStringList({"newest", "middle", "oldest"}));
+    saveThree();
+    ReportTableModel again; // a second start imports nothing more
+    EXPECT_EQ(titles(again), QStringList({"three", "two", "one", "newest", "middle", "oldest"}));
+    EXPECT_EQ(QSettingsStore().value(QStringLiteral("reports")).toList(), legacy);
+}
+
+TEST_F(ReportListTest, ANonListValueInAnOlderSettingsFileImportsNothing)
+{
+    Services::settings().setValue(QStringLiteral("reports"), QStringLiteral("not a list"));
     ReportTableModel list;
     EXPECT_EQ(list.rowCount(), 0);
+    EXPECT_TRUE(list.loadError().isEmpty());
 }
 
 class ReportDetailTest : public HomeTest {};

@@ -1,6 +1,8 @@
 #include "AboutController.h"
 
+#include "framework/FallbackNotices.h"
 #include "framework/HtmlPages.h"
+#include "framework/Presenter.h"
 #include "platform/MailComposer.h"
 #include "platform/Services.h"
 #include "platform/UrlOpener.h"
@@ -8,12 +10,13 @@
 namespace {
 
 // Hands a web address to the system only when it is one the system can
-// open: well formed and with a scheme. Whether it opened is not our concern.
+// open: well formed and with a scheme. When no program takes it, the user
+// is shown the address to copy.
 void openIfPossible(const QUrl& url)
 {
     if (!url.isValid() || url.scheme().isEmpty())
         return;
-    Services::urlOpener().openUrl(url);
+    FallbackNotices::openUrl(url, Presenter::defaultPresenter());
 }
 
 QString webAddress(const char* path)
@@ -76,8 +79,11 @@ void AboutController::showEmail()
         QStringLiteral("<p>Hey, I've been using Tallyvane and thought you might like it.</p>\n");
     message.body += QStringLiteral("<a href=\"%1\">Download on the App Store</a>\n")
                         .arg(QStringLiteral(TALLYVANE_STORE_URL));
-    // The composer goes away by itself whatever the user does with it.
-    Services::mailComposer().compose(message, nullptr);
+    // The composer goes away by itself; only a draft no program opened is
+    // worth telling about.
+    Services::mailComposer().compose(message, [](MailResult result) {
+        FallbackNotices::mailFinished(result, Presenter::defaultPresenter());
+    });
 }
 
 void AboutController::sendFeedback()
@@ -85,7 +91,9 @@ void AboutController::sendFeedback()
     MailMessage message;
     message.subject = QStringLiteral("Tallyvane");
     message.recipients = {supportEmail()};
-    Services::mailComposer().compose(message, nullptr);
+    Services::mailComposer().compose(message, [](MailResult result) {
+        FallbackNotices::mailFinished(result, Presenter::defaultPresenter());
+    });
 }
 
 QString AboutController::pageHtml(const QString& source) const

@@ -117,5 +117,5 @@ void RecordingMailComposer::compose(const MailMessage& message, Finished finishe
     messages.push_back(message);
     filesWhileComposing = QVFileManager::filesInDocumentsDirectory();
     if (finished)
-        finished(MailResult::Sent);
+        finished(result);
 }

@@ -6,6 +6,7 @@
 #include "platform/MailComposer.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
+#include "platform/UrlOpener.h"
 
 #include <QDateTime>
 #include <QTemporaryDir>
@@ -95,10 +96,25 @@ public:
 class RecordingMailComposer : public MailComposer {
 public:
     bool canSend = true;
+    MailResult result = MailResult::Sent; // what every mail comes to
+    QString draftPath;                    // reported as the last draft
     bool canSendMail() const override { return canSend; }
     void compose(const MailMessage& message, Finished finished) override;
+    QString lastDraftPath() const override { return draftPath; }
 
     std::vector<MailMessage> messages;
     // Files present in the documents folder while the mail was open.
     QStringList filesWhileComposing;
+};
+
+// Records every address handed over; `opens` says whether a program took it.
+class RecordingUrlOpener : public UrlOpener {
+public:
+    bool opens = false;
+    bool openUrl(const QUrl& url) override
+    {
+        opened.append(url);
+        return opens;
+    }
+    QList<QUrl> opened;
 };

@@ -3,20 +3,13 @@
 #include "platform/Services.h"
 #include "platform/UrlOpener.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QList>
+#include <QScopeGuard>
 #include <memory>
 
 namespace {
-
-class RecordingUrlOpener : public UrlOpener {
-public:
-    bool openUrl(const QUrl& url) override
-    {
-        opened.append(url);
-        return false;
-    }
-    QList<QUrl> opened;
-};
 
 class AboutTest : public HomeTest {
 protected:
@@ -85,6 +78,39 @@ TEST_F(AboutTest, MailsGoOutEvenWhenTheDeviceCannotSendMail)
     about.showEmail();
     about.sendFeedback();
     EXPECT_EQ(mail->messages.size(), 2u);
+}
+
+TEST_F(AboutTest, WhatNoProgramOpensIsShownWithACopyOrFolderButton)
+{
+    ScriptedPresenter presenter;
+    Presenter::setDefaultPresenter(&presenter);
+    const auto restore = qScopeGuard([] { Presenter::setDefaultPresenter(nullptr); });
+
+    // A web page no browser takes: its address, and Copy puts it on the clipboard.
+    presenter.script({{"Copy", ""}});
+    about.rowSelected(0, 1);
+    ASSERT_EQ(presenter.requests.size(), 1u);
+    EXPECT_EQ(presenter.requests[0].title, "Could not open the page");
+    EXPECT_TRUE(presenter.requests[0].message.contains(TALLYVANE_WEB_URL "/privacy"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), TALLYVANE_WEB_URL "/privacy");
+
+    // A mail draft no mail program opens: where it is, and a button that
+    // opens its folder.
+    mail->result = MailResult::Unopened;
+    mail->draftPath = home.filePath("Outbox/draft-1.eml");
+    presenter.script({{"Open Folder", ""}});
+    about.sendFeedback();
+    ASSERT_EQ(presenter.requests.size(), 2u);
+    EXPECT_EQ(presenter.requests[1].title, "Mail draft saved");
+    EXPECT_TRUE(presenter.requests[1].message.contains(mail->draftPath));
+    EXPECT_EQ(opener->opened.last(), QUrl::fromLocalFile(home.filePath("Outbox")));
+
+    // Opened pages and mails say nothing more.
+    opener->opens = true;
+    mail->result = MailResult::Saved;
+    about.rowSelected(0, 2);
+    about.showEmail();
+    EXPECT_EQ(presenter.requests.size(), 2u);
 }
 
 TEST_F(AboutTest, OtherRowsDoNothing)

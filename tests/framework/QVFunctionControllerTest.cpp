@@ -4,8 +4,10 @@
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
+#include <QDir>
 #include <QSignalSpy>
 
 namespace {
@@ -89,6 +91,67 @@ TEST_F(FunctionControllerTest, SaveArchivesAtTheHeadAndConfirms)
     EXPECT_EQ(list->reportAt(0).functionTitle, "Roi");
     EXPECT_TRUE(controller.model()->reportSaved());
     EXPECT_TRUE(mail->messages.empty());
+}
+
+TEST_F(FunctionControllerTest, ASaveThatCannotLandIsToldAndTouchesNothingSavedBefore)
+{
+    presenter.script({{"Save", ""}, {"OK", "Kept"}, {"OK", ""}});
+    controller.exportClicked();
+    ASSERT_EQ(storedTitles(), QStringList({"Kept"}));
+    const QStringList keptFiles = QVFileManager::filesInDocumentsDirectory();
+
+    const auto lastAlert = [this] { return presenter.requests.back(); };
+    const auto saveTitled = [this](const QString& title) {
+        presenter.script({{"Save", ""}, {"OK", title}, {"OK", ""}});
+        controller.exportClicked();
+    };
+    // The text file cannot be written: the documents folder is a file.
+    ASSERT_TRUE(QDir(documents()).removeRecursively());
+    QFile blocker(documents());
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    saveTitled("No folder");
+    EXPECT_EQ(lastAlert().title, "Could not save the report");
+    EXPECT_TRUE(lastAlert().message.contains("Documents")) << lastAlert().message.toStdString();
+    EXPECT_EQ(storedTitles(), QStringList({"Kept"}));
+
+    // E-mail needs the text file too: told the same way, no mail.
+    presenter.script({{"Send Email", ""}, {"OK", ""}});
+    controller.exportClicked();
+    EXPECT_EQ(lastAlert().title, "Could not save the report");
+    EXPECT_TRUE(mail->messages.empty());
+
+    // The list cannot be written: the text file just made goes again.
+    ASSERT_TRUE(QFile::remove(documents()));
+    ASSERT_TRUE(QDir().mkpath(documents()));
+    for (const QString& name : keptFiles)
+        QVFileManager::saveFileToDocumentsDirectoryWithContents(name, "kept");
+    ReportStore::close();
+    for (const char* suffix : {"", "-wal", "-shm"})
+        QFile::remove(ReportStore::databasePath() + QLatin1String(suffix));
+    ASSERT_TRUE(QDir().mkpath(ReportStore::databasePath()));
+    saveTitled("No list");
+    EXPECT_EQ(lastAlert().title, "Could not save the report");
+    EXPECT_FALSE(lastAlert().message.isEmpty());
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory(), keptFiles);
+    for (const AlertRequest& request : presenter.requests)
+        EXPECT_TRUE(request.title != "Calculation Saved" || &request == &presenter.requests[2]);
+}
+
+TEST_F(FunctionControllerTest, AMailDraftNoProgramOpensIsShownWithItsFolder)
+{
+    auto opener = std::make_shared<RecordingUrlOpener>();
+    Services::setUrlOpener(opener);
+    mail->result = MailResult::Unopened;
+    mail->draftPath = home.filePath("Outbox/draft-1.eml");
+    presenter.script({{"Send Email", ""}, {"Open Folder", ""}});
+    controller.exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    const AlertRequest& told = presenter.requests.back();
+    EXPECT_EQ(told.title, "Mail draft saved");
+    EXPECT_TRUE(told.message.contains(mail->draftPath));
+    ASSERT_EQ(opener->opened.size(), 1);
+    EXPECT_EQ(opener->opened[0], QUrl::fromLocalFile(home.filePath("Outbox")));
 }
 
 TEST_F(FunctionControllerTest, SaveWithAnEmptyTitleIsAccepted)

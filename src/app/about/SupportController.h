@@ -1,14 +1,25 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
+#include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <QUrl>
 
 class QNetworkAccessManager;
 class QNetworkReply;
 
-// The support form: name, e-mail and comment, posted once to the maker's
-// server. The server's reply text is the only answer the user sees.
+// The support form: name, e-mail and comment, posted to the maker's server.
+// The server's reply text is the answer the user sees; a request that gets
+// no answer (no connection, a server that stalls or trickles past the
+// deadline) shows a message instead and can be sent again. A form that got
+// its answer is not sent twice on one visit.
+//
+// Bounded in every way: one overall deadline for the whole exchange (not an
+// idle timeout a trickling server could keep alive), and at most
+// maxReplyBytes of the reply are ever held; past that the reply is cut off
+// and its first part shown.
 class SupportController : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
@@ -18,11 +29,13 @@ class SupportController : public QObject {
     Q_PROPERTY(bool responseVisible READ responseVisible NOTIFY responseVisibleChanged)
     Q_PROPERTY(bool sendEnabled READ sendEnabled NOTIFY sendEnabledChanged)
     Q_PROPERTY(bool sending READ sending NOTIFY sendingChanged)
-    Q_PROPERTY(int transferTimeout READ transferTimeout WRITE setTransferTimeout NOTIFY
-                   transferTimeoutChanged)
+    // Why the last send got no answer; empty when it did.
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(int deadline READ deadline WRITE setDeadline NOTIFY deadlineChanged)
 
 public:
-    static constexpr int defaultTransferTimeout = 60000;
+    static constexpr int defaultDeadline = 30000;
+    static constexpr qint64 maxReplyBytes = 64 * 1024;
 
     explicit SupportController(QObject* parent = nullptr);
 
@@ -36,9 +49,10 @@ public:
     bool responseVisible() const { return m_responseVisible; }
     bool sendEnabled() const { return m_sendEnabled; }
     bool sending() const { return m_sending; }
-    // Milliseconds the request may take before it is given up.
-    int transferTimeout() const { return m_transferTimeout; }
-    void setTransferTimeout(int milliseconds);
+    QString errorMessage() const { return m_errorMessage; }
+    // Milliseconds the whole request may take before it is given up.
+    int deadline() const { return m_deadline; }
+    void setDeadline(int milliseconds);
 
     // Where the form goes: TALLYVANE_SUPPORT_URL when set, else the
     // address the app was built with.
@@ -47,9 +61,12 @@ public:
     static QByteArray formBody(const QString& email, const QString& name, const QString& comment);
     // The reply as text; empty unless it is valid UTF-8.
     static QString replyText(const QByteArray& body);
+    // `body` without a UTF-8 sequence cut off at its end.
+    static QByteArray withoutCutSequence(const QByteArray& body);
 
-    // The Send button: posts the form once. The button stays disabled for
-    // the life of this screen, whatever the outcome.
+    // The Send button: posts the form. After an answer the button stays
+    // disabled for the life of this screen; after a failure it is enabled
+    // again.
     Q_INVOKABLE void sendClicked();
 
 signals:
@@ -60,14 +77,20 @@ signals:
     void responseVisibleChanged();
     void sendEnabledChanged();
     void sendingChanged();
-    void transferTimeoutChanged();
+    void errorMessageChanged();
+    void deadlineChanged();
     // The fields should give up the keyboard focus.
     void editingEnded();
     // The request finished, one way or another, and the reply is shown.
     void replied();
 
 private:
+    void take(QNetworkReply* reply);
     void finish(QNetworkReply* reply);
+    void giveUp();
+    void setSendEnabled(bool enabled);
+    void setSending(bool sending);
+    void setErrorMessage(const QString& message);
 
     QString m_name;
     QString m_email;
@@ -76,6 +99,12 @@ private:
     bool m_responseVisible = false;
     bool m_sendEnabled = true;
     bool m_sending = false;
-    int m_transferTimeout = defaultTransferTimeout;
+    QString m_errorMessage;
+    int m_deadline = defaultDeadline;
     QNetworkAccessManager* m_network = nullptr;
+    QPointer<QNetworkReply> m_reply;
+    QTimer m_deadlineTimer;
+    QByteArray m_body;
+    bool m_cutOff = false;
+    bool m_timedOut = false;
 };

@@ -3,8 +3,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// The support form. Send posts it once; the server's reply appears below
-// the fields. Return in a field just takes the keyboard away.
+// The support form. Send posts it; the server's reply appears below the
+// fields. When no answer comes, a message says so and the form can be sent
+// again. Return in a field just takes the keyboard away.
 Page {
     id: page
 
@@ -106,6 +107,30 @@ Page {
                 Layout.alignment: Qt.AlignHCenter
                 visible: controller.sending
                 running: controller.sending
+            }
+
+            Label {
+                objectName: "supportErrorLabel"
+                Layout.fillWidth: true
+                Layout.leftMargin: AppTheme.margin
+                Layout.rightMargin: AppTheme.margin
+                visible: controller.errorMessage.length > 0
+                text: controller.errorMessage
+                wrapMode: Text.Wrap
+                textFormat: Text.PlainText
+                color: AppTheme.danger
+                font.pixelSize: 16
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
+
+            Button {
+                objectName: "sendAgainButton"
+                Layout.alignment: Qt.AlignHCenter
+                visible: controller.errorMessage.length > 0
+                enabled: controller.sendEnabled
+                text: qsTr("Send Again")
+                onClicked: controller.sendClicked()
             }
 
             Label {

@@ -1,5 +1,6 @@
 #include "AppWindow.h"
 
+#include "platform/AppPaths.h"
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
@@ -7,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -38,6 +40,10 @@ void ScreenshotDriver::next()
         QCoreApplication::exit(m_failed || m_steps.isEmpty() ? 1 : 0);
         return;
     }
+    // The failed-save screen needs a real failure: the documents folder is
+    // put aside and a plain file takes its place until the picture is taken.
+    if (m_steps.at(m_index) == QLatin1String("roi-save-failed"))
+        blockDocuments(true);
     QMetaObject::invokeMethod(m_window, "showScreenshotStep",
                               Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
     // Let transitions, popups and chart animations settle first.
@@ -53,7 +59,24 @@ void ScreenshotDriver::capture()
         qWarning("screenshot %s could not be written", qUtf8Printable(path));
         m_failed = true;
     }
+    blockDocuments(false);
     next();
+}
+
+void ScreenshotDriver::blockDocuments(bool block)
+{
+    const QString documents = AppPaths::documentsDirectory();
+    const QString aside = documents + QStringLiteral(".aside");
+    if (block && !m_documentsBlocked) {
+        QDir().mkpath(documents);
+        QDir().rename(documents, aside);
+        QFile blocker(documents);
+        m_documentsBlocked = blocker.open(QIODevice::WriteOnly);
+    } else if (!block && m_documentsBlocked) {
+        QFile::remove(documents);
+        QDir().rename(aside, documents);
+        m_documentsBlocked = false;
+    }
 }
 
 void seedDemoReports()

@@ -32,12 +32,14 @@ public:
 private:
     void next();
     void capture();
+    void blockDocuments(bool block);
 
     QQuickWindow* m_window;
     QString m_directory;
     QStringList m_steps;
     int m_index = -1;
     bool m_failed = false;
+    bool m_documentsBlocked = false;
 };
 
 // A few saved reports from different calculators, so the Reports screens

@@ -7,7 +7,7 @@ ApplicationWindow {
     id: window
 
     // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about", "about-support", "about-credits", "about-privacy", "about-terms"]
+    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "roi-save-failed", "roi-mail-draft", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about", "about-support", "about-credits", "about-privacy", "about-terms"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -116,6 +116,8 @@ ApplicationWindow {
         case "roi-description":
         case "roi-export-sheet":
         case "roi-report-title":
+        case "roi-save-failed":
+        case "roi-mail-draft":
             showTab(0);
             openScreen("RoiController", "");
             fillForm(functionsStack.currentItem, {
@@ -127,10 +129,16 @@ ApplicationWindow {
                 functionsStack.currentItem.controller.segmentChanged(1);
             else if (name === "roi-export-sheet")
                 functionsStack.currentItem.controller.exportClicked();
-            else if (name === "roi-report-title") {
+            else if (name === "roi-report-title" || name === "roi-save-failed") {
                 functionsStack.currentItem.controller.exportClicked();
-                const sheet = Presenter.pendingRequest();
-                Presenter.answer(sheet.id, "Save");
+                Presenter.answer(Presenter.pendingRequest().id, "Save");
+                // The driver has blocked the documents folder for this one.
+                if (name === "roi-save-failed")
+                    Presenter.answer(Presenter.pendingRequest().id, "OK", "Solar panels");
+            } else if (name === "roi-mail-draft") {
+                // No mail program offscreen: the draft's place is shown.
+                functionsStack.currentItem.controller.exportClicked();
+                Presenter.answer(Presenter.pendingRequest().id, "Send Email");
             }
             break;
         case "npv-chart":

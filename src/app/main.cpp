@@ -1,5 +1,6 @@
 #include "AppWindow.h"
 #include "QmlPresenter.h"
+#include "reports/ReportStore.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
@@ -51,6 +52,8 @@ int main(int argc, char* argv[])
 
     const AppOptions options = parseOptions(app);
     QmlPresenter::instance(); // the screens' dialogs go through it
+    // Closing the reports database folds its journal back into it.
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, [] { ReportStore::close(); });
     if (options.seedDemoReports)
         seedDemoReports();
 

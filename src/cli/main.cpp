@@ -1,4 +1,5 @@
 #include "Cli.h"
+#include "reports/ReportStore.h"
 
 #include <QCoreApplication>
 #include <cstdio>
@@ -11,6 +12,7 @@ int main(int argc, char* argv[])
     QTextStream out(stdout);
     QTextStream err(stderr);
     const int code = runCli(app.arguments().mid(1), out, err);
+    ReportStore::close();
     out.flush();
     err.flush();
     return code;

@@ -162,13 +162,16 @@ Page {
         }
 
         Label {
+            objectName: "emptyListLabel"
             anchors.centerIn: parent
             width: parent.width - 64
             visible: list.count === 0
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.WordWrap
-            text: qsTr("No saved reports yet.\nSave a calculation from any calculator's export button and it appears here.")
-            opacity: 0.6
+            // An unreadable list is said so, never shown as an empty one.
+            text: page.reports.loadError.length > 0 ? qsTr("The saved reports could not be read.\n%1").arg(page.reports.loadError) : qsTr("No saved reports yet.\nSave a calculation from any calculator's export button and it appears here.")
+            color: page.reports.loadError.length > 0 ? AppTheme.danger : palette.text
+            opacity: page.reports.loadError.length > 0 ? 1 : 0.6
         }
     }
 }

@@ -4,12 +4,20 @@
 
 namespace AppPaths {
 
-QString appHome()
+namespace {
+
+// $TALLYVANE_HOME when set, else the user's writable `location`.
+QString homeOr(QStandardPaths::StandardLocation location)
 {
     const QString home = qEnvironmentVariable("TALLYVANE_HOME");
-    if (!home.isEmpty())
-        return home;
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return home.isEmpty() ? QStandardPaths::writableLocation(location) : home;
+}
+
+} // namespace
+
+QString appHome()
+{
+    return homeOr(QStandardPaths::AppDataLocation);
 }
 
 QString documentsDirectory()
@@ -30,10 +38,7 @@ QString settingsFile()
 
 QString configDirectory()
 {
-    const QString home = qEnvironmentVariable("TALLYVANE_HOME");
-    if (!home.isEmpty())
-        return home;
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    return homeOr(QStandardPaths::AppConfigLocation);
 }
 
 QString reportsDatabase()

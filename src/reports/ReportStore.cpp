@@ -219,7 +219,11 @@ std::optional<QList<ReportStore::Row>> ReportStore::rows(QString* error)
     return result;
 }
 
-WriteResult ReportStore::createList()
+namespace {
+
+// Runs `change` inside one write transaction on the open database, told
+// whether the list exists; commits when it succeeds.
+WriteResult inTransaction(const std::function<WriteResult(QSqlDatabase, bool)>& change)
 {
     QString reason;
     std::optional<QSqlDatabase> db = connection(&reason);
@@ -231,73 +235,71 @@ WriteResult ReportStore::createList()
     const std::optional<bool> exists = listExists(*db, &reason);
     if (!exists)
         return WriteResult::failure(reason);
-    if (*exists)
-        return WriteResult::success();
-    QSqlQuery create(*db);
-    if (!create.exec(QStringLiteral("CREATE TABLE reports (id INTEGER PRIMARY KEY AUTOINCREMENT, "
-                                    "archive BLOB NOT NULL, checksum INTEGER NOT NULL)")))
-        return WriteResult::failure(reasonOf(create.lastError()));
-    // The list an older version kept in the settings file, newest first:
-    // inserted oldest first so that the ids keep its order.
-    const QVariant legacy = Services::settings().value(legacyKey);
-    if (legacy.typeId() == QMetaType::QVariantList) {
+    const WriteResult changed = change(*db, *exists);
+    return changed.ok() ? transaction.commit() : changed;
+}
+
+} // namespace
+
+WriteResult ReportStore::createList()
+{
+    return inTransaction([](QSqlDatabase db, bool exists) {
+        if (exists)
+            return WriteResult::success();
+        QSqlQuery create(db);
+        if (!create.exec(QStringLiteral("CREATE TABLE reports (id INTEGER PRIMARY KEY "
+                                        "AUTOINCREMENT, archive BLOB NOT NULL, checksum INTEGER "
+                                        "NOT NULL)")))
+            return WriteResult::failure(reasonOf(create.lastError()));
+        // The list an older version kept in the settings file, newest
+        // first: inserted oldest first so that the ids keep its order.
+        const QVariant legacy = Services::settings().value(legacyKey);
+        if (legacy.typeId() != QMetaType::QVariantList)
+            return WriteResult::success();
         const QVariantList items = legacy.toList();
+        QString reason;
         for (auto item = items.crbegin(); item != items.crend(); ++item) {
-            if (!insertArchive(*db, item->toByteArray(), &reason))
+            if (!insertArchive(db, item->toByteArray(), &reason))
                 return WriteResult::failure(reason);
         }
-    }
-    return transaction.commit();
+        return WriteResult::success();
+    });
 }
 
 WriteResult ReportStore::insertAtHead(const QByteArray& archive)
 {
-    QString reason;
-    std::optional<QSqlDatabase> db = connection(&reason);
-    if (!db)
-        return WriteResult::failure(reason);
-    WriteTransaction transaction(*db);
-    if (!transaction.isOpen())
-        return WriteResult::failure(transaction.error());
-    const std::optional<bool> exists = listExists(*db, &reason);
-    if (!exists)
-        return WriteResult::failure(reason);
-    if (!*exists)
-        return WriteResult::failure(
-            QStringLiteral("The saved reports list has not been created yet."));
-    if (!insertArchive(*db, archive, &reason))
-        return WriteResult::failure(reason);
-    return transaction.commit();
+    return inTransaction([&archive](QSqlDatabase db, bool exists) {
+        if (!exists)
+            return WriteResult::failure(
+                QStringLiteral("The saved reports list has not been created yet."));
+        QString reason;
+        return insertArchive(db, archive, &reason) ? WriteResult::success()
+                                                   : WriteResult::failure(reason);
+    });
 }
 
 WriteResult ReportStore::removeRows(const Chooser& choose, int* removed)
 {
     if (removed)
         *removed = 0;
-    QString reason;
-    std::optional<QSqlDatabase> db = connection(&reason);
-    if (!db)
-        return WriteResult::failure(reason);
-    WriteTransaction transaction(*db);
-    if (!transaction.isOpen())
-        return WriteResult::failure(transaction.error());
-    const std::optional<bool> exists = listExists(*db, &reason);
-    if (!exists)
-        return WriteResult::failure(reason);
-    if (!*exists)
+    QList<qint64> ids;
+    const WriteResult result = inTransaction([&](QSqlDatabase db, bool exists) {
+        if (!exists)
+            return WriteResult::success();
+        QString reason;
+        const std::optional<QList<Row>> rows = readRows(db, &reason);
+        if (!rows)
+            return WriteResult::failure(reason);
+        ids = choose(*rows);
+        QSqlQuery remove(db);
+        remove.prepare(QStringLiteral("DELETE FROM reports WHERE id = ?"));
+        for (qint64 id : std::as_const(ids)) {
+            remove.bindValue(0, id);
+            if (!remove.exec())
+                return WriteResult::failure(reasonOf(remove.lastError()));
+        }
         return WriteResult::success();
-    const std::optional<QList<Row>> rows = readRows(*db, &reason);
-    if (!rows)
-        return WriteResult::failure(reason);
-    const QList<qint64> ids = choose(*rows);
-    QSqlQuery remove(*db);
-    remove.prepare(QStringLiteral("DELETE FROM reports WHERE id = ?"));
-    for (qint64 id : ids) {
-        remove.bindValue(0, id);
-        if (!remove.exec())
-            return WriteResult::failure(reasonOf(remove.lastError()));
-    }
-    const WriteResult result = transaction.commit();
+    });
     if (result.ok() && removed)
         *removed = int(ids.size());
     return result;

@@ -19,6 +19,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcReports)
 namespace {
 
 const QString connectionName = QStringLiteral("tallyvane.reports");
+int busyTimeoutValue = ReportStore::defaultBusyTimeout;
 const QString legacyKey = QStringLiteral("reports");
 
 QString reasonOf(const QSqlError& error)
@@ -56,7 +57,7 @@ std::optional<QSqlDatabase> connection(QString* error)
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
         db.setDatabaseName(path);
         db.setConnectOptions(
-            QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(ReportStore::busyTimeoutMilliseconds));
+            QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(ReportStore::busyTimeout()));
         if (db.open()) {
             QSqlQuery pragma(db);
             // WAL lets readers go on while one process writes; FULL makes a
@@ -182,6 +183,16 @@ std::optional<QList<ReportStore::Row>> readRows(QSqlDatabase db, QString* error)
 }
 
 } // namespace
+
+int ReportStore::busyTimeout()
+{
+    return busyTimeoutValue;
+}
+
+void ReportStore::setBusyTimeout(int milliseconds)
+{
+    busyTimeoutValue = milliseconds;
+}
 
 QString ReportStore::databasePath()
 {

@@ -59,6 +59,9 @@ public:
     // The checksum kept beside each archive.
     static qint64 checksumOf(const QByteArray& archive);
 
-    // How long a change waits for another process's change to finish.
-    static constexpr int busyTimeoutMilliseconds = 10000;
+    // How long a change waits for another process's change to finish
+    // before it fails; applies to connections opened from then on.
+    static int busyTimeout();
+    static void setBusyTimeout(int milliseconds);
+    static constexpr int defaultBusyTimeout = 10000;
 };

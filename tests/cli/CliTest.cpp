@@ -10,6 +10,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QScopeGuard>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 namespace {
 
@@ -261,6 +264,36 @@ TEST_F(CliTest, ASaveThatCannotLandFailsWithTheReasonAndKeepsEarlierRecords)
     EXPECT_FALSE(stderrText.isEmpty());
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty()) << "no orphan text file";
     EXPECT_EQ(run({"reports", "list"}), 1);
+}
+
+TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
+{
+    save({"Plan A", "Plan B"});
+    ReportStore::setBusyTimeout(200);
+    const auto restore = qScopeGuard([] {
+        ReportStore::setBusyTimeout(ReportStore::defaultBusyTimeout);
+        ReportStore::close();
+    });
+    ReportStore::close();
+    // Another program holds the write lock and does not let go.
+    {
+        QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-writer");
+        other.setDatabaseName(ReportStore::databasePath());
+        ASSERT_TRUE(other.open());
+        QSqlQuery lock(other);
+        ASSERT_TRUE(lock.exec("BEGIN IMMEDIATE"));
+
+        EXPECT_EQ(run({"reports", "delete", "0"}), 1);
+        EXPECT_TRUE(stderrText.contains("was not deleted")) << stderrText.toStdString();
+        EXPECT_TRUE(stderrText.contains("locked")) << stderrText.toStdString();
+        EXPECT_EQ(run({"calc", "tip", "bill=50", "--save", "Locked out"}), 1);
+        EXPECT_TRUE(stderrText.contains("locked")) << stderrText.toStdString();
+        lock.exec("ROLLBACK");
+    }
+    QSqlDatabase::removeDatabase("other-writer");
+    ASSERT_EQ(run({"reports", "list"}), 0);
+    EXPECT_EQ(stdoutText.count('\n'), 2) << "both reports kept, none added";
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 2) << "no orphan text file";
 }
 
 TEST_F(CliTest, CalcFillsTablesAndRunsEveryCatalogueCalculator)

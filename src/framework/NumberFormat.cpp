@@ -1,5 +1,8 @@
 #include "NumberFormat.h"
 
+#include "expression/DecimalDigit.h"
+
+#include <QStringView>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -71,7 +74,43 @@ void increment(std::string& digits)
     digits.insert(digits.begin(), '1');
 }
 
+// A code point and the UTF-16 units it takes at text[i].
+char32_t codePointAt(QStringView text, qsizetype i, qsizetype& length)
+{
+    const char16_t u = text[i].unicode();
+    length = 1;
+    if (QChar::isHighSurrogate(u) && i + 1 < text.size() &&
+        QChar::isLowSurrogate(text[i + 1].unicode())) {
+        length = 2;
+        return QChar::surrogateToUcs4(u, text[i + 1].unicode());
+    }
+    return u;
+}
+
+// The text without its invisible marks: direction marks, zero-width
+// joiners, word joiners, byte-order marks (the Unicode format characters).
+QString withoutMarks(QStringView text)
+{
+    QString out;
+    out.reserve(text.size());
+    qsizetype length = 0;
+    for (qsizetype i = 0; i < text.size(); i += length) {
+        if (QChar::category(codePointAt(text, i, length)) != QChar::Other_Format)
+            out += text.mid(i, length);
+    }
+    return out;
+}
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
 } // namespace
+
+QString decimalSeparator(const QLocale& locale)
+{
+    const QString separator = withoutMarks(locale.decimalPoint());
+    return separator.isEmpty() ? QStringLiteral(".") : separator;
+}
 
 QString format(double value, int maxFractionDigits, Rounding rounding, const QLocale& locale)
 {
@@ -98,10 +137,10 @@ QString format(double value, int maxFractionDigits, Rounding rounding, const QLo
     QString out;
     const bool zero = integer.find_first_not_of('0') == std::string::npos && fraction.empty();
     if (std::signbit(value) && !zero)
-        out += locale.negativeSign();
+        out += QLatin1Char('-'); // ASCII whatever the locale writes
     out += QString::fromLatin1(integer.data(), qsizetype(integer.size()));
     if (!fraction.empty()) {
-        out += locale.decimalPoint();
+        out += decimalSeparator(locale);
         out += QString::fromLatin1(fraction.data(), qsizetype(fraction.size()));
     }
     return out;
@@ -114,69 +153,63 @@ QString preciseString(double value)
     return QString::number(value, 'g', 17);
 }
 
-double plainDecimalValue(const QString& text)
-{
-    const QString point = QLocale().decimalPoint();
-    const qsizetype size = text.size();
-    const auto digitsFrom = [&](qsizetype& i) {
-        QString digits;
-        while (i < size && text.at(i) >= u'0' && text.at(i) <= u'9')
-            digits += text.at(i++);
-        return digits;
-    };
-
-    qsizetype i = 0;
-    while (i < size && text.at(i).isSpace())
-        ++i;
-    QString sign;
-    if (i < size && (text.at(i) == u'-' || text.at(i) == u'+'))
-        sign = text.at(i++);
-    const QString whole = digitsFrom(i);
-    QString fraction;
-    if (i < size && text.at(i) == u'.') {
-        ++i;
-        fraction = digitsFrom(i);
-    } else if (!point.isEmpty() && text.mid(i, point.size()) == point) {
-        i += point.size();
-        fraction = digitsFrom(i);
-    }
-    if (whole.isEmpty() && fraction.isEmpty())
-        return 0;
-
-    QString number = sign + (whole.isEmpty() ? QStringLiteral("0") : whole);
-    if (!fraction.isEmpty())
-        number += QLatin1Char('.') + fraction;
-    // An exponent counts only when digits follow it.
-    if (i < size && (text.at(i) == u'e' || text.at(i) == u'E')) {
-        qsizetype j = i + 1;
-        QString exponentSign;
-        if (j < size && (text.at(j) == u'-' || text.at(j) == u'+'))
-            exponentSign = text.at(j++);
-        const QString exponent = digitsFrom(j);
-        if (!exponent.isEmpty())
-            number += QLatin1Char('e') + exponentSign + exponent;
-    }
-    // Too large a number reads as an infinity, too small a one as 0.
-    return QLocale::c().toDouble(number);
-}
-
 double numberFromText(const QString& text, const QLocale& locale)
 {
-    const QString trimmed = text.trimmed();
-    bool ok = false;
-    double value = locale.toDouble(trimmed, &ok);
-    if (ok)
-        return value;
-    value = QLocale::c().toDouble(trimmed, &ok);
-    if (ok)
-        return value;
-    if (trimmed == QLatin1String("NaN"))
-        return std::numeric_limits<double>::quiet_NaN();
-    if (trimmed == QLatin1String("Infinity"))
-        return std::numeric_limits<double>::infinity();
-    if (trimmed == QLatin1String("-Infinity"))
-        return -std::numeric_limits<double>::infinity();
-    return 0.0;
+    const QString unmarked = withoutMarks(text);
+    QStringView rest = QStringView(unmarked).trimmed();
+
+    bool negative = false;
+    const QString minus = withoutMarks(locale.negativeSign());
+    if (rest.startsWith(u'-')) {
+        negative = true;
+        rest = rest.mid(1);
+    } else if (!minus.isEmpty() && rest.startsWith(minus)) {
+        negative = true;
+        rest = rest.mid(minus.size());
+    }
+    if (rest == u"Infinity")
+        return negative ? -infinity : infinity;
+    if (rest == u"NaN")
+        return negative ? 0.0 : notANumber;
+
+    // The digits in ASCII with "." as the point, for the conversion.
+    std::string ascii = negative ? "-" : "";
+    ascii.reserve(size_t(rest.size()) + 1);
+    const QString separator = decimalSeparator(locale);
+    bool seenPoint = false;
+    bool seenDigit = false;
+    bool integerNonZero = false;
+    for (qsizetype i = 0; i < rest.size();) {
+        if (const DecimalDigit digit = decimalDigitAt(rest, i)) {
+            ascii += char('0' + digit.value);
+            seenDigit = true;
+            integerNonZero = integerNonZero || (!seenPoint && digit.value != 0);
+            i += digit.length;
+            continue;
+        }
+        qsizetype pointLength = 0;
+        if (rest.mid(i).startsWith(separator))
+            pointLength = separator.size();
+        else if (rest[i] == u'.')
+            pointLength = 1;
+        if (pointLength == 0 || seenPoint)
+            return 0.0; // a second separator or any other character
+        seenPoint = true;
+        ascii += '.';
+        i += pointLength;
+    }
+    if (!seenDigit)
+        return 0.0;
+
+    double value = 0.0;
+    const auto result =
+        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
+    if (result.ec == std::errc::result_out_of_range) {
+        // Too large a number is infinite, too small a one is 0.
+        const double magnitude = integerNonZero ? infinity : 0.0;
+        return negative ? -magnitude : magnitude;
+    }
+    return result.ec == std::errc() ? value : 0.0;
 }
 
 QString stringFromDouble(double value, const QLocale& locale)
@@ -187,6 +220,13 @@ QString stringFromDouble(double value, const QLocale& locale)
 QString displayString(double value, const QLocale& locale)
 {
     return format(value, 4, Rounding::AwayFromZero, locale);
+}
+
+QString exactString(double value, const QLocale& locale)
+{
+    // The shortest decimal has at most 17 significant digits after at most
+    // 323 zeros, so nothing is ever rounded away.
+    return format(value, 400, Rounding::HalfEven, locale);
 }
 
 } // namespace NumberFormat

@@ -68,6 +68,9 @@ QString preciseString(double value);
 // - "NaN", "Infinity" and "-Infinity" (with either minus) read back as
 //   what the writing rule spells that way.
 // A number too large for a double is infinite, one too small is 0.
+// Period fields and table cells follow this rule too, where they used to
+// take the leading number of a text ("12 months" as 12, "1e400" as
+// Infinity): now every text reads alike, and such texts are unreadable.
 double numberFromText(const QString& text, const QLocale& locale = QLocale());
 
 } // namespace NumberFormat

@@ -195,33 +195,12 @@ TEST(NumberReading, OneRuleInEveryLocale)
         << "long texts round correctly";
 }
 
-TEST(NumberWriting, AsciiMinusAndUnmarkedSeparatorInEveryLocale)
+// Table cells show every digit they hold, so they read back unchanged.
+TEST(NumberWriting, CellsShowTheShortestExactDecimal)
 {
-    struct Row {
-        const char* locale;
-        const char16_t* result;  // -1234.5678 as a result
-        const char16_t* display; // -0.00005 on the keypad
-    };
-    const Row rows[] = {
-        {"C", u"-1234.568", u"-0.0001"},
-        {"de_DE", u"-1234,568", u"-0,0001"},
-        {"sv_SE", u"-1234,568", u"-0,0001"},
-        {"he_IL", u"-1234.568", u"-0.0001"},
-        {"ar_EG", u"-1234\u066b568", u"-0\u066b0001"},
-        {"fa_IR", u"-1234\u066b568", u"-0\u066b0001"},
-    };
-    for (const Row& row : rows) {
-        const QLocale locale(row.locale);
-        EXPECT_EQ(NumberFormat::stringFromDouble(-1234.5678, locale),
-                  QString::fromUtf16(row.result))
-            << row.locale;
-        EXPECT_EQ(NumberFormat::displayString(-0.00005, locale), QString::fromUtf16(row.display))
-            << row.locale;
-        const QString separator = QString::fromUtf16(row.result).mid(5, 1);
-        EXPECT_EQ(NumberFormat::decimalSeparator(locale), separator) << row.locale;
-        EXPECT_EQ(NumberFormat::exactString(-1234567.125, locale), "-1234567" + separator + "125")
-            << row.locale;
-    }
+    const QLocale persian("fa_IR");
+    EXPECT_EQ(NumberFormat::exactString(-1234567.125, persian),
+              QString::fromUtf16(u"-1234567\u066b125"));
     EXPECT_EQ(NumberFormat::exactString(1e-7, QLocale::c()), "0.0000001");
     EXPECT_EQ(NumberFormat::exactString(123456789012345678.0, QLocale::c()), "123456789012345680");
     EXPECT_EQ(NumberFormat::exactString(0.1 + 0.2, QLocale::c()), "0.30000000000000004");

@@ -144,7 +144,10 @@ std::optional<EPAnyToken> EPParenthesesToken::copy() const
 
 // A number is digits with at most one "." and a "-" only in front. Any
 // Unicode decimal digit counts and reads as its value (see DecimalDigit.h),
-// the same digit rule as every other number text of the app: "１+２" is 3.
+// so "１+２" is 3. The check has always let such digits through; reading
+// them as 0 made a valid-looking line evaluate to nonsense. Rejecting them
+// instead would part the expression line from the app's one reading rule,
+// which takes every script's digits, so the line takes them the same way.
 // The expression line has no locale: its decimal point is always ".".
 bool EPNumericalToken::initWithString(QStringView text)
 {

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include "framework/NumberFormat.h"
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
 #include "reports/ReportStore.h"
@@ -10,7 +11,17 @@
 
 QString local(const char* number)
 {
-    return QString::fromLatin1(number).replace(QLatin1Char('.'), QLocale().decimalPoint());
+    return QString::fromLatin1(number).replace(QLatin1Char('.'), NumberFormat::decimalSeparator());
+}
+
+QString typed(double value)
+{
+    return NumberFormat::exactString(value);
+}
+
+QString overflowing()
+{
+    return QString(400, QLatin1Char('9'));
 }
 
 NotificationLog::NotificationLog(const QStringList& watched)

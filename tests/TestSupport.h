@@ -16,6 +16,11 @@
 
 // A decimal text in the current locale: "12.5" reads "12,5" under de_DE.
 QString local(const char* number);
+// A value as a user types it in the current locale: every digit, never an
+// exponent (the reading rule has none), so 1e12 is "1000000000000".
+QString typed(double value);
+// A number too large for a double: 400 nines, which reads as Infinity.
+QString overflowing();
 
 // Records every notification of the given names, in the order posted.
 class NotificationLog : public QObject {

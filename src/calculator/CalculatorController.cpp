@@ -1,6 +1,7 @@
 #include "CalculatorController.h"
 
 #include "CalculatorKeypad.h"
+#include "expression/DecimalDigit.h"
 #include "framework/FinanceMath.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
@@ -8,7 +9,6 @@
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
 
-#include <QLocale>
 #include <QPointer>
 #include <climits>
 #include <cmath>
@@ -412,10 +412,15 @@ int CalculatorController::intValue(const QString& text)
         ++i;
     }
     qint64 value = 0;
-    for (; i < text.size() && text.at(i) >= u'0' && text.at(i) <= u'9'; ++i) {
-        value = value * 10 + (text.at(i).unicode() - u'0');
+    // Any script's digits, as everywhere numbers are read.
+    while (i < text.size()) {
+        const DecimalDigit digit = decimalDigitAt(text, i);
+        if (!digit)
+            break;
+        value = value * 10 + digit.value;
         if (value > qint64(INT_MAX) + 1)
             break; // saturated below
+        i += digit.length;
     }
     value = negative ? -value : value;
     return int(qBound(qint64(INT_MIN), value, qint64(INT_MAX)));
@@ -460,8 +465,10 @@ void CalculatorController::showRecallAlert()
             return;
         const QString value = self->m_resultStorage.value(index);
         self->setDisplayNumber(value);
-        // The expression line always takes "." as its decimal point.
-        const QString typed = QString(value).replace(QLocale().decimalPoint(), QStringLiteral("."));
+        // The expression line always takes "." as its decimal point; the
+        // stored text has nothing else outside the expression syntax.
+        const QString typed =
+            QString(value).replace(NumberFormat::decimalSeparator(), QStringLiteral("."));
         self->setExpression(typed, int(typed.size()));
         self->setResultLabel(QStringLiteral("Ans"));
     });

@@ -95,7 +95,7 @@ public:
     void navigateToHelp();
 
     // How the STO/RCL alerts read their field: leading blanks, a sign and
-    // digits; anything else reads 0; overflow saturates.
+    // digits (of any script); anything else reads 0; overflow saturates.
     static int intValue(const QString& text);
     // The label of cash-flow cursor `u`: CF0, CF1, F1, CF2, F2, ...
     static QString slotName(int u);

@@ -53,7 +53,7 @@ public:
 
     static std::optional<double> evaluateExpression(const QString& text);
 
-    // A display text as a number: the locale's form first, then the C form
+    // A stored display text as a number, by NumberFormat's one reading rule
     // (so "NaN" and "Infinity" read back too); unreadable text is 0.
     static double numberFromText(const QString& text);
 

@@ -1,5 +1,7 @@
 #include "EPToken.h"
 
+#include "DecimalDigit.h"
+
 #include <QVarLengthArray>
 #include <QtGlobal>
 #include <charconv>
@@ -29,12 +31,6 @@ std::optional<EPNumericalToken> unary(const EPToken& operand, auto fn)
     if (!operand.hasDoubleValue())
         return std::nullopt;
     return EPNumericalToken(fn(operand.doubleValue()));
-}
-
-bool isDigitChar(QChar c)
-{
-    const char16_t u = c.unicode();
-    return u <= 127 ? (u >= u'0' && u <= u'9') : c.isDigit();
 }
 
 // Numbers of at most 15 significant digits and 22 decimals convert exactly
@@ -70,29 +66,14 @@ std::optional<double> exactShortDecimal(const char* text, qsizetype length)
     return negative ? -value : value;
 }
 
-// The longest leading decimal number of `text` (ASCII digits, one leading
-// "-", one "."), 0 when there is none; overflow gives an infinity.
-double leadingDecimal(QStringView text)
+// The value of a checked number text, already spelt in ASCII ("-" only
+// first, at most one ".", digits): 0 when it has no digit, an infinity when
+// it is too large for a double, 0 when too small.
+double asciiDecimal(const QVarLengthArray<char, 128>& ascii, bool integerNonZero)
 {
-    QVarLengthArray<char, 128> ascii;
-    bool seenPoint = false;
     bool seenDigit = false;
-    bool integerNonZero = false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t u = text[i].unicode();
-        if (u == u'-' && i == 0) {
-            ascii.append('-');
-        } else if (u >= u'0' && u <= u'9') {
-            ascii.append(char(u));
-            seenDigit = true;
-            integerNonZero = integerNonZero || (!seenPoint && u != u'0');
-        } else if (u == u'.' && !seenPoint) {
-            ascii.append('.');
-            seenPoint = true;
-        } else {
-            break;
-        }
-    }
+    for (char c : ascii)
+        seenDigit = seenDigit || (c >= '0' && c <= '9');
     if (!seenDigit)
         return 0.0;
     if (const std::optional<double> quick = exactShortDecimal(ascii.data(), ascii.size()))
@@ -161,23 +142,40 @@ std::optional<EPAnyToken> EPParenthesesToken::copy() const
 
 // Numbers.
 
+// A number is digits with at most one "." and a "-" only in front. Any
+// Unicode decimal digit counts and reads as its value (see DecimalDigit.h),
+// so "１+２" is 3. The check has always let such digits through; reading
+// them as 0 made a valid-looking line evaluate to nonsense. Rejecting them
+// instead would part the expression line from the app's one reading rule,
+// which takes every script's digits, so the line takes them the same way.
+// The expression line has no locale: its decimal point is always ".".
 bool EPNumericalToken::initWithString(QStringView text)
 {
+    QVarLengthArray<char, 128> ascii;
     bool seenPoint = false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
+    bool integerNonZero = false;
+    for (qsizetype i = 0; i < text.size();) {
         const QChar c = text[i];
         if (c == u'-') {
             if (i != 0)
                 return false;
+            ascii.append('-');
         } else if (c == u'.') {
             if (seenPoint)
                 return false;
             seenPoint = true;
-        } else if (!isDigitChar(c)) {
+            ascii.append('.');
+        } else if (const DecimalDigit digit = decimalDigitAt(text, i)) {
+            ascii.append(char('0' + digit.value));
+            integerNonZero = integerNonZero || (!seenPoint && digit.value != 0);
+            i += digit.length;
+            continue;
+        } else {
             return false;
         }
+        ++i;
     }
-    m_doubleValue = leadingDecimal(text);
+    m_doubleValue = asciiDecimal(ascii, integerNonZero);
     return true;
 }
 

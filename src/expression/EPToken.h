@@ -70,8 +70,8 @@ public:
         return EPNumericalToken(value);
     }
 
-    // Digits, "." and a leading "-" only; one "." at most; no exponent.
-    // The value is the longest leading decimal number (0 when none).
+    // Digits (of any script, read as their values), "." and a leading "-"
+    // only; one "." at most; no exponent. No digit at all reads 0.
     bool initWithString(QStringView text) override;
     // "%1000.5lf" with trailing "0" and "." characters trimmed.
     QString toString() const override;

@@ -1,77 +1,132 @@
 #include "NumberFormat.h"
 
+#include "expression/DecimalDigit.h"
+
+#include <QStringView>
+#include <QVarLengthArray>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
-#include <string>
 
 namespace NumberFormat {
 namespace {
 
-struct Decimal {
-    std::string integer;  // at least one digit
-    std::string fraction; // possibly empty
+// The shortest round-trip decimal of a magnitude in positional notation:
+// `length` digits of which the first `integer` (at least one) stand before
+// the point. Its longest forms are those of DBL_MAX (309 integer digits)
+// and of the smallest subnormal (1 + 340 digits).
+struct Positional {
+    char digits[400];
+    int length = 0;
+    int integer = 0;
 };
 
-// The shortest round-trip decimal of |value| in positional notation.
-Decimal positional(double magnitude)
+Positional positional(double magnitude)
 {
-    char buf[64];
-    const auto res = std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific);
-    const std::string text(buf, res.ptr);
-    const auto ePos = text.find('e');
-    std::string digits;
-    for (size_t i = 0; i < ePos; ++i) {
-        if (text[i] != '.')
-            digits += text[i];
+    char text[64];
+    const auto res =
+        std::to_chars(text, text + sizeof text, magnitude, std::chars_format::scientific);
+    char significant[32];
+    int count = 0;
+    const char* p = text;
+    for (; p < res.ptr && *p != 'e'; ++p) {
+        if (*p != '.' && count < int(sizeof significant))
+            significant[count++] = *p;
     }
-    const int exponent = std::stoi(text.substr(ePos + 1));
+    int exponent = 0;
+    if (p + 1 < res.ptr)
+        std::from_chars(p + 1 + (p[1] == '+' ? 1 : 0), res.ptr, exponent);
     const int point = exponent + 1; // digits before the decimal point
-    const int length = int(digits.size());
 
-    Decimal d;
+    Positional d;
     if (point <= 0) {
-        d.integer = "0";
-        d.fraction = std::string(size_t(-point), '0') + digits;
-    } else if (point >= length) {
-        d.integer = digits + std::string(size_t(point - length), '0');
-    } else {
-        d.integer = digits.substr(0, size_t(point));
-        d.fraction = digits.substr(size_t(point));
+        d.digits[d.length++] = '0';
+        for (int i = 0; i < -point; ++i)
+            d.digits[d.length++] = '0';
     }
+    for (int i = 0; i < count; ++i)
+        d.digits[d.length++] = significant[i];
+    for (int i = count; i < point; ++i)
+        d.digits[d.length++] = '0';
+    d.integer = point <= 0 ? 1 : point;
     return d;
 }
 
-bool roundsUp(const std::string& kept, const std::string& rest, Rounding rounding)
+bool roundsUp(char lastKept, const char* rest, int restLength, Rounding rounding)
 {
-    const auto nonZero = [](const std::string& s, size_t from) {
-        return s.find_first_not_of('0', from) != std::string::npos;
+    const auto nonZero = [&](int from) {
+        for (int i = from; i < restLength; ++i) {
+            if (rest[i] != '0')
+                return true;
+        }
+        return false;
     };
-    if (rest.empty())
+    if (restLength == 0)
         return false;
     if (rounding == Rounding::AwayFromZero)
-        return nonZero(rest, 0);
+        return nonZero(0);
     if (rest[0] != '5')
         return rest[0] > '5';
-    if (nonZero(rest, 1))
+    if (nonZero(1))
         return true;
-    return (kept.back() - '0') % 2 == 1;
+    return (lastKept - '0') % 2 == 1;
 }
 
-// Adds one unit in the last place of a digit string.
-void increment(std::string& digits)
+// Adds one unit in the last place of a digit string whose first digit is
+// a spare 0 that takes a carry out of the others.
+void increment(char* digits, int length)
 {
-    for (auto it = digits.rbegin(); it != digits.rend(); ++it) {
-        if (*it != '9') {
-            ++*it;
+    for (int i = length - 1; i >= 0; --i) {
+        if (digits[i] != '9') {
+            ++digits[i];
             return;
         }
-        *it = '0';
+        digits[i] = '0';
     }
-    digits.insert(digits.begin(), '1');
 }
 
+// A code point and the UTF-16 units it takes at text[i].
+char32_t codePointAt(QStringView text, qsizetype i, qsizetype& length)
+{
+    const char16_t u = text[i].unicode();
+    length = 1;
+    if (QChar::isHighSurrogate(u) && i + 1 < text.size() &&
+        QChar::isLowSurrogate(text[i + 1].unicode())) {
+        length = 2;
+        return QChar::surrogateToUcs4(u, text[i + 1].unicode());
+    }
+    return u;
+}
+
+// The text without its invisible marks: direction marks, zero-width
+// joiners, word joiners, byte-order marks (the Unicode format characters).
+QString withoutMarks(QStringView text)
+{
+    QString out;
+    out.reserve(text.size());
+    qsizetype length = 0;
+    for (qsizetype i = 0; i < text.size(); i += length) {
+        if (QChar::category(codePointAt(text, i, length)) != QChar::Other_Format)
+            out += text.mid(i, length);
+    }
+    return out;
+}
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
 } // namespace
+
+QString decimalSeparator(const QLocale& locale)
+{
+    QString separator = locale.decimalPoint();
+    if (separator.size() == 1 && separator[0].category() != QChar::Other_Format)
+        return separator; // the usual case, quickly
+    separator = withoutMarks(separator);
+    return separator.isEmpty() ? QStringLiteral(".") : separator;
+}
 
 QString format(double value, int maxFractionDigits, Rounding rounding, const QLocale& locale)
 {
@@ -79,30 +134,34 @@ QString format(double value, int maxFractionDigits, Rounding rounding, const QLo
         return QStringLiteral("NaN");
     if (std::isinf(value))
         return value > 0 ? QStringLiteral("Infinity") : QStringLiteral("-Infinity");
-    if (maxFractionDigits < 0)
-        maxFractionDigits = 0;
 
-    Decimal d = positional(std::fabs(value));
-    const size_t keep = std::min(d.fraction.size(), size_t(maxFractionDigits));
-    std::string all = d.integer + d.fraction.substr(0, keep);
-    const std::string rest = d.fraction.substr(keep);
-    if (roundsUp(all, rest, rounding))
-        increment(all);
+    const Positional d = positional(std::fabs(value));
+    const int fraction = d.length - d.integer;
+    const int keep = std::clamp(maxFractionDigits, 0, fraction);
+    char all[1 + sizeof d.digits];
+    all[0] = '0';
+    std::memcpy(all + 1, d.digits, size_t(d.integer + keep));
+    const int kept = 1 + d.integer + keep;
+    if (roundsUp(all[kept - 1], d.digits + d.integer + keep, fraction - keep, rounding))
+        increment(all, kept);
 
-    const size_t integerLength = all.size() - keep;
-    std::string integer = all.substr(0, integerLength);
-    std::string fraction = all.substr(integerLength);
-    while (!fraction.empty() && fraction.back() == '0')
-        fraction.pop_back();
+    const int integerStart = all[0] == '0' ? 1 : 0;
+    const int integerEnd = 1 + d.integer;
+    int fractionEnd = kept;
+    while (fractionEnd > integerEnd && all[fractionEnd - 1] == '0')
+        --fractionEnd;
+    bool zero = fractionEnd == integerEnd;
+    for (int i = integerStart; zero && i < integerEnd; ++i)
+        zero = all[i] == '0';
 
     QString out;
-    const bool zero = integer.find_first_not_of('0') == std::string::npos && fraction.empty();
+    out.reserve(fractionEnd + 2);
     if (std::signbit(value) && !zero)
-        out += locale.negativeSign();
-    out += QString::fromLatin1(integer.data(), qsizetype(integer.size()));
-    if (!fraction.empty()) {
-        out += locale.decimalPoint();
-        out += QString::fromLatin1(fraction.data(), qsizetype(fraction.size()));
+        out += QLatin1Char('-'); // ASCII whatever the locale writes
+    out += QLatin1String(all + integerStart, integerEnd - integerStart);
+    if (fractionEnd > integerEnd) {
+        out += decimalSeparator(locale);
+        out += QLatin1String(all + integerEnd, fractionEnd - integerEnd);
     }
     return out;
 }
@@ -114,69 +173,74 @@ QString preciseString(double value)
     return QString::number(value, 'g', 17);
 }
 
-double plainDecimalValue(const QString& text)
-{
-    const QString point = QLocale().decimalPoint();
-    const qsizetype size = text.size();
-    const auto digitsFrom = [&](qsizetype& i) {
-        QString digits;
-        while (i < size && text.at(i) >= u'0' && text.at(i) <= u'9')
-            digits += text.at(i++);
-        return digits;
-    };
-
-    qsizetype i = 0;
-    while (i < size && text.at(i).isSpace())
-        ++i;
-    QString sign;
-    if (i < size && (text.at(i) == u'-' || text.at(i) == u'+'))
-        sign = text.at(i++);
-    const QString whole = digitsFrom(i);
-    QString fraction;
-    if (i < size && text.at(i) == u'.') {
-        ++i;
-        fraction = digitsFrom(i);
-    } else if (!point.isEmpty() && text.mid(i, point.size()) == point) {
-        i += point.size();
-        fraction = digitsFrom(i);
-    }
-    if (whole.isEmpty() && fraction.isEmpty())
-        return 0;
-
-    QString number = sign + (whole.isEmpty() ? QStringLiteral("0") : whole);
-    if (!fraction.isEmpty())
-        number += QLatin1Char('.') + fraction;
-    // An exponent counts only when digits follow it.
-    if (i < size && (text.at(i) == u'e' || text.at(i) == u'E')) {
-        qsizetype j = i + 1;
-        QString exponentSign;
-        if (j < size && (text.at(j) == u'-' || text.at(j) == u'+'))
-            exponentSign = text.at(j++);
-        const QString exponent = digitsFrom(j);
-        if (!exponent.isEmpty())
-            number += QLatin1Char('e') + exponentSign + exponent;
-    }
-    // Too large a number reads as an infinity, too small a one as 0.
-    return QLocale::c().toDouble(number);
-}
-
 double numberFromText(const QString& text, const QLocale& locale)
 {
-    const QString trimmed = text.trimmed();
-    bool ok = false;
-    double value = locale.toDouble(trimmed, &ok);
-    if (ok)
-        return value;
-    value = QLocale::c().toDouble(trimmed, &ok);
-    if (ok)
-        return value;
-    if (trimmed == QLatin1String("NaN"))
-        return std::numeric_limits<double>::quiet_NaN();
-    if (trimmed == QLatin1String("Infinity"))
-        return std::numeric_limits<double>::infinity();
-    if (trimmed == QLatin1String("-Infinity"))
-        return -std::numeric_limits<double>::infinity();
-    return 0.0;
+    // Only a text with characters outside ASCII can hold marks.
+    QString unmarked;
+    QStringView rest = text;
+    if (std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() >= 0x80; })) {
+        unmarked = withoutMarks(text);
+        rest = unmarked;
+    }
+    rest = rest.trimmed();
+
+    bool negative = false;
+    if (rest.startsWith(u'-')) {
+        negative = true;
+        rest = rest.mid(1);
+    } else if (!rest.isEmpty() && !(rest[0] >= u'0' && rest[0] <= u'9') && rest[0] != u'.') {
+        const QString minus = withoutMarks(locale.negativeSign());
+        if (!minus.isEmpty() && rest.startsWith(minus)) {
+            negative = true;
+            rest = rest.mid(minus.size());
+        }
+    }
+    if (rest == u"Infinity")
+        return negative ? -infinity : infinity;
+    if (rest == u"NaN")
+        return negative ? 0.0 : notANumber;
+
+    // The digits in ASCII with "." as the point, for the conversion.
+    QVarLengthArray<char, 64> ascii;
+    if (negative)
+        ascii.append('-');
+    QString separator; // looked up at the first character that is no digit
+    bool seenPoint = false;
+    bool seenDigit = false;
+    bool integerNonZero = false;
+    for (qsizetype i = 0; i < rest.size();) {
+        if (const DecimalDigit digit = decimalDigitAt(rest, i)) {
+            ascii.append(char('0' + digit.value));
+            seenDigit = true;
+            integerNonZero = integerNonZero || (!seenPoint && digit.value != 0);
+            i += digit.length;
+            continue;
+        }
+        if (separator.isEmpty())
+            separator = decimalSeparator(locale);
+        qsizetype pointLength = 0;
+        if (rest.mid(i).startsWith(separator))
+            pointLength = separator.size();
+        else if (rest[i] == u'.')
+            pointLength = 1;
+        if (pointLength == 0 || seenPoint)
+            return 0.0; // a second separator or any other character
+        seenPoint = true;
+        ascii.append('.');
+        i += pointLength;
+    }
+    if (!seenDigit)
+        return 0.0;
+
+    double value = 0.0;
+    const auto result =
+        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
+    if (result.ec == std::errc::result_out_of_range) {
+        // Too large a number is infinite, too small a one is 0.
+        const double magnitude = integerNonZero ? infinity : 0.0;
+        return negative ? -magnitude : magnitude;
+    }
+    return result.ec == std::errc() ? value : 0.0;
 }
 
 QString stringFromDouble(double value, const QLocale& locale)
@@ -187,6 +251,13 @@ QString stringFromDouble(double value, const QLocale& locale)
 QString displayString(double value, const QLocale& locale)
 {
     return format(value, 4, Rounding::AwayFromZero, locale);
+}
+
+QString exactString(double value, const QLocale& locale)
+{
+    // The shortest decimal has at most 17 significant digits after at most
+    // 323 zeros, so nothing is ever rounded away.
+    return format(value, 400, Rounding::HalfEven, locale);
 }
 
 } // namespace NumberFormat

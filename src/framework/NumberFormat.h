@@ -3,11 +3,22 @@
 #include <QLocale>
 #include <QString>
 
-// The app's number formats. Both take the shortest decimal that reads back
-// as the same double and round that decimal, so 0.0625 is a tie while
-// 2.675 (stored as 2.67499999...) is still treated as the 2.675 it prints as.
-// No grouping; the locale's decimal separator and minus sign; NaN and the
-// infinities are "NaN", "Infinity" and "-Infinity" everywhere.
+// The one place where Tallyvane writes and reads numbers. Every text a user
+// sees or types (result labels, report lines, form fields, table cells, the
+// keypad's display, its cash-flow list and STO/RCL registers, the command
+// line) goes through the writing and the reading rule below, so whatever
+// is written reads back to the number it shows, in every locale.
+//
+// Writing: the shortest decimal that reads back as the same double,
+// rounded in decimal (so 0.0625 is a tie while 2.675, stored as
+// 2.67499999..., is still treated as the 2.675 it prints as); positional,
+// never grouped; ASCII digits; an ASCII "-" in front of negatives, whatever
+// sign the locale prefers (some write U+2212, some wrap theirs in direction
+// marks); the locale's decimal separator, stripped of invisible marks, and
+// nothing else outside ASCII. NaN and the infinities are "NaN", "Infinity"
+// and "-Infinity" everywhere.
+//
+// Reading: see numberFromText.
 namespace NumberFormat {
 
 enum class Rounding {
@@ -24,19 +35,42 @@ QString stringFromDouble(double value, const QLocale& locale = QLocale());
 // The keypad display: at most 4 fraction digits, away from zero.
 QString displayString(double value, const QLocale& locale = QLocale());
 
-// Machine-readable text: 17 significant digits, "." as separator, and the
-// same spellings for NaN and the infinities.
+// Table cells: every digit of the shortest decimal, unrounded, so a cell
+// shows exactly the value it holds.
+QString exactString(double value, const QLocale& locale = QLocale());
+
+// The decimal separator both rules use: the locale's, without invisible
+// marks ("." if nothing else is left).
+QString decimalSeparator(const QLocale& locale = QLocale());
+
+// Machine-readable text for the command line's JSON and `eval`: 17
+// significant digits, "." as separator, exponent when shorter; the same
+// spellings for NaN and the infinities. Never shown in a field.
 QString preciseString(double value);
 
-// A number as typed into a table cell or a period field: the longest
-// leading decimal number (blanks, a sign, digits, one decimal point, an
-// exponent), 0 when there is none. "." and the locale's decimal point both
-// count; a number too large for a double is infinite.
-double plainDecimalValue(const QString& text);
-
-// A typed number: the locale's form first, then the C form (so "1.5" reads
-// in a comma locale too, and "NaN", "Infinity" read back); empty or
-// unreadable text is 0.
+// Reading, the one rule for every typed or stored number text (form
+// fields, period fields, table cells, the keypad's stored texts):
+// - invisible marks (Unicode format characters such as the direction marks
+//   U+200E, U+200F and U+061C) are ignored wherever they stand, and so is
+//   white space around the number;
+// - an optional sign: an ASCII "-" or the locale's own minus sign (U+2212
+//   in Swedish, for instance); no "+";
+// - digits: any Unicode decimal digit, read as its value. This is a
+//   deliberate widening: "٣" and "３" read as 3 rather than counting as
+//   unreadable, so that text typed on an Arabic, Persian or full-width
+//   keyboard means what it shows;
+// - at most one decimal separator, the locale's or "."; so "0.125" reads
+//   0.125 under a German locale too;
+// - nothing else: no grouping separators, no exponent. A text with a
+//   second separator ("1.000,5"), a comma in a locale that has none
+//   ("1,125" under C), an exponent ("1e400") or any other character is
+//   unreadable and, like an empty text, counts as 0;
+// - "NaN", "Infinity" and "-Infinity" (with either minus) read back as
+//   what the writing rule spells that way.
+// A number too large for a double is infinite, one too small is 0.
+// Period fields and table cells follow this rule too, where they used to
+// take the leading number of a text ("12 months" as 12, "1e400" as
+// Infinity): now every text reads alike, and such texts are unreadable.
 double numberFromText(const QString& text, const QLocale& locale = QLocale());
 
 } // namespace NumberFormat

@@ -3,8 +3,6 @@
 #include "NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
-#include <QLocale>
-
 namespace RateTable {
 
 QString cellText(const QList<double>& column, int row)
@@ -14,7 +12,7 @@ QString cellText(const QList<double>& column, int row)
     const double value = column.at(row);
     if (value == 0)
         return QString();
-    return QString::asprintf("%g", value).replace(QLatin1Char('.'), QLocale().decimalPoint());
+    return NumberFormat::exactString(value);
 }
 
 QStringList columnTexts(const QList<double>& column, int rows)
@@ -38,7 +36,7 @@ void changeRate(QObject* sender, QList<double>& column, const QString& type, int
 {
     if (tag < 0 || tag >= column.size())
         return;
-    const double value = NumberFormat::plainDecimalValue(text);
+    const double value = NumberFormat::numberFromText(text);
     column[tag] = value;
     NotificationCenter::defaultCenter().post(QStringLiteral("RateChangedNotification"), sender,
                                              {{QStringLiteral("type"), type},

@@ -6,12 +6,14 @@
 #include <QStringList>
 
 // What the table screens under the stock forms share: one column of rates
-// per input, cells shown in %g notation (empty for 0), rows numbered from
-// 1, and every edit announced as "RateChangedNotification".
+// per input, cells shown with every digit they hold (empty for 0), rows
+// numbered from 1, and every edit announced as "RateChangedNotification".
 namespace RateTable {
 
-// A cell's text: empty for 0 or a row outside the column, else %g with the
-// locale's decimal point.
+// A cell's text: empty for 0 or a row outside the column, else the value
+// as NumberFormat::exactString writes it. Cells are read back by the one
+// reading rule, which knows no exponent, so a cell never shows the short
+// %g form ("1.23457e+06"): it shows "1234567", which reads back unchanged.
 QString cellText(const QList<double>& column, int row);
 // The texts of the first `rows` cells.
 QStringList columnTexts(const QList<double>& column, int rows);

@@ -194,7 +194,7 @@ TEST(CashFlows, LongRunsUseTheSeriesAndAgreeWithTermByTermSums)
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(longRun, 0.0), -5000 + 36000, 1e-9);
 
     // A frequency no loop could walk still answers at once.
-    const CashFlowList huge = flows({{"-100", "1"}, {"1", "1e15"}});
+    const CashFlowList huge = flows({{"-100", "1"}, {"1", "1000000000000000"}});
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(huge, 0.01), -100 + 1 / 0.01, 1e-9);
 }
 

@@ -113,6 +113,8 @@ TEST_F(CliTest, EvalPrintsSeventeenSignificantDigitsOrFails)
     EXPECT_EQ(stdoutText, "Infinity\n");
     ASSERT_EQ(run({"eval", "sqrt(-1)"}), 0);
     EXPECT_EQ(stdoutText, "NaN\n");
+    ASSERT_EQ(run({"eval", "\uff11+\uff12"}), 0) << "full-width digits are digits";
+    EXPECT_EQ(stdoutText, "3\n");
 
     EXPECT_EQ(run({"eval", "2*+3"}), 1);
     EXPECT_EQ(stderrText, "invalid expression\n");

@@ -215,6 +215,10 @@ TEST(Locale, NumbersAlwaysUseAPoint)
     // The keypad types "." whatever the locale says.
     CHECK_EVAL("2.5*2", 5);
     CHECK_INVALID("2,5");
+    CHECK_INVALID("2\u066b5") << "only \".\" is a point on the expression line";
+    // Digits of any script count as their values, as in every number text.
+    CHECK_EVAL("\uff11+\uff12", 3);
+    CHECK_EVAL("\u0663.\u0665*\u06f2", 7);
 }
 
 } // namespace

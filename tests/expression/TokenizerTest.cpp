@@ -76,9 +76,15 @@ TEST(NumberSyntax, DigitsWithOnePointAndNoExponent)
     EXPECT_EQ(tokenize("5.").kinds, QStringList({"num:5"}));
     EXPECT_EQ(tokenize(".").kinds, QStringList({"num:0"}));
     EXPECT_EQ(tokenize(".25").kinds, QStringList({"num:0.25"}));
-    // Other scripts' digits pass the check but read as the ASCII prefix.
-    EXPECT_EQ(tokenize("\u0661\u0662").kinds, QStringList({"num:0"}));
-    EXPECT_EQ(tokenize("5\u0661").kinds, QStringList({"num:5"}));
+    // Any script's decimal digits read as their values, surrogate pairs too;
+    // other numeric characters (superscripts, fractions) are no digits.
+    EXPECT_EQ(tokenize("\u0661\u0662").kinds, QStringList({"num:12"}));
+    EXPECT_EQ(tokenize("5\u0661.\u06f5").kinds, QStringList({"num:51.5"}));
+    EXPECT_EQ(tokenize("\uff11+\uff12").kinds, QStringList({"num:1", "+", "num:2"}));
+    EXPECT_EQ(tokenize("\U0001D7D9\U0001D7EC").kinds, QStringList({"num:10"}));
+    EXPECT_FALSE(tokenize("2\u00b2").ok);
+    EXPECT_FALSE(tokenize("\u00bd").ok);
+    EXPECT_FALSE(tokenize(QStringLiteral("1") + QChar(0xd835)).ok) << "a lone surrogate";
 
     EPNumericalToken token;
     EXPECT_TRUE(token.initWithString(u"-2.5"));

@@ -114,4 +114,96 @@ TEST(NumberFormatLocale, ProcessLocaleDecidesTheSeparator)
     }
 }
 
+// The reading rule, one table for every kind of text: fields, cells and
+// stored keypad texts all go through numberFromText.
+TEST(NumberReading, OneRuleInEveryLocale)
+{
+    const QLocale c = QLocale::c();
+    const QLocale german("de_DE");
+    const QLocale swedish("sv_SE");
+    const QLocale hebrew("he_IL");
+    const QLocale egyptian("ar_EG");
+    const QLocale persian("fa_IR");
+    const double inf = std::numeric_limits<double>::infinity();
+    struct Row {
+        const char16_t* text;
+        const QLocale& locale;
+        double expected;
+    };
+    const Row rows[] = {
+        // "." always works; the locale's separator too; never both.
+        {u"0.125", german, 0.125},
+        {u"2.125", german, 2.125},
+        {u"2,125", german, 2.125},
+        {u"1.000,5", german, 0},
+        {u"1,125", c, 0},
+        {u"1,5", c, 0},
+        {u"1\u066b5", egyptian, 1.5},
+        {u"1.5", egyptian, 1.5},
+        {u"1\u066b5", c, 0},
+        // No grouping, no exponent, no "+", no trailing text.
+        {u"1000000", german, 1000000},
+        {u"1 000", c, 0},
+        {u"1\u00a0000", swedish, 0},
+        {u"1\u066c000", egyptian, 0},
+        {u"1e400", c, 0},
+        {u"1e5", german, 0},
+        {u"+5", c, 0},
+        {u"12 months", c, 0},
+        {u"--5", c, 0},
+        {u"5-", c, 0},
+        // Signs: ASCII everywhere, the locale's own where it has one.
+        {u"-2.5", swedish, -2.5},
+        {u"\u22122,5", swedish, -2.5},
+        {u"\u22122.5", c, 0},
+        {u"\u200e-2.5", hebrew, -2.5},
+        {u"\u061c-1\u066b5", egyptian, -1.5},
+        {u"\u200e\u22121\u066b5", persian, -1.5},
+        {u"-\u200e1.5", hebrew, -1.5},
+        // Any script's decimal digits.
+        {u"\u0661\u0662\u066b\u0665", egyptian, 12.5},
+        {u"\u06f1\u06f2", c, 12},
+        {u"\uff11\uff12.5", c, 12.5},
+        {u"\U0001D7D9\U0001D7D8", c, 10},
+        {u"\u00b2", c, 0},
+        {u"\u2155", c, 0},
+        // Blanks around, empty, lone separators.
+        {u"  7 ", c, 7},
+        {u"", c, 0},
+        {u".", c, 0},
+        {u"-", c, 0},
+        {u"5.", german, 5},
+        {u",5", german, 0.5},
+        {u".5", c, 0.5},
+        // Non-finite spellings and magnitudes beyond a double.
+        {u"Infinity", german, inf},
+        {u"-Infinity", swedish, -inf},
+        {u"\u2212Infinity", swedish, -inf},
+        {u"infinity", c, 0},
+        {u"-NaN", c, 0},
+    };
+    for (const Row& row : rows) {
+        const QString text = QString::fromUtf16(row.text);
+        EXPECT_EQ(NumberFormat::numberFromText(text, row.locale), row.expected)
+            << text.toStdString() << " in " << row.locale.name().toStdString();
+    }
+    EXPECT_TRUE(std::isnan(NumberFormat::numberFromText("NaN", german)));
+    EXPECT_EQ(NumberFormat::numberFromText(QString(400, u'9'), c), inf);
+    EXPECT_EQ(NumberFormat::numberFromText("-" + QString(400, u'9'), c), -inf);
+    EXPECT_EQ(NumberFormat::numberFromText("0." + QString(400, u'0') + "1", c), 0);
+    EXPECT_EQ(NumberFormat::numberFromText("0.1000000000000000055511151231257827", c), 0.1)
+        << "long texts round correctly";
+}
+
+// Table cells show every digit they hold, so they read back unchanged.
+TEST(NumberWriting, CellsShowTheShortestExactDecimal)
+{
+    const QLocale persian("fa_IR");
+    EXPECT_EQ(NumberFormat::exactString(-1234567.125, persian),
+              QString::fromUtf16(u"-1234567\u066b125"));
+    EXPECT_EQ(NumberFormat::exactString(1e-7, QLocale::c()), "0.0000001");
+    EXPECT_EQ(NumberFormat::exactString(123456789012345678.0, QLocale::c()), "123456789012345680");
+    EXPECT_EQ(NumberFormat::exactString(0.1 + 0.2, QLocale::c()), "0.30000000000000004");
+}
+
 } // namespace

@@ -116,7 +116,7 @@ TEST_F(FormTest, TipWithNobodyOrNegativePeople)
     tip.editField("numberOfPeopleField", "-1.5");
     EXPECT_EQ(tip.tipModel()->numberOfPeople, -1);
     EXPECT_EQ(view->text("totalPerPersonResultLabel"), "-120");
-    tip.editField("numberOfPeopleField", "1e99");
+    tip.editField("numberOfPeopleField", typed(1e99));
     EXPECT_EQ(tip.tipModel()->numberOfPeople, INT_MAX) << "saturates instead of overflowing";
 }
 

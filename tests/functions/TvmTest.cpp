@@ -113,7 +113,7 @@ TEST_F(TvmTest, RateOutOfReachEndsAtTheTopOfTheRange)
 
 TEST_F(TvmTest, LargeAmountsStillFindTheRate)
 {
-    type("pvField", "1e12");
+    type("pvField", typed(1e12));
     type("periodField", "30");
     type("fvField", QString::number(1e12 * std::pow(1.07, 30), 'f', 2));
     tvm->interestRateClicked();
@@ -162,7 +162,7 @@ TEST_F(TvmTest, HugePeriodsKeepTheChartBounded)
 {
     type("pvField", "100");
     type("interestField", "1");
-    type("periodField", "1e9");
+    type("periodField", typed(1e9));
     tvm->futureValueClicked();
     EXPECT_EQ(tvm->tvmModel()->dataForLastCalculated().size(), TvmModel::maximumChartPeriods);
 }

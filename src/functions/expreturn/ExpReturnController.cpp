@@ -45,7 +45,7 @@ void ExpReturnController::periodChanged()
 {
     // Only 1 to 99 states are taken (2.9 counts as 2); anything else leaves
     // the period as it is, but the table is told the period all the same.
-    const double value = NumberFormat::plainDecimalValue(qvFunctionView()->text(periodField));
+    const double value = NumberFormat::numberFromText(qvFunctionView()->text(periodField));
     ExpReturnModel* m = expReturnModel();
     if (value > 0 && value < 100)
         m->period = FinanceMath::saturatedInteger(value);

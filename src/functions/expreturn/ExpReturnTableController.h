@@ -25,7 +25,7 @@ public:
     const QList<double>& stockAArr() const { return m_stockAArr; }
     const QList<double>& stockBArr() const { return m_stockBArr; }
 
-    // A cell's text: empty for 0, else the value in %g notation.
+    // A cell's text: empty for 0, else RateTable::cellText.
     Q_INVOKABLE QString probabilityText(int row) const;
     Q_INVOKABLE QString stockAText(int row) const;
     Q_INVOKABLE QString stockBText(int row) const;

@@ -25,7 +25,7 @@ QString GrowthTableController::growthRateText(int row) const
 
 void GrowthTableController::returnRateChanged(int tag, const QString& text)
 {
-    qCDebug(lcGrowthTable, "%d - %g", tag, NumberFormat::plainDecimalValue(text));
+    qCDebug(lcGrowthTable, "%d - %g", tag, NumberFormat::numberFromText(text));
     RateTable::changeRate(this, m_returnRateArr, QStringLiteral("return-rate"), tag, text);
     if (tag >= 0 && tag < m_returnRateArr.size())
         qCDebug(lcGrowthTable, "arr val:%g", m_returnRateArr.at(tag));

@@ -23,7 +23,7 @@ public:
     const QList<double>& growthArr() const { return m_growthArr; }
     const QList<double>& returnRateArr() const { return m_returnRateArr; }
 
-    // A cell's text: empty for 0, else the rate in %g notation.
+    // A cell's text: empty for 0, else RateTable::cellText.
     Q_INVOKABLE QString returnRateText(int row) const;
     Q_INVOKABLE QString growthRateText(int row) const;
     // "1", "2", ...: the periods' numbers.

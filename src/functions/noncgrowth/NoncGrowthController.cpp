@@ -61,7 +61,7 @@ void NoncGrowthController::periodChanged()
     // Only periods strictly between 0 and 100 are taken, fractions included
     // (2.5 values three dividends and no perpetuity); anything else leaves
     // the period as it is, but the table is told the period all the same.
-    const double value = NumberFormat::plainDecimalValue(m_periodText);
+    const double value = NumberFormat::numberFromText(m_periodText);
     NoncGrowthModel* m = noncGrowthModel();
     if (value > 0 && value < 100)
         m->period = value;

@@ -51,7 +51,7 @@ void NpvController::periodChanged()
     m_periodText = qvFunctionView()->text(periodField);
     // Only 1 to 99 periods are taken; anything else leaves the period as it
     // is, but the table is told the period all the same.
-    const double value = NumberFormat::plainDecimalValue(m_periodText);
+    const double value = NumberFormat::numberFromText(m_periodText);
     NpvModel* m = npvModel();
     if (value > 0 && value < 100)
         m->period = FinanceMath::saturatedInteger(value);

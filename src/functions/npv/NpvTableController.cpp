@@ -31,7 +31,7 @@ void NpvTableController::fieldChanged(int tag, const QString& text)
 {
     if (tag < 0 || tag >= m_cashArr.size())
         return;
-    const double value = NumberFormat::plainDecimalValue(text);
+    const double value = NumberFormat::numberFromText(text);
     m_cashArr[tag] = value;
     NotificationCenter::defaultCenter().post(
         QStringLiteral("CashChangedNotification"), this,

@@ -21,7 +21,7 @@ public:
     const QList<double>& cashArr() const { return m_cashArr; }
 
     Q_INVOKABLE QString leftLabelText(int row) const;
-    // Empty for a flow of 0, else the flow in %g notation.
+    // Empty for a flow of 0, else RateTable::cellText.
     Q_INVOKABLE QString fieldText(int row) const;
     QStringList leftLabelTexts() const;
     QStringList fieldTexts() const { return shownTexts(m_cashArr); }

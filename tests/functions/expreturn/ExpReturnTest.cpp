@@ -143,10 +143,10 @@ TEST_F(ExpReturnTest, StandardDeviationALabelReadsLikeTheOthers)
               ExpReturnController::stringFromDouble(model->standardDeviationA) + "%");
 
     // An overflowing return: the mean is infinite and the deviation NaN.
-    table->stockAChanged(0, "1e999");
+    table->stockAChanged(0, overflowing());
     EXPECT_EQ(view->text("expReturnAResultLabel"), "Infinity%");
     EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
-    table->stockAChanged(0, "-1e999");
+    table->stockAChanged(0, "-" + overflowing());
     EXPECT_EQ(view->text("expReturnAResultLabel"), "-Infinity%");
     EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
     EXPECT_EQ(view->text("expReturnBResultLabel"), "5%") << "B is untouched";
@@ -170,10 +170,12 @@ TEST_F(ExpReturnTest, PeriodEdits)
     EXPECT_EQ(period("-3"), std::pair(2, 2));
     EXPECT_EQ(period(""), std::pair(2, 2));
     EXPECT_EQ(period("abc"), std::pair(2, 2));
-    EXPECT_EQ(period("1e999"), std::pair(2, 2));
+    EXPECT_EQ(period(overflowing()), std::pair(2, 2));
     EXPECT_EQ(period("99"), std::pair(99, 99));
-    EXPECT_EQ(period(" 5 states"), std::pair(5, 5)) << "the leading number counts";
-    EXPECT_EQ(reloads.count(), 9) << "the table reloads even when the period stays";
+    EXPECT_EQ(period("5 states"), std::pair(99, 99)) << "no leading number: unreadable";
+    EXPECT_EQ(period("1e1"), std::pair(99, 99)) << "no exponent";
+    EXPECT_EQ(period(" 5 "), std::pair(5, 5)) << "blanks around are fine";
+    EXPECT_EQ(reloads.count(), 11) << "the table reloads even when the period stays";
     EXPECT_EQ(table->stateLabelTexts().last(), "5");
 }
 
@@ -247,7 +249,7 @@ TEST_F(ExpReturnTest, BadCellsNeverBreakTheScreen)
     state(0, "abc", "", "25%");
     EXPECT_EQ(model->rates[0].probability, 0);
     EXPECT_EQ(model->rates[0].stockA, 0);
-    EXPECT_EQ(model->rates[0].stockB, 25) << "the leading number counts";
+    EXPECT_EQ(model->rates[0].stockB, 0) << "cells read like fields: \"25%\" is unreadable";
 
     // Rows outside the table are ignored, wherever the edit comes from.
     table->probabilityChanged(-1, "5");

@@ -62,8 +62,7 @@ TEST_F(PeriodReturnTest, AgreesWithTheGrowthFactorOfTheHolding)
                         {0.37, 0.41, 0.02}, {1e6, 1.25e6, 3e4}, {-200, -150, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(std::to_string(row.initial) + " -> " + std::to_string(row.ending));
-        enter(QLocale().toString(row.initial, 'g', 17), QLocale().toString(row.ending, 'g', 17),
-              QLocale().toString(row.income, 'g', 17));
+        enter(typed(row.initial), typed(row.ending), typed(row.income));
         const double expected = ((row.ending + row.income) / row.initial - 1) * 100;
         EXPECT_NEAR(model->hpr, expected, 1e-12 * std::max(1.0, std::fabs(expected)));
     }

@@ -38,10 +38,7 @@ protected:
         type("debtField", number(c.debt));
         type("corporateTaxRateField", number(c.tax));
     }
-    static QString number(double value)
-    {
-        return QString::number(value, 'g', 17).replace('.', QLocale().decimalPoint());
-    }
+    static QString number(double value) { return typed(value); }
     QString result() const { return view->text("waccResultLabel"); }
     double wacc() const { return screen->waccModel()->weightedAverageCostOfCapital; }
 

@@ -11,6 +11,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <utility>
 
 namespace {
 const QString saveAction = QStringLiteral("save");
@@ -227,7 +228,9 @@ void QVFunctionController::mailComposerFinished()
 void QVFunctionController::editField(const QString& outlet, const QString& text)
 {
     m_view->setText(outlet, text);
+    const QString outer = std::exchange(m_changedField, outlet);
     fieldChanged();
+    m_changedField = outer;
 }
 
 void QVFunctionController::openChoice(const QString& outlet)

@@ -73,10 +73,16 @@ public:
     Q_INVOKABLE virtual QStringList solveButtons() const { return {}; }
     // Presses the compute button called `name` (one of solveButtons()).
     Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }
-    // The change action of the input fields: by default nothing.
+    // The change action of the input fields: by default nothing. During an
+    // edit, changedField() names the field it came from.
     Q_INVOKABLE virtual void fieldChanged() {}
-    // One edit of a field as the user makes it: the text, then the action.
+    // One edit of a field as the user makes it: the text, then the action,
+    // which knows the field it came from (no controller has to guess it
+    // from the texts: a sign flip changes a text without an action).
     Q_INVOKABLE void editField(const QString& outlet, const QString& text);
+    // The outlet of the field whose edit is being handled; empty when the
+    // action came from elsewhere (a choice, a button).
+    QString changedField() const { return m_changedField; }
     // Opens the choice `input` (its action sheet).
     Q_INVOKABLE void openChoice(const QString& outlet);
 
@@ -111,4 +117,5 @@ private:
     QPointer<QVFunctionView> m_view;
     Presenter* m_presenter = nullptr;
     QString m_selectedAction;
+    QString m_changedField;
 };

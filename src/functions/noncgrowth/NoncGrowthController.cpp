@@ -23,8 +23,7 @@ void NoncGrowthController::connectMvc()
     setModel(QVFunctionModel::create<NoncGrowthModel>());
     setView(new NoncGrowthView(this));
     // The form starts by showing the period the table starts with.
-    m_periodText = QString::number(noncGrowthModel()->period);
-    qvFunctionView()->setText(periodField, m_periodText);
+    qvFunctionView()->setText(periodField, QString::number(noncGrowthModel()->period));
     NotificationCenter::defaultCenter().addObserver(
         this, QStringLiteral("ResultCalculatedNotification"),
         [this](const Notification&) { resultCalculatedNotificationReceived(); });
@@ -37,7 +36,8 @@ QList<FunctionInput> NoncGrowthController::inputs() const
 
 void NoncGrowthController::fieldChanged()
 {
-    if (qvFunctionView()->text(periodField) != m_periodText)
+    // The edited field says which action this is.
+    if (changedField() == periodField)
         periodChanged();
     else
         dividendChanged();
@@ -57,11 +57,10 @@ void NoncGrowthController::dividendChanged()
 
 void NoncGrowthController::periodChanged()
 {
-    m_periodText = qvFunctionView()->text(periodField);
     // Only periods strictly between 0 and 100 are taken, fractions included
     // (2.5 values three dividends and no perpetuity); anything else leaves
     // the period as it is, but the table is told the period all the same.
-    const double value = NumberFormat::numberFromText(m_periodText);
+    const double value = NumberFormat::numberFromText(qvFunctionView()->text(periodField));
     NoncGrowthModel* m = noncGrowthModel();
     if (value > 0 && value < 100)
         m->period = value;

@@ -21,9 +21,8 @@ public:
     explicit NoncGrowthController(QObject* parent = nullptr);
 
     QList<FunctionInput> inputs() const override;
-    // The change action of the form. One edit changes one field: when the
-    // period's text differs from the one last acted on it was the period,
-    // otherwise the dividend.
+    // The change action of the form: the period's action for an edit of the
+    // period field, the dividend's for any other.
     void fieldChanged() override;
 
     // Reads the dividend field into the model.
@@ -47,5 +46,4 @@ protected:
 
 private:
     GrowthTableController* m_table = nullptr;
-    QString m_periodText;
 };

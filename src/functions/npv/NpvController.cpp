@@ -24,8 +24,7 @@ void NpvController::connectMvc()
     setModel(QVFunctionModel::create<NpvModel>());
     setView(new NpvView(this));
     // The form starts by showing the period the table starts with.
-    m_periodText = QString::number(npvModel()->period);
-    qvFunctionView()->setText(periodField, m_periodText);
+    qvFunctionView()->setText(periodField, QString::number(npvModel()->period));
     m_chartDataSource = new NpvChartDataSource(npvModel(), this);
     NotificationCenter::defaultCenter().addObserver(
         this, QStringLiteral("ResultCalculatedNotification"),
@@ -40,7 +39,8 @@ QList<FunctionInput> NpvController::inputs() const
 
 void NpvController::fieldChanged()
 {
-    if (qvFunctionView()->text(periodField) != m_periodText)
+    // The edited field says which action this is.
+    if (changedField() == periodField)
         periodChanged();
     else
         discountRateChanged();
@@ -48,10 +48,9 @@ void NpvController::fieldChanged()
 
 void NpvController::periodChanged()
 {
-    m_periodText = qvFunctionView()->text(periodField);
     // Only 1 to 99 periods are taken; anything else leaves the period as it
     // is, but the table is told the period all the same.
-    const double value = NumberFormat::numberFromText(m_periodText);
+    const double value = NumberFormat::numberFromText(qvFunctionView()->text(periodField));
     NpvModel* m = npvModel();
     if (value > 0 && value < 100)
         m->period = FinanceMath::saturatedInteger(value);

@@ -20,9 +20,8 @@ public:
     explicit NpvController(QObject* parent = nullptr);
 
     QList<FunctionInput> inputs() const override;
-    // The change action of the form's fields. One edit changes one field:
-    // when the period's text differs from the one last acted on it was the
-    // period, otherwise the discount rate.
+    // The change action of the form's fields: the period's action for an
+    // edit of the period field, the discount rate's for any other.
     void fieldChanged() override;
 
     // The actions of the two fields.
@@ -45,5 +44,4 @@ protected:
 private:
     NpvTableController* m_table = nullptr;
     NpvChartDataSource* m_chartDataSource = nullptr;
-    QString m_periodText;
 };

@@ -141,6 +141,21 @@ TEST_F(NoncGrowthTest, PeriodEdits)
     EXPECT_NEAR(model->price, 3, 1e-12) << "one plain dividend, at rates of 0";
 }
 
+TEST_F(NoncGrowthTest, AnEditAfterASignFlipIsRoutedToItsOwnField)
+{
+    screen->editField("periodField", "2");
+    rates(0, "10", "5");
+    rates(1, "10", "5");
+    screen->editField("dividendField", "1");
+    const double before = model->price;
+    // "±" on the period changes its text without a change action.
+    view->setText("periodField", "-2");
+    screen->editField("dividendField", "2");
+    EXPECT_EQ(model->dividend, 2) << "the dividend edit was taken for a period edit";
+    EXPECT_NEAR(model->price, 2 * before, 1e-9 * before);
+    EXPECT_EQ(model->period, 2.0);
+}
+
 TEST_F(NoncGrowthTest, HiddenRowsKeepTheirRates)
 {
     screen->editField("dividendField", "2");

@@ -198,6 +198,21 @@ TEST_F(NpvTest, PeriodEdits)
     EXPECT_EQ(reloads.count(), 12) << "the table reloads even when the period stays";
 }
 
+TEST_F(NpvTest, AnEditAfterASignFlipIsRoutedToItsOwnField)
+{
+    npv->editField("periodField", "2");
+    cashFlows({"-100", "110"});
+    npv->editField("discountRateField", "10");
+    EXPECT_EQ(view->text("npvResultLabel"), "0");
+    // "±" on the period changes its text without a change action; the next
+    // edit, of the rate, is the rate's.
+    view->setText("periodField", "-2");
+    npv->editField("discountRateField", "5");
+    EXPECT_EQ(model->discountRate, 5);
+    EXPECT_EQ(view->text("npvResultLabel"), local("4.762"));
+    EXPECT_EQ(model->period, 2);
+}
+
 TEST_F(NpvTest, HiddenRowsKeepTheirValues)
 {
     npv->editField("periodField", "5");

@@ -214,7 +214,10 @@ GraphLayout GraphLayout::compute(const GraphData& data, const GraphLayoutInput& 
     }
 
     // Series: x from the label's place on the axis, y from the bottom grid
-    // line as if the axis started at 0, both in single precision.
+    // line by the value's distance from the axis minimum, both in single
+    // precision. Every point thus lies at the height of its value on the
+    // axis labels, negative series included (plotting from the bottom line
+    // as if the axis started at 0 would put negative values below it).
     QHash<QString, int> labelIndex;
     for (int i = c - 1; i >= 0; --i)
         labelIndex.insert(data.xAxisArray[i], i);
@@ -231,7 +234,7 @@ GraphLayout GraphLayout::compute(const GraphData& data, const GraphLayoutInput& 
             p.labelIndex = *found;
             p.value = *value;
             const float x = l.stepX * static_cast<float>(p.labelIndex);
-            const float y = static_cast<float>(*value) * l.stepY;
+            const float y = (static_cast<float>(*value) - l.minY) * l.stepY;
             p.position = QPointF(std::trunc(double(x)) + kMargin,
                                  l.height - (std::trunc(double(y)) + kMargin));
             linePoints.append(p);

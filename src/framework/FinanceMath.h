@@ -21,10 +21,15 @@ inline double growthFactor(double x, double y)
     return usesLogForm(x, y) ? std::exp(y * std::log1p(x)) : std::pow(1.0 + x, y);
 }
 
-// (1 + x)^y − 1
+// (1 + x)^y − 1. An exact zero is +0 as the power form gives it: the log
+// form would give −0 for a negative exponent (y = 0 with x < 0, or x = 0 with
+// y < 0), and a division by it would flip the sign of an infinity.
 inline double growthFactorMinusOne(double x, double y)
 {
-    return usesLogForm(x, y) ? std::expm1(y * std::log1p(x)) : std::pow(1.0 + x, y) - 1.0;
+    if (!usesLogForm(x, y))
+        return std::pow(1.0 + x, y) - 1.0;
+    const double result = std::expm1(y * std::log1p(x));
+    return result == 0.0 ? 0.0 : result;
 }
 
 // The nominal annual rate (a fraction) that, compounded `newCompounding`

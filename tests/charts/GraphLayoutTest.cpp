@@ -148,16 +148,44 @@ TEST(GraphLayoutTest, ZoomRaisesTheStepCountOnlyWithoutADivisor)
     }
 }
 
-TEST(GraphLayoutTest, NegativeValuesLowerTheAxisButAreDrawnFromTheBottomLine)
+TEST(GraphLayoutTest, EveryPointLiesAtTheHeightOfItsValueOnTheAxisLabels)
 {
-    const GraphLayout l = layoutOf({{"n", Qt::red, {"a", "b", "c"}, {-50, 100, 50}}});
-    EXPECT_EQ(l.yTicks.first().text, "-50.0");
-    EXPECT_EQ(l.yTicks[1].text, "-20.0");
-    EXPECT_EQ(l.yTicks.last().text, "100.0");
-    EXPECT_EQ(l.yTicks.first().y, 250);
-    // -50 lies below the bottom line; the largest value falls short of the top.
-    EXPECT_EQ(l.points[0][0].position.y(), 323);
-    EXPECT_EQ(l.points[0][1].position.y(), 104);
+    // Each series holds values that are exactly tick values; each such point
+    // must sit on its tick's grid line (within the whole-point truncation).
+    struct Case {
+        const char* name;
+        QList<std::optional<double>> values;
+    };
+    const Case cases[] = {
+        {"mixed signs", {-50, 100, 40, -20}},
+        {"all negative (a loan's payments)", {-2604.787, -1302.3935, -3906.0}},
+        {"all positive", {10, 20, 50}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        QStringList labels;
+        for (int i = 0; i < c.values.size(); ++i)
+            labels << QString::number(i);
+        const GraphLayout l = layoutOf({{"n", Qt::red, labels, c.values}});
+        ASSERT_EQ(l.points[0].size(), c.values.size());
+        for (const GraphPoint& point : l.points[0]) {
+            // The height the axis gives this value, between its ticks.
+            const double bottom = l.yTicks.first().y;
+            const double top = l.yTicks.last().y;
+            const double share = (point.value - l.yTicks.first().value) /
+                                 (l.yTicks.last().value - l.yTicks.first().value);
+            EXPECT_NEAR(point.position.y(), bottom + share * (top - bottom), 1.0) << point.value;
+            EXPECT_GE(point.position.y(), top - 1);
+            EXPECT_LE(point.position.y(), bottom + 1);
+        }
+        for (const GraphYTick& tick : l.yTicks) {
+            for (const GraphPoint& point : l.points[0]) {
+                if (point.value == tick.value) {
+                    EXPECT_NEAR(point.position.y(), tick.y, 1.0) << tick.text.toStdString();
+                }
+            }
+        }
+    }
 }
 
 TEST(GraphLayoutTest, ZeroRangeGivesInfiniteStepYWithoutCrashing)

@@ -2,6 +2,7 @@
 #include "functions/tvm/TvmController.h"
 #include "platform/Services.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QLocale>
 #include <cmath>
@@ -158,13 +159,66 @@ TEST_F(TvmTest, SolvingNClearsTheChartWithoutANewOne)
     EXPECT_EQ(tvm->tvmModel()->lastCalculated, "FV");
 }
 
-TEST_F(TvmTest, HugePeriodsKeepTheChartBounded)
+TEST_F(TvmTest, LongTermsAreSampledOverTheirWholeLength)
 {
     type("pvField", "100");
     type("interestField", "1");
-    type("periodField", typed(1e9));
+    for (const double periods : {3000.0, 1e9}) {
+        type("periodField", typed(periods));
+        tvm->futureValueClicked();
+        const TvmModel* m = tvm->tvmModel();
+        QStringList labels = m->dataForXAxisWithLineNumber(0);
+        const auto values = m->dataForYAxisWithLineNumber(0);
+        EXPECT_EQ(values.size(), TvmModel::maximumChartPeriods);
+        ASSERT_EQ(labels.size(), TvmModel::maximumChartPeriods + 1);
+        EXPECT_EQ(labels.first(), "0");
+        EXPECT_EQ(labels.last(), typed(periods)) << "the chart reaches the last period";
+        const double last = m->calculateFutureValueWithPeriod(int(periods));
+        EXPECT_TRUE(*values.last() == last || (std::isnan(*values.last()) && std::isnan(last)));
+        EXPECT_EQ(labels.removeDuplicates(), 0);
+    }
+}
+
+TEST_F(TvmTest, MailedPictureIsTheChartAsDrawnAfterTheSettingsChange)
+{
+    auto mail = std::make_shared<RecordingMailComposer>();
+    Services::setMailComposer(mail);
+    type("pvField", "1000");
+    type("pmtField", "500");
+    type("interestField", "7");
+    type("periodField", "10");
+    tvm->setChartSize(QSize(300, 200));
     tvm->futureValueClicked();
-    EXPECT_EQ(tvm->tvmModel()->dataForLastCalculated().size(), TvmModel::maximumChartPeriods);
+    const auto drawn = tvm->tvmModel()->dataForYAxisWithLineNumber(0);
+    QByteArray expected;
+    QBuffer buffer(&expected);
+    buffer.open(QIODevice::WriteOnly);
+    tvm->chartImage().save(&buffer, "JPEG", 100);
+
+    // Mode and frequency change after the solve; the result and the chart
+    // on the screen still belong to that solve, and so does the picture.
+    choose("modeButton", "END");
+    choose("frequencyButton", "Monthly");
+    EXPECT_EQ(tvm->tvmModel()->dataForYAxisWithLineNumber(0), drawn);
+    presenter.script({{"Send Email", ""}});
+    tvm->exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    ASSERT_EQ(mail->messages[0].attachments.size(), 2);
+    EXPECT_EQ(mail->messages[0].attachments[1].data, expected);
+    EXPECT_NE(tvm->tvmModel()->dataForLastCalculated(), drawn) << "the settings did change";
+}
+
+TEST_F(TvmTest, PaymentOverNoPeriodsAtANegativeRateFollowsTheFormula)
+{
+    // PMT = i (FV - PV g) / ((1 + iB)(g - 1)) with g - 1 = +0: -50 / +0.
+    type("fvField", "1000");
+    type("interestField", "-5");
+    type("periodField", "0");
+    tvm->paymentClicked();
+    EXPECT_EQ(view->text("pmtField"), "-Infinity");
+    type("interestField", "5");
+    tvm->paymentClicked();
+    EXPECT_EQ(view->text("pmtField"), "Infinity");
 }
 
 TEST_F(TvmTest, ReportRepeatsThePeriodOnThePaymentLine)

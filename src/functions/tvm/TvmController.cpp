@@ -137,13 +137,15 @@ void TvmController::showGraph()
 {
     if (!(tvmModel()->period > 0))
         return;
+    tvmModel()->freezeChart();
     redrawChart(true);
 }
 
 void TvmController::prepareReportImage()
 {
-    // Drawn only for a mail: solving stays cheap, and the command line,
-    // which has no fonts to draw with, never draws.
+    // The picture of the chart as it was drawn (its data is kept from the
+    // solve), made only for a mail: solving stays cheap, and the command
+    // line, which has no fonts to draw with, never draws.
     tvmModel()->report().reportImage = chartShown() ? chartImage() : QImage();
 }
 

@@ -4,6 +4,7 @@
 #include "reports/QVReport.h"
 
 #include <QLoggingCategory>
+#include <climits>
 #include <cmath>
 
 Q_LOGGING_CATEGORY(lcTvm, "tallyvane.tvm", QtWarningMsg)
@@ -145,15 +146,30 @@ int TvmModel::chartPeriods() const
 {
     if (!(period >= 1))
         return 0;
-    return int(std::min(std::trunc(period), double(maximumChartPeriods)));
+    return int(std::min(std::trunc(period), double(INT_MAX)));
+}
+
+QList<int> TvmModel::chartPeriodList() const
+{
+    const int periods = chartPeriods();
+    QList<int> list;
+    list.reserve(std::min(periods, maximumChartPeriods));
+    if (periods <= maximumChartPeriods) {
+        for (int k = 1; k <= periods; ++k)
+            list.append(k);
+        return list;
+    }
+    for (int j = 1; j <= maximumChartPeriods; ++j)
+        list.append(int(std::llround(double(j) * periods / maximumChartPeriods)));
+    return list;
 }
 
 QList<std::optional<double>> TvmModel::dataForLastCalculated() const
 {
     QList<std::optional<double>> values;
-    const int periods = chartPeriods();
-    values.reserve(periods);
-    for (int k = 1; k <= periods; ++k) {
+    const QList<int> periods = chartPeriodList();
+    values.reserve(periods.size());
+    for (int k : periods) {
         double value = 0.0;
         if (lastCalculated == QLatin1String("FV"))
             value = calculateFutureValueWithPeriod(k);
@@ -171,11 +187,17 @@ QList<std::optional<double>> TvmModel::dataForLastCalculated() const
 QStringList TvmModel::xAxisLabels() const
 {
     // One more label than points: the axis starts at period 0.
-    QStringList labels;
-    const int periods = chartPeriods();
-    for (int k = 0; k <= periods; ++k)
+    QStringList labels{QStringLiteral("0")};
+    for (int k : chartPeriodList())
         labels << QString::number(k);
     return labels;
+}
+
+void TvmModel::freezeChart()
+{
+    m_chartName = lastCalculated;
+    m_chartLabels = xAxisLabels();
+    m_chartValues = dataForLastCalculated();
 }
 
 QColor TvmModel::colorForTheLineWithLineNumber(int) const
@@ -186,7 +208,7 @@ QColor TvmModel::colorForTheLineWithLineNumber(int) const
 MultiLineGraphMarker TvmModel::customViewForLineChartTouchWithXValueAndYValue(const QString&,
                                                                               double y) const
 {
-    return {QStringLiteral("%1: %2").arg(lastCalculated, stringFromDouble(y)), QSizeF(100, 30)};
+    return {QStringLiteral("%1: %2").arg(m_chartName, stringFromDouble(y)), QSizeF(100, 30)};
 }
 
 void TvmModel::createReport(const QVariantMap& userInfo)

@@ -37,8 +37,18 @@ public:
     double payment = 0;
     QString lastCalculated; // "PV", "FV", "I/Y" or "PMT"; empty before the first chart
 
-    // The chart shows at most this many periods.
+    // The chart shows at most this many periods. A longer term is sampled
+    // evenly over its whole length (a deliberate change from stopping at
+    // period 1200): the last point is always the last period.
     static constexpr int maximumChartPeriods = 1200;
+    // The periods the chart shows: 1, 2, ..., trunc(period), or that many
+    // samples of them.
+    QList<int> chartPeriodList() const;
+
+    // Keeps the chart as it is now (name, labels, values): the chart on the
+    // screen and the picture mailed with a report show the solve they were
+    // drawn for, whatever is changed on the form afterwards.
+    void freezeChart();
 
     double calculatePresentValue();
     double calculateFutureValue();
@@ -64,11 +74,11 @@ public:
 
     // The chart's data source and delegate.
     QColor colorForTheLineWithLineNumber(int) const override;
-    QString nameForTheLineWithLineNumber(int) const override { return lastCalculated; }
-    QStringList dataForXAxisWithLineNumber(int) const override { return xAxisLabels(); }
+    QString nameForTheLineWithLineNumber(int) const override { return m_chartName; }
+    QStringList dataForXAxisWithLineNumber(int) const override { return m_chartLabels; }
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override
     {
-        return dataForLastCalculated();
+        return m_chartValues;
     }
     MultiLineGraphMarker customViewForLineChartTouchWithXValueAndYValue(const QString& x,
                                                                         double y) const override;
@@ -88,4 +98,8 @@ private:
     double paymentAt(const Terms& t, double n) const;
     double rateWithPeriod(double n) const;
     int chartPeriods() const;
+
+    QString m_chartName;
+    QStringList m_chartLabels;
+    QList<std::optional<double>> m_chartValues;
 };

@@ -25,6 +25,30 @@ QString jsonNumber(double value)
     return std::isfinite(value) ? text : jsonString(text);
 }
 
+QString printable(const QString& text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u == u'\\')
+            out += QStringLiteral("\\\\");
+        else if (u == u'\n')
+            out += QStringLiteral("\\n");
+        else if (u == u'\t')
+            out += QStringLiteral("\\t");
+        else if (u == u'\r')
+            out += QStringLiteral("\\r");
+        else if (u < 0x20 || (u >= 0x7f && u < 0xa0))
+            out += QStringLiteral("\\x%1").arg(int(u), 2, 16, QLatin1Char('0'));
+        else if (c.category() == QChar::Other_Format)
+            out += QStringLiteral("\\u%1").arg(int(u), 4, 16, QLatin1Char('0'));
+        else
+            out += c;
+    }
+    return out;
+}
+
 } // namespace CliSupport
 
 using CliSupport::jsonNumber;
@@ -46,7 +70,9 @@ presses a compute button (tvm: PV, FV, PMT, I/Y, N).
 Prints one "name: text" line per model value, formatted as on screen;
 --json gives {"calculator": NAME, "values": {name: number}}.
 --report TITLE adds the report text; --save TITLE also keeps it in the saved
-reports, as the screen's Export > Save does.
+reports, as the screen's Export > Save does. A table takes a comma list, at
+most as many values as it has rows ("tallyvane-cli list" shows the limit:
+cashArray[100]).
 )usage";
 
 // Answers the screen's action sheets and alerts from a script.
@@ -116,16 +142,13 @@ QString jsonOf(const QVariant& value)
     return jsonString(value.toString());
 }
 
-// Table inputs ("cashArray=-100,110") go to the screen's table, when it has
-// one.
-bool setTable(QVFunctionController* controller, const QString& property, const QString& list)
+const TableInput* findTable(const QList<TableInput>& tables, const QString& key)
 {
-    bool ok = false;
-    const QStringList values = list.split(QLatin1Char(','));
-    const bool found = QMetaObject::invokeMethod(controller, "setTableInput", Qt::DirectConnection,
-                                                 Q_RETURN_ARG(bool, ok), Q_ARG(QString, property),
-                                                 Q_ARG(QStringList, values));
-    return found && ok;
+    for (const TableInput& table : tables) {
+        if (table.property == key)
+            return &table;
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -145,6 +168,7 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
     ScriptPresenter presenter;
     controller->setPresenter(&presenter);
     const QList<FunctionInput> inputs = controller->inputs();
+    const QList<TableInput> tables = controller->tableInputs();
 
     QString reportTitle;
     bool wantReport = false;
@@ -160,10 +184,15 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             }
             const QString value = args.at(++i);
             if (arg == QLatin1String("--solve")) {
-                if (!controller->solveButtons().contains(value)) {
+                const QStringList buttons = controller->solveButtons();
+                if (buttons.isEmpty()) {
+                    err << descriptor->name
+                        << " has no compute buttons: it computes as its fields are set\n";
+                    return 1;
+                }
+                if (!buttons.contains(value)) {
                     err << descriptor->name << " has no compute button " << value
-                        << " (it has: " << controller->solveButtons().join(QLatin1Char(' '))
-                        << ")\n";
+                        << " (it has: " << buttons.join(QLatin1Char(' ')) << ")\n";
                     return 1;
                 }
                 controller->solve(value);
@@ -176,9 +205,17 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
         }
         const qsizetype equals = arg.indexOf(QLatin1Char('='));
         const FunctionInput* input = equals > 0 ? findInput(inputs, arg.left(equals)) : nullptr;
-        if (!input && equals > 0 &&
-            setTable(controller.get(), arg.left(equals), arg.mid(equals + 1)))
+        // Table inputs ("cashArray=-100,110") fill the screen's table.
+        if (const TableInput* table = equals > 0 ? findTable(tables, arg.left(equals)) : nullptr) {
+            const QStringList values = arg.mid(equals + 1).split(QLatin1Char(','));
+            if (values.size() > table->maximumRows) {
+                err << table->property << " takes at most " << table->maximumRows << " values ("
+                    << values.size() << " given)\n";
+                return 1;
+            }
+            controller->setTableInput(table->property, values);
             continue;
+        }
         if (!input) {
             err << "not an input of " << descriptor->name << ": " << arg << '\n';
             return 1;
@@ -239,9 +276,15 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
         out << "}\n";
         return 0;
     }
+    // Results the screen shows in percent keep their "%" here too.
+    const int info = meta->indexOfClassInfo("percentResults");
+    const QStringList percent =
+        info < 0 ? QStringList()
+                 : QString::fromLatin1(meta->classInfo(info).value()).split(QLatin1Char(' '));
     for (int i = first; i < meta->propertyCount(); ++i) {
         const QMetaProperty p = meta->property(i);
-        out << p.name() << ": " << textOf(p.read(model)) << '\n';
+        const bool inPercent = percent.contains(QLatin1String(p.name()));
+        out << p.name() << ": " << textOf(p.read(model)) << (inPercent ? "%" : "") << '\n';
     }
     if (wantReport)
         out << '\n' << report;
@@ -261,6 +304,9 @@ int listCommand(const QStringList& args, bool json, QTextStream& out)
         QStringList fields;
         for (const FunctionInput& input : controller->inputs())
             fields << input.property;
+        // Tables with their row limit: "cashArray[100]".
+        for (const TableInput& table : controller->tableInputs())
+            fields << QStringLiteral("%1[%2]").arg(table.property).arg(table.maximumRows);
         const QStringList solve = controller->solveButtons();
         if (json) {
             const auto array = [](const QStringList& items) {

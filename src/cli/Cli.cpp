@@ -21,6 +21,7 @@
 
 using CliSupport::jsonNumber;
 using CliSupport::jsonString;
+using CliSupport::printable;
 
 namespace {
 
@@ -62,7 +63,9 @@ QJsonObject reportJson(const QVReport& report)
         {QStringLiteral("title"), report.title},
         {QStringLiteral("functionTitle"), report.functionTitle},
         {QStringLiteral("date"),
-         report.date.isValid() ? report.date.toString(Qt::ISODateWithMs) : QString()},
+         report.date.isValid()
+             ? report.date.toOffsetFromUtc(report.date.offsetFromUtc()).toString(Qt::ISODateWithMs)
+             : QString()},
         {QStringLiteral("fileName"), report.fileName},
         {QStringLiteral("colorTag"), hexColor(report.colorTag)},
     };
@@ -103,8 +106,8 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
                 << (report.date.isValid()
                         ? report.date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
                         : QString())
-                << '\t' << report.functionTitle << '\t' << report.title << '\t' << report.fileName
-                << '\n';
+                << '\t' << printable(report.functionTitle) << '\t' << printable(report.title)
+                << '\t' << printable(report.fileName) << '\n';
         }
         if (json)
             out << QJsonDocument(array).toJson(QJsonDocument::Indented);
@@ -124,7 +127,7 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
             if (json)
                 out << QJsonDocument(reportJson(report)).toJson(QJsonDocument::Indented);
             else
-                out << "deleted " << index << ": " << report.title << '\n';
+                out << "deleted " << index << ": " << printable(report.title) << '\n';
             return 0;
         }
         if (report.fileName.isEmpty()) {

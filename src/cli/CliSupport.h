@@ -12,6 +12,10 @@ QString jsonString(const QString& text);
 // A JSON number with 17 significant digits; NaN and the infinities become
 // the strings "NaN", "Infinity" and "-Infinity".
 QString jsonNumber(double value);
+// `text` safe to print on a terminal: control characters (line breaks,
+// escape sequences) and invisible direction marks are written as escapes
+// ("\n", "\t", "\x1b", "\u202e"), a backslash as "\\".
+QString printable(const QString& text);
 
 } // namespace CliSupport
 

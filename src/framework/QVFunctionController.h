@@ -26,6 +26,13 @@ struct FunctionInput {
     QString action;
 };
 
+// A table of the screen (cash flows, states, per-period rates): the name
+// the command line takes it by and the most rows it holds.
+struct TableInput {
+    QString property;
+    int maximumRows = 0;
+};
+
 // Base of every calculator screen: the title, the export flow (save the
 // report to the list, or e-mail it), the mail with its attachments and the
 // calculator/description switch.
@@ -67,6 +74,15 @@ public:
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).
     virtual QList<FunctionInput> inputs() const { return {}; }
+    // The screen's tables, and how they are filled from a list of texts (one
+    // edit per row, in order). False for an unknown table or too many rows.
+    virtual QList<TableInput> tableInputs() const { return {}; }
+    Q_INVOKABLE virtual bool setTableInput(const QString& property, const QStringList& values)
+    {
+        Q_UNUSED(property);
+        Q_UNUSED(values);
+        return false;
+    }
     // Draws what goes with a mailed report as a picture (the report's
     // reportImage), just before the mail is written. Nothing by default.
     virtual void prepareReportImage() {}

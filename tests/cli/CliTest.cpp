@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QScopeGuard>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -187,8 +188,9 @@ TEST_F(CliTest, CalcRunsAScreenAndPrintsItsValues)
     ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2"}), 0)
         << stderrText.toStdString();
     EXPECT_EQ(stdoutText, "investmentAmount: 1000\nfutureValue: 1250\nyears: 2\ngain: 250\n"
-                          "roi: 25\nannualizedRoi: 12" +
-                              dec + "5\n");
+                          "roi: 25%\nannualizedRoi: 12" +
+                              dec + "5%\n")
+        << "percent results keep their % as on the screen";
 
     ASSERT_EQ(run({"calc", "tip", "billField=107", "salesTax=7", "tipPercent=15",
                    "numberOfPeople=2", "--json"}),
@@ -296,6 +298,61 @@ TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
     ASSERT_EQ(run({"reports", "list"}), 0);
     EXPECT_EQ(stdoutText.count('\n'), 2) << "both reports kept, none added";
     EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 2) << "no orphan text file";
+}
+
+TEST_F(CliTest, MessagesSayWhatTheScreenShowsAndWhatWentWrong)
+{
+    QStringList warnings;
+    static QStringList* sink = nullptr;
+    sink = &warnings;
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { sink->append(text); });
+    const auto restore = qScopeGuard([previous] { qInstallMessageHandler(previous); });
+
+    // Tables are listed with their row limit, and the limit is told.
+    ASSERT_EQ(run({"list"}), 0);
+    EXPECT_TRUE(stdoutText.contains("\tperiod discountRate cashArray[100]\n"));
+    EXPECT_TRUE(stdoutText.contains("probability[100] stock-a[100] stock-b[100]"));
+    EXPECT_TRUE(stdoutText.contains("return-rate[100] growth-rate[100]"));
+    QStringList many;
+    for (int i = 0; i < 101; ++i)
+        many << QString::number(i);
+    EXPECT_EQ(run({"calc", "npv", "cashArray=" + many.join(',')}), 1);
+    EXPECT_EQ(stderrText, "cashArray takes at most 100 values (101 given)\n");
+
+    struct Case {
+        QStringList args;
+        QString message;
+    };
+    const Case cases[] = {
+        {{"calc", "roi", "frob=1"}, "not an input of roi: frob=1\n"},
+        {{"calc", "roi", "--solve", "PV"},
+         "roi has no compute buttons: it computes as its fields are set\n"},
+        {{"calc", "tvm", "--solve", "XYZ"},
+         "tvm has no compute button XYZ (it has: PV FV PMT I/Y N)\n"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(run(c.args), 1) << c.args.join(' ').toStdString();
+        EXPECT_EQ(stderrText, c.message);
+    }
+    EXPECT_TRUE(warnings.isEmpty()) << warnings.join('\n').toStdString();
+
+    // Titles reach the terminal as text, never as control sequences.
+    save({"Plan\n\x1b[31mred\x1b[0m\u202e\\"});
+    ASSERT_EQ(run({"reports", "list"}), 0);
+    EXPECT_TRUE(stdoutText.contains("\tPlan\\n\\x1b[31mred\\x1b[0m\\u202e\\\\\t"))
+        << stdoutText.toStdString();
+    EXPECT_EQ(stdoutText.count('\n'), 1);
+    EXPECT_FALSE(stdoutText.contains(QChar(0x1b)));
+
+    // JSON dates carry their offset from UTC.
+    ASSERT_EQ(run({"reports", "list", "--json"}), 0);
+    const QString date =
+        QJsonDocument::fromJson(stdoutText.toUtf8()).array()[0].toObject()["date"].toString();
+    EXPECT_TRUE(QRegularExpression("^2024-03-05T14:07:30\\.250(Z|[+-]\\d\\d:\\d\\d)$")
+                    .match(date)
+                    .hasMatch())
+        << date.toStdString();
 }
 
 TEST_F(CliTest, CalcFillsTablesAndRunsEveryCatalogueCalculator)

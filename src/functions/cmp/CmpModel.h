@@ -18,6 +18,8 @@ class CmpModel : public QVFunctionModel,
                  public SingleLineGraphDataSource,
                  public MultiLineGraphDelegate {
     Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults", "apy")
     Q_INTERFACES(MultiLineGraphDataSource MultiLineGraphDelegate)
     Q_PROPERTY(double principalAmount MEMBER principalAmount)
     Q_PROPERTY(double annualRate MEMBER annualRate)

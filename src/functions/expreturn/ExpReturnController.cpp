@@ -104,6 +104,14 @@ QString ExpReturnController::stringWithFormat(const QString& format, const QStri
     return result;
 }
 
+QList<TableInput> ExpReturnController::tableInputs() const
+{
+    const int rows = int(expReturnModel()->rates.size());
+    return {{QStringLiteral("probability"), rows},
+            {QStringLiteral("stock-a"), rows},
+            {QStringLiteral("stock-b"), rows}};
+}
+
 bool ExpReturnController::setTableInput(const QString& property, const QStringList& values)
 {
     void (ExpReturnTableController::*edit)(int, const QString&) = nullptr;

@@ -31,7 +31,8 @@ public:
     // Types `values` into the first rows of the table column `property`
     // ("probability", "stock-a" or "stock-b"; "stockA" and "stockB" too),
     // one edit per row; false for another column or more values than rows.
-    Q_INVOKABLE bool setTableInput(const QString& property, const QStringList& values);
+    QList<TableInput> tableInputs() const override;
+    bool setTableInput(const QString& property, const QStringList& values) override;
 
     // Fills a label format: "%%" is a percent sign and "%@" the text
     // `object`. A precision mark in the placeholder ("%.@", "%.2@") is

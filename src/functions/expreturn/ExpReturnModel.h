@@ -18,6 +18,9 @@ struct ExpReturnState {
 // recomputes the results and posts "ResultCalculatedNotification".
 class ExpReturnModel : public QVFunctionModel {
     Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults",
+                "expectedReturnA expectedReturnB standardDeviationA standardDeviationB")
     Q_PROPERTY(int period MEMBER period)
     Q_PROPERTY(QList<double> probability READ probabilities)
     Q_PROPERTY(QList<double> stockA READ stockAReturns)

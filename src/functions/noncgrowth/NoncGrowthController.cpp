@@ -80,6 +80,12 @@ void NoncGrowthController::showResult()
     showNumber(priceResultLabel, noncGrowthModel()->price);
 }
 
+QList<TableInput> NoncGrowthController::tableInputs() const
+{
+    const int rows = int(noncGrowthModel()->rates.size());
+    return {{QStringLiteral("return-rate"), rows}, {QStringLiteral("growth-rate"), rows}};
+}
+
 bool NoncGrowthController::setTableInput(const QString& property, const QStringList& values)
 {
     void (GrowthTableController::*edit)(int, const QString&) = nullptr;

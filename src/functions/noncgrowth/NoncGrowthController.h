@@ -36,7 +36,8 @@ public:
     // Types `values` into the first rows of the table column `property`
     // ("return-rate" or "growth-rate"; "returnRate" and "growthRate" too),
     // one edit per row; false for another column or more values than rows.
-    Q_INVOKABLE bool setTableInput(const QString& property, const QStringList& values);
+    QList<TableInput> tableInputs() const override;
+    bool setTableInput(const QString& property, const QStringList& values) override;
 
     NoncGrowthModel* noncGrowthModel() const { return static_cast<NoncGrowthModel*>(model()); }
     GrowthTableController* table() const { return m_table; }

@@ -77,6 +77,11 @@ void NpvController::showResult()
     redrawChart(true);
 }
 
+QList<TableInput> NpvController::tableInputs() const
+{
+    return {{QStringLiteral("cashArray"), int(npvModel()->cashArray.size())}};
+}
+
 bool NpvController::setTableInput(const QString& property, const QStringList& values)
 {
     if (property != QLatin1String("cashArray") || values.size() > npvModel()->cashArray.size())

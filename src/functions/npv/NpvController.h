@@ -32,7 +32,8 @@ public:
 
     // Types `values` into the first rows of the table "cashArray", one edit
     // per row; false for another table or more values than there are flows.
-    Q_INVOKABLE bool setTableInput(const QString& property, const QStringList& values);
+    QList<TableInput> tableInputs() const override;
+    bool setTableInput(const QString& property, const QStringList& values) override;
 
     NpvModel* npvModel() const { return static_cast<NpvModel*>(model()); }
     NpvTableController* table() const { return m_table; }

@@ -10,6 +10,8 @@
 // recomputes both results and posts "ResultCalculatedNotification".
 class NpvModel : public QVFunctionModel {
     Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults", "irr")
     Q_PROPERTY(int period MEMBER period)
     Q_PROPERTY(double discountRate MEMBER discountRate)
     Q_PROPERTY(QList<double> cashArray MEMBER cashArray)

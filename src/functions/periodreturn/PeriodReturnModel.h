@@ -7,6 +7,8 @@
 // is not guarded and gives an infinite or NaN return.
 class PeriodReturnModel : public QVFunctionModel {
     Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults", "hpr")
     Q_PROPERTY(double initialValue MEMBER initialValue)
     Q_PROPERTY(double endingValue MEMBER endingValue)
     Q_PROPERTY(double income MEMBER income)

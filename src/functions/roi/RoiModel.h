@@ -7,6 +7,8 @@
 // gives infinite or NaN results.
 class RoiModel : public QVFunctionModel {
     Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults", "roi annualizedRoi")
     Q_PROPERTY(double investmentAmount MEMBER investmentAmount)
     Q_PROPERTY(double futureValue MEMBER futureValue)
     Q_PROPERTY(double years MEMBER years)

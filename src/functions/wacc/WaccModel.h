@@ -8,6 +8,8 @@
 // equity E and debt D in money. E + D = 0 is not guarded and gives NaN.
 class WaccModel : public QVFunctionModel {
     Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults", "weightedAverageCostOfCapital")
     Q_PROPERTY(double costOfEquity MEMBER costOfEquity)
     Q_PROPERTY(double equity MEMBER equity)
     Q_PROPERTY(double costOfDebt MEMBER costOfDebt)

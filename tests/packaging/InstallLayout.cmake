@@ -73,7 +73,7 @@ if(EXISTS ${PREFIX}/bin/tallyvane-cli)
         ${PREFIX}/bin/tallyvane-cli calc roi investmentAmount=1000 futureValue=1250 years=2
         WORKING_DIRECTORY ${PREFIX}
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE error)
-    if(NOT result EQUAL 0 OR NOT output MATCHES "(^|\n)roi: 25\n")
+    if(NOT result EQUAL 0 OR NOT output MATCHES "(^|\n)roi: 25%\n")
         string(APPEND failures "  the installed tallyvane-cli computes no ROI (exit ${result}):\n${output}${error}\n")
     endif()
 endif()

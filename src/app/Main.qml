@@ -354,6 +354,20 @@ ApplicationWindow {
         onActivated: window.showTab((tabBar.currentIndex + tabBar.count - 1) % tabBar.count)
     }
 
+    // Back, as a desktop has it: Escape or Alt+Left on a pushed screen (not
+    // while a sheet or alert is open, which takes Escape itself, and not on
+    // the keypad, where Escape clears). Ctrl+Q quits.
+    Shortcut {
+        objectName: "backShortcut"
+        sequences: ["Escape", "Alt+Left", "Back"]
+        enabled: window.currentStack.depth > 1 && window.presenterHost.openPopups.length === 0
+        onActivated: window.currentStack.pop()
+    }
+    Shortcut {
+        sequences: ["Ctrl+Q"]
+        onActivated: Qt.quit()
+    }
+
     // Made at start-up: its first load creates the stored reports list, which
     // has to exist before any calculator saves a report.
     ReportTableModel {
@@ -364,8 +378,13 @@ ApplicationWindow {
         id: tabBar
 
         objectName: "tabBar"
-        // Pushed screens (calculators, report details) take the whole window.
-        visible: window.currentStack.depth <= 1
+        // Calculator screens, report details and the keypad's history and
+        // help take the whole window; lists and pages reached from a tab
+        // (the stock list, About's pages) keep the tabs.
+        visible: {
+            const item = window.currentStack.currentItem;
+            return !(item instanceof FunctionScreen || item instanceof ReportDetailPage || item instanceof CalculatorHistoryPage || item instanceof CalculatorHelpPage || item instanceof CalculatorHelpDetailPage);
+        }
         onCurrentIndexChanged: if (currentIndex === 2)
             reportsModel.loadReportArray()
 

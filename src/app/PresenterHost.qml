@@ -6,16 +6,31 @@ import QtQuick.Layouts
 import Tallyvane
 
 // Shows what the screens ask of the user: action sheets as a bottom sheet
-// (a popover under the title bar on wide windows) and alerts as dialogs,
-// and reports each choice back to the Presenter.
+// on narrow windows; on windows 600 px wide or more as a popover with an
+// arrow at the button it belongs to, or centred when it belongs to none;
+// alerts as dialogs. Each choice goes back to the Presenter.
 Item {
     id: host
 
-    // Where popovers point: the right end of the title bar.
-    property real popoverTop: 56
     readonly property bool wide: width >= 600
+    readonly property real arrowSize: 10
 
     property var openPopups: []
+
+    // The shown control called `name` (an outlet, or "export" for the export
+    // button), searched depth-first below `item`; null when none is shown.
+    function findAnchor(item, name, depth) {
+        if (!item || !item.visible || depth > 64)
+            return null;
+        if (item.objectName === name || item.objectName === name + "Button")
+            return item;
+        for (let i = 0; i < item.children.length; ++i) {
+            const found = findAnchor(item.children[i], name, depth + 1);
+            if (found)
+                return found;
+        }
+        return null;
+    }
 
     function forget(popup) {
         openPopups = openPopups.filter(p => p !== popup);
@@ -43,7 +58,7 @@ Item {
             const popup = component.createObject(host, {
                 "request": request
             });
-            host.openPopups.push(popup);
+            host.openPopups = host.openPopups.concat([popup]);
             popup.open();
         }
     }
@@ -79,19 +94,45 @@ Item {
                 close();
             }
 
+            // The anchor's rectangle in the overlay, when the sheet is a
+            // popover pointing at it.
+            property rect anchorRect: Qt.rect(0, 0, 0, 0)
+            readonly property bool popover: host.wide && anchorRect.width > 0
+            readonly property bool below: anchorRect.y + anchorRect.height + host.arrowSize + implicitHeight <= parent.height - 8
+
+            function placeAtAnchor() {
+                const item = host.wide && request.anchor.length > 0 ? host.findAnchor(host.Window.contentItem, request.anchor, 0) : null;
+                anchorRect = item ? item.mapToItem(parent, 0, 0, item.width, item.height) : Qt.rect(0, 0, 0, 0);
+            }
+
             objectName: "actionSheet"
             modal: true
             focus: true
             parent: Overlay.overlay
             width: host.wide ? 320 : parent.width
-            x: host.wide ? parent.width - width - 8 : 0
-            y: host.wide ? host.popoverTop : parent.height - height
+            x: popover ? Math.max(8, Math.min(parent.width - width - 8, anchorRect.x + anchorRect.width / 2 - width / 2)) : (host.wide ? (parent.width - width) / 2 : 0)
+            y: popover ? (below ? anchorRect.y + anchorRect.height + host.arrowSize : Math.max(8, anchorRect.y - host.arrowSize - height)) : (host.wide ? (parent.height - height) / 2 : parent.height - height)
             padding: 16
             closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+            Component.onCompleted: placeAtAnchor()
             background: Rectangle {
                 color: sheet.palette.window
                 radius: host.wide ? 12 : 0
                 border.color: AppTheme.separator
+
+                // The popover's arrow, pointing at the middle of its button.
+                Rectangle {
+                    objectName: "popoverArrow"
+                    visible: sheet.popover
+                    width: host.arrowSize * 1.6
+                    height: width
+                    rotation: 45
+                    color: parent.color
+                    border.color: parent.border.color
+                    x: Math.max(12, Math.min(parent.width - width - 12, sheet.anchorRect.x + sheet.anchorRect.width / 2 - sheet.x - width / 2))
+                    y: sheet.below ? -height / 2 : parent.height - height / 2
+                    z: -1
+                }
             }
 
             onClosed: {

@@ -4,10 +4,13 @@
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QtQml/qqmlextensionplugin.h>
+#include <algorithm>
 
 Q_IMPORT_QML_PLUGIN(TallyvanePlugin)
 
@@ -38,6 +41,19 @@ AppOptions parseOptions(const QCoreApplication& app)
     return {parser.isSet(quit), parser.value(shots), parser.isSet(demo), windowSize};
 }
 
+// A phone-shaped window is taller than many laptop screens: it opens at most
+// as high as the screen's free area, less room for the window frame.
+void fitToScreen(QQuickWindow* window)
+{
+    const QScreen* screen = window->screen();
+    if (!screen)
+        return;
+    constexpr int frameAllowance = 48;
+    const int available = screen->availableGeometry().height() - frameAllowance;
+    if (window->height() > available)
+        window->resize(window->width(), std::max(window->minimumHeight(), available));
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -47,6 +63,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setApplicationName(QStringLiteral("Tallyvane"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.quorvex.Tallyvane"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/com.quorvex.Tallyvane.svg")));
     if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
         QQuickStyle::setStyle(QStringLiteral("Basic"));
 
@@ -75,6 +92,8 @@ int main(int argc, char* argv[])
         return 1;
     if (options.windowSize.isValid() && !options.windowSize.isEmpty())
         window->resize(options.windowSize);
+    else
+        fitToScreen(window);
     if (options.quitAfterFirstFrame)
         quitAfterFirstFrame(window);
     ScreenshotDriver* driver = nullptr;

@@ -51,6 +51,73 @@ TestCase {
         verify(tabBar.visible);
     }
 
+    function test_tabBarStaysForListsAndAboutPagesAndEscapeGoesBack() {
+        const tabBar = window.footer;
+        const functions = findChild(window.contentItem, "functionsStack");
+        window.openScreen("StockTableController", "");
+        tryCompare(functions, "busy", false);
+        verify(tabBar.visible, "the stock list keeps the tabs");
+        window.openScreen("CapmController", "");
+        tryCompare(functions, "busy", false);
+        verify(!tabBar.visible, "a calculator screen takes the window");
+        keyClick(Qt.Key_Escape);
+        tryCompare(functions, "depth", 2);
+        verify(tabBar.visible);
+        keyClick(Qt.Key_Left, Qt.AltModifier);
+        tryCompare(functions, "depth", 1);
+
+        window.showTab(3);
+        const about = findChild(window.contentItem, "aboutStack");
+        about.push(Qt.createComponent("qrc:/Tallyvane/app/about/SupportPage.qml"), {}, StackView.Immediate);
+        verify(tabBar.visible, "About's pages keep the tabs");
+    }
+
+    // On a wide window a sheet is a popover at its button, with an arrow;
+    // a sheet that belongs to no button is centred; on a narrow one it is a
+    // bottom sheet.
+    function test_sheetsSitAtTheirButtonOnWideWindows() {
+        window.width = 1000;
+        window.height = 800;
+        tryCompare(window.presenterHost, "wide", true);
+        window.openScreen("TvmController", "");
+        const functions = findChild(window.contentItem, "functionsStack");
+        tryCompare(functions, "busy", false);
+        const button = findChild(functions.currentItem, "modeButton");
+        functions.currentItem.controller.openChoice("modeButton");
+        const sheet = window.presenterHost.openPopups[0];
+        tryCompare(sheet, "opened", true);
+        const at = button.mapToItem(sheet.parent, 0, 0, button.width, button.height);
+        verify(sheet.popover);
+        compare(sheet.y, at.y + at.height + window.presenterHost.arrowSize);
+        verify(sheet.x <= at.x + at.width / 2 && sheet.x + sheet.width >= at.x + at.width / 2, "under its button");
+        verify(findChild(sheet.background, "popoverArrow").visible);
+        keyClick(Qt.Key_Escape);
+        tryCompare(Presenter, "pendingCount", 0);
+
+        TestFiles.saveReport("Centred");
+        window.reports.loadReportArray();
+        window.showTab(2);
+        window.openReport(window.reports.filePathAt(0));
+        const reports = findChild(window.contentItem, "reportsStack");
+        tryCompare(reports, "busy", false);
+        reports.currentItem.controller.actionClicked();
+        const centred = window.presenterHost.openPopups[0];
+        tryCompare(centred, "opened", true);
+        verify(!centred.popover);
+        compare(centred.x, (centred.parent.width - centred.width) / 2);
+        keyClick(Qt.Key_Escape);
+        tryCompare(Presenter, "pendingCount", 0);
+
+        window.width = 412;
+        tryCompare(window.presenterHost, "wide", false);
+        reports.currentItem.controller.actionClicked();
+        const bottom = window.presenterHost.openPopups[0];
+        tryCompare(bottom, "opened", true);
+        compare(bottom.y + bottom.height, bottom.parent.height);
+        compare(bottom.width, bottom.parent.width);
+        keyClick(Qt.Key_Escape);
+    }
+
     function test_exportSheetIsShownAndCancelled() {
         TestFiles.saveReport("Sheet");
         window.showTab(2);
@@ -77,7 +144,7 @@ TestCase {
         press(["6", "*", "7", "=", "2ND", "HIST"]);
         tryCompare(stack, "depth", 2);
         tryCompare(stack, "busy", false);
-        verify(!window.footer.visible, "the tab bar hides for pushed screens");
+        verify(!window.footer.visible, "the tab bar hides for the keypad's history");
         const history = findChild(stack.currentItem, "historyList");
         compare(history.count, 1);
         mouseClick(findChild(stack.currentItem, "clearButton"));

@@ -117,6 +117,7 @@ private:
     void setExpression(const QString& text, int caret);
     void setWaitingCompute(bool waiting);
     void insertText(const QString& text);
+    bool showRegisterOnEmptyLine(const QString& name, double value);
     void enterRegister(const QString& name, double& registerValue);
     void enterIntegerRegister(const QString& name, double& registerValue);
     void compute(const QString& name, void (CalculatorModel::*solve)(), const double& result,

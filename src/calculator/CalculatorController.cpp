@@ -160,6 +160,47 @@ void CalculatorController::typeLetters(const QString& letters)
         insertText(letters);
 }
 
+void CalculatorController::deleteForward()
+{
+    if (m_selectionStart != m_selectionEnd) {
+        insertText(QString());
+    } else if (m_selectionEnd < m_expression.size()) {
+        setExpression(m_expression.left(m_selectionStart) + m_expression.mid(m_selectionEnd + 1),
+                      m_selectionStart);
+    }
+}
+
+void CalculatorController::moveCaretToStart()
+{
+    setSelection(0, 0);
+}
+
+void CalculatorController::moveCaretToEnd()
+{
+    const int end = int(m_expression.size());
+    setSelection(end, end);
+}
+
+QString CalculatorController::acceptedText(const QString& text)
+{
+    QString accepted;
+    for (const QChar c : text) {
+        if ((c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') ||
+            QStringLiteral(".+-*/^()").contains(c))
+            accepted += c;
+        else if (c == u',')
+            accepted += u'.';
+    }
+    return accepted;
+}
+
+void CalculatorController::pasteText(const QString& text)
+{
+    const QString accepted = acceptedText(text);
+    if (!accepted.isEmpty())
+        insertText(accepted);
+}
+
 void CalculatorController::operateFinancialButton(const QString& title)
 {
     static const QStringList tvmKeys = {"N", "I/Y", "PV", "PMT", "FV", "P/Y", "C/Y"};

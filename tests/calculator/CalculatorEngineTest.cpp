@@ -128,6 +128,35 @@ TEST_F(EngineTest, CaretEditing)
     EXPECT_EQ(engine->selectionStart(), 0);
 }
 
+TEST_F(EngineTest, KeyboardEditingAndPastedText)
+{
+    keys({"1234"});
+    engine->moveCaretToStart();
+    engine->deleteForward();
+    EXPECT_EQ(engine->expression(), "234");
+    engine->moveCaretToEnd();
+    engine->deleteForward();
+    EXPECT_EQ(engine->expression(), "234") << "nothing after the caret";
+    engine->setSelection(1, 2);
+    engine->deleteForward();
+    EXPECT_EQ(engine->expression(), "24");
+    engine->pasteText(QStringLiteral("\u20ac 1,5\u00d7(sqrt 9)\nX"));
+    EXPECT_EQ(engine->expression(), "21.5(sqrt9)4") << "only what the line accepts, at the caret";
+    engine->pasteText(QStringLiteral("#%"));
+    EXPECT_EQ(engine->expression(), "21.5(sqrt9)4");
+
+    keys({"CE", "-1.5*2", "=", "CE", "2*"});
+    CalculatorHistoryModel history;
+    history.setCalculator(engine.get());
+    EXPECT_EQ(history.resultAt(0), local("-3"));
+    history.useResult(0);
+    EXPECT_EQ(engine->expression(), "2*-3");
+    keys({"CE", "1/0", "=", "CE"});
+    history.useResult(1);
+    EXPECT_EQ(engine->expression(), "") << "Infinity is no text for the line";
+    EXPECT_EQ(history.resultAt(5), "");
+}
+
 TEST_F(EngineTest, LoanPaymentThroughTheKeys)
 {
     keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",

@@ -243,7 +243,7 @@ TEST(CashFlows, ClosedFormRunsStayWithinRoundingOfTheTermByTermSum)
                 }
             }
             if (!std::isfinite(magnitude))
-                continue; // the terms themselves overflow
+                continue;                           // the terms themselves overflow
             p += int(list.size() - entries.size()); // the unused entries' periods
             const double npv = CalculatorModel::calculateNpvWithRate(list, r);
             EXPECT_LE(std::fabs(npv - sum), 16 * p * DBL_EPSILON * magnitude)

@@ -70,11 +70,19 @@ Page {
     // (by the tab bar, a shortcut, or on leaving a calculator on another
     // tab): the page becomes visible and takes the keyboard.
     StackView.onActivated: page.takeKeyboard()
-    onVisibleChanged: if (page.visible)
-        page.takeKeyboard()
+    // Hidden behind another tab, the page lets go of the keyboard, so what
+    // is typed there never lands on this line.
+    onVisibleChanged: {
+        if (page.visible)
+            page.takeKeyboard();
+        else if (page.activeFocus)
+            page.focus = false;
+    }
     Component.onCompleted: page.takeKeyboard()
 
     Keys.onPressed: event => {
+        if (!page.visible)
+            return;
         if (page.editKey(event)) {
             event.accepted = true;
             return;

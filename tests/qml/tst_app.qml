@@ -122,6 +122,9 @@ TestCase {
         window.openScreen("TvmController", "");
         const functions = findChild(window.contentItem, "functionsStack");
         tryCompare(functions, "busy", false);
+        verify(!calculator.activeFocus, "the hidden tab lets go of the keyboard");
+        keyClick(Qt.Key_9);
+        compare(line.text, "", "keys on another tab stay there");
         keyClick(Qt.Key_2, Qt.ControlModifier);
         tryVerify(() => calculator.activeFocus, 1000, "back from a calculator");
         typeText("7*6");

@@ -72,6 +72,7 @@ void CalculatorModel::computePeriod()
 
 void CalculatorModel::computeRate()
 {
+    FinanceMath::clearUpperVectorState();
     double low = 0.0;
     double high = 1.0;
     const int periods = compoundingPeriods();
@@ -118,13 +119,49 @@ struct ParsedFlow {
     double repeats;
 };
 
+// The list's texts read once for a whole compute, with one locale. Reading
+// a text through the locale costs far more than a solver pass, so a text
+// equal to the one read just before (the untouched "0" and "1" slots, a
+// frequency repeated down the list) takes that value again.
+// The default locale asks the system for its symbols on every number it
+// reads (a tenth of a microsecond or more each). The named locale of the
+// same language and country holds the same symbols in its own data; when
+// every symbol that reading depends on agrees, it reads each text exactly as
+// the default one would, without the asking.
+QLocale readingLocale()
+{
+    const QLocale system;
+    QLocale named(system.name());
+    named.setNumberOptions(system.numberOptions());
+    const bool same =
+        named.decimalPoint() == system.decimalPoint() &&
+        named.groupSeparator() == system.groupSeparator() &&
+        named.zeroDigit() == system.zeroDigit() && named.negativeSign() == system.negativeSign() &&
+        named.positiveSign() == system.positiveSign() &&
+        named.exponential() == system.exponential() && named.percent() == system.percent();
+    return same ? named : system;
+}
+
 std::vector<ParsedFlow> parsed(const CashFlowList& flows)
 {
+    const QLocale locale = readingLocale();
+    QString lastCash, lastFreq;
+    double cash = 0, repeats = 1;
+    bool first = true;
     std::vector<ParsedFlow> out;
     out.reserve(flows.size());
-    for (const CashFlow& flow : flows)
-        out.push_back({CalculatorModel::numberFromText(flow.cash),
-                       std::ceil(CalculatorModel::numberFromText(flow.freq))});
+    for (const CashFlow& flow : flows) {
+        if (first || flow.cash != lastCash) {
+            lastCash = flow.cash;
+            cash = NumberFormat::numberFromText(flow.cash, locale);
+        }
+        if (first || flow.freq != lastFreq) {
+            lastFreq = flow.freq;
+            repeats = std::ceil(NumberFormat::numberFromText(flow.freq, locale));
+        }
+        first = false;
+        out.push_back({cash, repeats});
+    }
     return out;
 }
 
@@ -186,6 +223,7 @@ double CalculatorModel::calculateNpvWithRate(const CashFlowList& flows, double r
 double CalculatorModel::calculateIrr(const CashFlowList& flows)
 {
     const std::vector<ParsedFlow> values = parsed(flows);
+    FinanceMath::clearUpperVectorState();
     constexpr int maximumIterations = 10001;
     double low = -1.0;
     double high = 1.0;

@@ -11,6 +11,28 @@
 // IEEE answer.
 namespace FinanceMath {
 
+// Marks the upper halves of the AVX registers clean (vzeroupper) on CPUs
+// that have them. Code that leaves them dirty (256-bit AVX without a
+// vzeroupper, as some hand-written or JIT-compiled library code in a GUI
+// process does) makes every later switch between the SSE code of this
+// program and the VEX-encoded maths routines of the C library pay a state
+// transition, which can make exp/log1p many times slower. The solvers call
+// this once before their loops; it costs a cycle.
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+__attribute__((target("avx"))) inline void clearUpperVectorStateAvx()
+{
+    __builtin_ia32_vzeroupper();
+}
+inline void clearUpperVectorState()
+{
+    static const bool hasAvx = __builtin_cpu_supports("avx");
+    if (hasAvx)
+        clearUpperVectorStateAvx();
+}
+#else
+inline void clearUpperVectorState() {}
+#endif
+
 inline bool usesLogForm(double x, double y)
 {
     return x > -1.0 && std::isfinite(x) && std::isfinite(y);

@@ -90,6 +90,7 @@ double TvmModel::rateWithPeriod(double n) const
     // future value rises with the rate. At most 1001 future values are
     // evaluated; without convergence the 1002nd midpoint is the answer,
     // unless the search never left a bound (below).
+    FinanceMath::clearUpperVectorState();
     double low = 0.0;
     double high = 1.0;
     double rate = 0.5;

@@ -137,11 +137,14 @@ TestCase {
         calculator.keypad.pressTitle("2ND");
         tryCompare(stack, "depth", 2);
         tryCompare(stack, "busy", false);
+        mouseClick(findChild(stack.currentItem, "copyButton1"));
         mouseClick(findChild(stack.currentItem, "useButton0"));
         tryCompare(stack, "depth", 1);
         tryCompare(stack, "busy", false);
         tryVerify(() => calculator.activeFocus, 1000, "back from the history");
         compare(line.text, "7*636", "Use put the first result at the caret");
+        keyClick(Qt.Key_V, Qt.ControlModifier);
+        compare(line.text, "7*63642", "Copy put the second result on the clipboard");
         keyClick(Qt.Key_Escape);
         typeText("2+2");
         keyClick(Qt.Key_Return);

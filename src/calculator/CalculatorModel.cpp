@@ -119,10 +119,6 @@ struct ParsedFlow {
     double repeats;
 };
 
-// The list's texts read once for a whole compute, with one locale. Reading
-// a text through the locale costs far more than a solver pass, so a text
-// equal to the one read just before (the untouched "0" and "1" slots, a
-// frequency repeated down the list) takes that value again.
 // The default locale asks the system for its symbols on every number it
 // reads (a tenth of a microsecond or more each). The named locale of the
 // same language and country holds the same symbols in its own data; when
@@ -142,6 +138,10 @@ QLocale readingLocale()
     return same ? named : system;
 }
 
+// The list's texts read once for a whole compute, with one locale. Reading
+// a text through the locale costs far more than a solver pass, so a text
+// equal to the one read just before (the untouched "0" and "1" slots, a
+// frequency repeated down the list) takes that value again.
 std::vector<ParsedFlow> parsed(const CashFlowList& flows)
 {
     const QLocale locale = readingLocale();
@@ -198,8 +198,6 @@ double npvOf(const std::vector<ParsedFlow>& flows, double rate)
         }
         npv = npv * vk + flow->cash * runSum;
     }
-    // The first entry's flows start at period 0; Horner's rule above put
-    // them at period 0 already, the others after them.
     return npv;
 }
 

@@ -116,12 +116,13 @@ bool EPTokenString::initWithExpression(QStringView expression,
                                        const EPTokenStringFunctionSource& functions)
 {
     m_tokenArray.clear();
-    // Words and delimiters alternate, so this many tokens is the most there
-    // can be.
+    // Words and delimiters alternate and a word gives at most two tokens
+    // (a number and a function), so this many tokens is the most there can
+    // be.
     size_t delimiters = 0;
     for (const QChar c : expression)
         delimiters += isDelimiter(c.unicode()) ? 1 : 0;
-    m_tokenArray.reserve(2 * delimiters + 1);
+    m_tokenArray.reserve(3 * delimiters + 2);
 
     QVarLengthArray<QChar, 64> word;
     const auto flushWord = [&]() {

@@ -12,12 +12,14 @@
 namespace FinanceMath {
 
 // Marks the upper halves of the AVX registers clean (vzeroupper) on CPUs
-// that have them. Code that leaves them dirty (256-bit AVX without a
-// vzeroupper, as some hand-written or JIT-compiled library code in a GUI
-// process does) makes every later switch between the SSE code of this
-// program and the VEX-encoded maths routines of the C library pay a state
-// transition, which can make exp/log1p many times slower. The solvers call
-// this once before their loops; it costs a cycle.
+// that have them. Library code that runs 256-bit AVX instructions and
+// returns without a vzeroupper leaves them dirty (the GUI process's main
+// thread is in that state once Qt Quick has drawn); from then on every
+// non-VEX SSE instruction, which is all of this program's floating-point
+// code and the C library's SSE2 maths routines, merges the dirty halves or
+// pays a state transition, several times slower. The solvers call this
+// once before their loops, which themselves dirty nothing; it costs a
+// cycle.
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 __attribute__((target("avx"))) inline void clearUpperVectorStateAvx()
 {

@@ -13,13 +13,12 @@ namespace FinanceMath {
 
 // Marks the upper halves of the AVX registers clean (vzeroupper) on CPUs
 // that have them. Library code that runs 256-bit AVX instructions and
-// returns without a vzeroupper leaves them dirty (the GUI process's main
-// thread is in that state once Qt Quick has drawn); from then on every
-// non-VEX SSE instruction, which is all of this program's floating-point
-// code and the C library's SSE2 maths routines, merges the dirty halves or
-// pays a state transition, several times slower. The solvers call this
-// once before their loops, which themselves dirty nothing; it costs a
-// cycle.
+// returns without a vzeroupper leaves them dirty (QtGui's image fill does,
+// so the GUI process's main thread is in that state once anything has been
+// drawn); from then on every non-VEX SSE instruction, which is all of this
+// program's floating-point code, and the maths routines too, run several
+// times slower. The solvers call this once before their loops, which
+// themselves dirty nothing; it costs a cycle.
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 __attribute__((target("avx"))) inline void clearUpperVectorStateAvx()
 {

@@ -160,6 +160,47 @@ void CalculatorController::typeLetters(const QString& letters)
         insertText(letters);
 }
 
+void CalculatorController::deleteForward()
+{
+    if (m_selectionStart != m_selectionEnd) {
+        insertText(QString());
+    } else if (m_selectionEnd < m_expression.size()) {
+        setExpression(m_expression.left(m_selectionStart) + m_expression.mid(m_selectionEnd + 1),
+                      m_selectionStart);
+    }
+}
+
+void CalculatorController::moveCaretToStart()
+{
+    setSelection(0, 0);
+}
+
+void CalculatorController::moveCaretToEnd()
+{
+    const int end = int(m_expression.size());
+    setSelection(end, end);
+}
+
+QString CalculatorController::acceptedText(const QString& text)
+{
+    QString accepted;
+    for (const QChar c : text) {
+        if ((c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') ||
+            QStringLiteral(".+-*/^()").contains(c))
+            accepted += c;
+        else if (c == u',')
+            accepted += u'.';
+    }
+    return accepted;
+}
+
+void CalculatorController::pasteText(const QString& text)
+{
+    const QString accepted = acceptedText(text);
+    if (!accepted.isEmpty())
+        insertText(accepted);
+}
+
 void CalculatorController::operateFinancialButton(const QString& title)
 {
     static const QStringList tvmKeys = {"N", "I/Y", "PV", "PMT", "FV", "P/Y", "C/Y"};
@@ -173,8 +214,23 @@ void CalculatorController::operateFinancialButton(const QString& title)
 
 // Registers.
 
+bool CalculatorController::showRegisterOnEmptyLine(const QString& name, double value)
+{
+    // A register key pressed on an empty line is a look at the register:
+    // it shows the value under the key's name and stores nothing, so a
+    // solved PV can be read back without wiping it. Only a line with text
+    // on it is an entry (and an unreadable one stores 0).
+    if (!m_expression.trimmed().isEmpty())
+        return false;
+    setResultLabel(name);
+    displayValue(value);
+    return true;
+}
+
 void CalculatorController::enterRegister(const QString& name, double& registerValue)
 {
+    if (showRegisterOnEmptyLine(name, registerValue))
+        return;
     setResultLabel(name);
     displayResult();
     registerValue = CalculatorModel::evaluateExpression(m_expression).value_or(0.0);
@@ -241,7 +297,7 @@ void CalculatorController::operateTvmButtons(const QString& title)
     } else if (title == u"P/Y") {
         if (m_npvModeOn)
             return;
-        double value = 0;
+        double value = m_model.paymentFrequency;
         enterIntegerRegister(title, value);
         m_model.paymentFrequency = FinanceMath::saturatedInteger(value);
     } else if (title == u"C/Y") {
@@ -301,6 +357,10 @@ void CalculatorController::operateNpvButtons(const QString& title)
         const bool frequency = m_upCount >= 2 && m_upCount % 2 == 0;
         if (!(frequency && m_displayNumber == u"0"))
             slotText() = m_displayNumber;
+        // Like a register entry, ENTER takes the line's value away with it:
+        // what is typed next (the next amount, a rate for I/Y) starts on an
+        // empty line instead of being appended to the stored amount.
+        setExpression(QString(), 0);
     } else if (title == u"NPV") {
         if (m_waitingCompute) {
             setResultLabel(QStringLiteral("NPV"));

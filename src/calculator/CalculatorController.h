@@ -73,6 +73,19 @@ public:
     // is ignored.
     Q_INVOKABLE void typeLetters(const QString& letters);
 
+    // Editing from a physical keyboard beyond the keypad's own keys:
+    // Delete removes the character after the caret (or the selection);
+    // Home and End put the caret at either end of the line.
+    Q_INVOKABLE void deleteForward();
+    Q_INVOKABLE void moveCaretToStart();
+    Q_INVOKABLE void moveCaretToEnd();
+    // Text from the clipboard (or a history row's result) onto the line at
+    // the caret, keeping only what the line's keys can type: digits,
+    // ". + - * / ^ ( )" and the letters a-z; a "," becomes the line's ".",
+    // as the keyboard's comma does. Anything else is dropped.
+    Q_INVOKABLE void pasteText(const QString& text);
+    static QString acceptedText(const QString& text);
+
     void operateFinancialButton(const QString& title);
     void operateTvmButtons(const QString& title);
     void operateNpvButtons(const QString& title);
@@ -117,6 +130,7 @@ private:
     void setExpression(const QString& text, int caret);
     void setWaitingCompute(bool waiting);
     void insertText(const QString& text);
+    bool showRegisterOnEmptyLine(const QString& name, double value);
     void enterRegister(const QString& name, double& registerValue);
     void enterIntegerRegister(const QString& name, double& registerValue);
     void compute(const QString& name, void (CalculatorModel::*solve)(), const double& result,

@@ -1,5 +1,10 @@
 #include "CalculatorHistoryModel.h"
 
+#include "framework/NumberFormat.h"
+
+#include <QLocale>
+#include <cmath>
+
 void CalculatorHistoryModel::setCalculator(CalculatorController* calculator)
 {
     if (calculator == m_calculator)
@@ -49,4 +54,19 @@ QHash<int, QByteArray> CalculatorHistoryModel::roleNames() const
 void CalculatorHistoryModel::clearClicked()
 {
     setLogArray(std::make_shared<HistoryLog>());
+}
+
+QString CalculatorHistoryModel::resultAt(int row) const
+{
+    return row >= 0 && row < count() ? m_log->at(row).result : QString();
+}
+
+void CalculatorHistoryModel::useResult(int row)
+{
+    if (!m_calculator || row < 0 || row >= count())
+        return;
+    const QString result = resultAt(row);
+    if (!std::isfinite(NumberFormat::numberFromText(result)))
+        return; // "NaN" and the infinities are no text for the line
+    m_calculator->pasteText(QString(result).replace(QLocale().decimalPoint(), QStringLiteral(".")));
 }

@@ -34,6 +34,11 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     Q_INVOKABLE void clearClicked();
+    // Row `row`'s result as shown, for the clipboard ("" outside the list).
+    Q_INVOKABLE QString resultAt(int row) const;
+    // "Use": row `row`'s result onto the calculator's expression line at the
+    // caret, written with the line's "." as the decimal point.
+    Q_INVOKABLE void useResult(int row);
 
 signals:
     void calculatorChanged();

@@ -32,6 +32,21 @@ Page {
         }
     }
 
+    // The system clipboard, through an invisible text field.
+    TextInput {
+        id: clipboard
+
+        function copyText(text) {
+            clipboard.text = text;
+            clipboard.selectAll();
+            clipboard.copy();
+            clipboard.text = "";
+        }
+
+        visible: false
+        enabled: false
+    }
+
     ListView {
         id: list
 
@@ -47,6 +62,7 @@ Page {
         delegate: ItemDelegate {
             id: row
 
+            required property int index
             required property string result
             required property string detail
             required property string label
@@ -82,6 +98,23 @@ Page {
                     color: AppTheme.accent
                     font.pixelSize: 16
                     font.bold: true
+                }
+                Button {
+                    objectName: "copyButton" + row.index
+                    text: qsTr("Copy")
+                    flat: true
+                    Accessible.name: qsTr("Copy %1").arg(row.result)
+                    onClicked: clipboard.copyText(history.resultAt(row.index))
+                }
+                Button {
+                    objectName: "useButton" + row.index
+                    text: qsTr("Use")
+                    flat: true
+                    Accessible.name: qsTr("Use %1").arg(row.result)
+                    onClicked: {
+                        history.useResult(row.index);
+                        page.StackView.view.pop();
+                    }
                 }
             }
 

@@ -7,7 +7,10 @@ import Tallyvane
 // The keypad business calculator: the expression line, the result label
 // and display above the 44-key grid. Works with touch, mouse and the
 // physical keyboard (digits and operators, Enter for "=", Backspace for
-// "⇦", arrows for the caret and the cash-flow walk).
+// "⇦", Delete, Home/End and the arrows for the caret and the cash-flow
+// walk, Ctrl+C to copy the display, Ctrl+V to paste onto the line). The
+// page holds the keyboard whenever it is shown: on start, on every switch
+// to its tab and on every return from a screen pushed over it.
 Page {
     id: page
 
@@ -16,6 +19,33 @@ Page {
 
     signal historyRequested
     signal helpRequested
+
+    function takeKeyboard() {
+        if (page.visible)
+            page.forceActiveFocus();
+    }
+
+    // Physical keys the keypad has no key for.
+    function editKey(event) {
+        const control = (event.modifiers & Qt.ControlModifier) !== 0;
+        const shift = (event.modifiers & Qt.ShiftModifier) !== 0;
+        if ((control && event.key === Qt.Key_C) || (control && event.key === Qt.Key_Insert)) {
+            clipboard.copyText(controller.displayNumber);
+        } else if ((control && event.key === Qt.Key_V) || (shift && event.key === Qt.Key_Insert)) {
+            controller.pasteText(clipboard.pastedText());
+        } else if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier)) {
+            return false;
+        } else if (event.key === Qt.Key_Delete) {
+            controller.deleteForward();
+        } else if (event.key === Qt.Key_Home) {
+            controller.moveCaretToStart();
+        } else if (event.key === Qt.Key_End) {
+            controller.moveCaretToEnd();
+        } else {
+            return false;
+        }
+        return true;
+    }
 
     title: qsTr("Calculator")
     focus: true
@@ -36,8 +66,29 @@ Page {
         keypad.loadButtonDictionary();
         page.forceActiveFocus();
     }
+    // Back from history or help, and every time the tab is shown again
+    // (by the tab bar, a shortcut, or on leaving a calculator on another
+    // tab): the page becomes visible and takes the keyboard.
+    StackView.onActivated: page.takeKeyboard()
+    // Hidden behind another tab, the page lets go of the keyboard, so what
+    // is typed there never lands on this line.
+    onVisibleChanged: {
+        if (page.visible)
+            page.takeKeyboard();
+        else if (page.activeFocus)
+            page.focus = false;
+    }
+    Component.onCompleted: page.takeKeyboard()
 
     Keys.onPressed: event => {
+        if (!page.visible)
+            return;
+        if (page.editKey(event)) {
+            event.accepted = true;
+            return;
+        }
+        if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
+            return; // shortcuts (Ctrl+1 ... Ctrl+4) are the window's
         const title = keypad.titleForKeyboard(event.key, event.text, keypad.npvModeOn);
         if (title.length > 0) {
             keypad.pressTitle(title);
@@ -104,6 +155,9 @@ Page {
             font.pixelSize: 20
             font.family: "monospace"
             readOnly: true
+            // Touch and mouse set the caret and selection; the keyboard
+            // stays with the page.
+            activeFocusOnPress: false
             cursorVisible: true
             persistentSelection: true
             selectByMouse: true
@@ -170,6 +224,29 @@ Page {
             Accessible.role: Accessible.StaticText
             Accessible.name: qsTr("Display %1").arg(text)
         }
+    }
+
+    // The system clipboard, through an invisible text field.
+    TextInput {
+        id: clipboard
+
+        function copyText(text) {
+            clipboard.text = text;
+            clipboard.selectAll();
+            clipboard.copy();
+            clipboard.text = "";
+        }
+
+        function pastedText() {
+            clipboard.text = "";
+            clipboard.paste();
+            const pasted = clipboard.text;
+            clipboard.text = "";
+            return pasted;
+        }
+
+        visible: false
+        enabled: false
     }
 
     Item {

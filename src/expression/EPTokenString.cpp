@@ -62,6 +62,26 @@ template <typename Token> std::optional<EPAnyToken> accept(QStringView text)
     return std::nullopt;
 }
 
+// The word split into a leading number and the function name after it, or
+// nothing when it is not of that form.
+std::optional<std::pair<EPAnyToken, EPAnyToken>>
+numberAndFunction(QStringView word, const EPTokenStringFunctionSource& functions)
+{
+    qsizetype split = 0;
+    while (split < word.size() && (word.at(split).isDigit() || word.at(split) == u'.'))
+        ++split;
+    if (split == 0 || split == word.size())
+        return std::nullopt;
+    const QStringView name = word.mid(split);
+    if (!functions.functionExists(name))
+        return std::nullopt;
+    std::optional<EPAnyToken> number = accept<EPNumericalToken>(word.first(split));
+    std::optional<EPAnyToken> function = functions.functionTokenForName(name);
+    if (!number || !function)
+        return std::nullopt;
+    return std::pair{std::move(*number), std::move(*function)};
+}
+
 } // namespace
 
 EPTokenString::EPTokenString(std::pmr::memory_resource* memory) : m_tokenArray(memory) {}
@@ -96,22 +116,36 @@ bool EPTokenString::initWithExpression(QStringView expression,
                                        const EPTokenStringFunctionSource& functions)
 {
     m_tokenArray.clear();
-    // Words and delimiters alternate, so this many tokens is the most there
-    // can be.
+    // Words and delimiters alternate and a word gives at most two tokens
+    // (a number and a function), so this many tokens is the most there can
+    // be.
     size_t delimiters = 0;
     for (const QChar c : expression)
         delimiters += isDelimiter(c.unicode()) ? 1 : 0;
-    m_tokenArray.reserve(2 * delimiters + 1);
+    m_tokenArray.reserve(3 * delimiters + 2);
 
     QVarLengthArray<QChar, 64> word;
     const auto flushWord = [&]() {
         if (word.isEmpty())
             return true;
-        std::optional<EPAnyToken> token =
-            tokenFromString(QStringView(word.constData(), word.size()), variables, functions);
+        const QStringView text(word.constData(), word.size());
+        std::optional<EPAnyToken> token = tokenFromString(text, variables, functions);
+        if (!token) {
+            // A number written straight before a function name, as the
+            // keys type it ("2" then "sin(" gives the word "2sin"), is the
+            // number and the function side by side, which the evaluator
+            // multiplies. Only function names split off: "2pi" stays one
+            // unknown word.
+            std::optional<std::pair<EPAnyToken, EPAnyToken>> pair =
+                numberAndFunction(text, functions);
+            word.clear();
+            if (!pair)
+                return false;
+            m_tokenArray.push_back(std::move(pair->first));
+            m_tokenArray.push_back(std::move(pair->second));
+            return true;
+        }
         word.clear();
-        if (!token)
-            return false;
         m_tokenArray.push_back(std::move(*token));
         return true;
     };

@@ -128,6 +128,35 @@ TEST_F(EngineTest, CaretEditing)
     EXPECT_EQ(engine->selectionStart(), 0);
 }
 
+TEST_F(EngineTest, KeyboardEditingAndPastedText)
+{
+    keys({"1234"});
+    engine->moveCaretToStart();
+    engine->deleteForward();
+    EXPECT_EQ(engine->expression(), "234");
+    engine->moveCaretToEnd();
+    engine->deleteForward();
+    EXPECT_EQ(engine->expression(), "234") << "nothing after the caret";
+    engine->setSelection(1, 2);
+    engine->deleteForward();
+    EXPECT_EQ(engine->expression(), "24");
+    engine->pasteText(QStringLiteral("\u20ac 1,5\u00d7(sqrt 9)\nX"));
+    EXPECT_EQ(engine->expression(), "21.5(sqrt9)4") << "only what the line accepts, at the caret";
+    engine->pasteText(QStringLiteral("#%"));
+    EXPECT_EQ(engine->expression(), "21.5(sqrt9)4");
+
+    keys({"CE", "-1.5*2", "=", "CE", "2*"});
+    CalculatorHistoryModel history;
+    history.setCalculator(engine.get());
+    EXPECT_EQ(history.resultAt(0), local("-3"));
+    history.useResult(0);
+    EXPECT_EQ(engine->expression(), "2*-3");
+    keys({"CE", "1/0", "=", "CE"});
+    history.useResult(1);
+    EXPECT_EQ(engine->expression(), "") << "Infinity is no text for the line";
+    EXPECT_EQ(history.resultAt(5), "");
+}
+
 TEST_F(EngineTest, LoanPaymentThroughTheKeys)
 {
     keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",
@@ -219,6 +248,64 @@ TEST_F(EngineTest, CashFlowWalkAndEnter)
     EXPECT_EQ(commands().mid(commands().size() - 2), QStringList({"Compute NPV", "Compute IRR"}));
     keys({"CF"});
     EXPECT_FALSE(engine->npvModeOn());
+}
+
+// ENTER takes the value off the line, so the next amount or a rate for
+// I/Y is typed afresh rather than appended to the amount.
+TEST_F(EngineTest, EnterInCashFlowModeEmptiesTheLine)
+{
+    keys({"CF", "-1000", "ENTER"});
+    EXPECT_EQ(engine->expression(), "");
+    EXPECT_EQ(display(), "-1000");
+    keys({"\u2193", "500", "ENTER", "10", "I/Y"});
+    EXPECT_EQ(engine->cashFlowArray()[1].cash, "500");
+    EXPECT_EQ(engine->model().rate, 10) << "not 50010";
+    keys({"\u2193", "3", "ENTER", "ENTER"});
+    EXPECT_EQ(engine->cashFlowArray()[1].freq, "3") << "ENTER on an empty line gives 0: refused";
+    keys({"\u2191", "ENTER"});
+    EXPECT_EQ(engine->cashFlowArray()[1].cash, "0") << "an amount of 0 is taken";
+}
+
+// A register key on an empty line shows the register and stores nothing;
+// text on the line is still an entry, an unreadable one storing 0.
+TEST_F(EngineTest, RegisterKeyOnAnEmptyLineShowsTheRegister)
+{
+    keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",
+          "PMT"});
+    const int logged = engine->historyCount();
+    const double payment = engine->model().pmt;
+    for (const auto& [key, shown] : {std::pair{"PV", "250000"},
+                                     {"PMT", "-1498.8764"},
+                                     {"N", "360"},
+                                     {"I/Y", "6"},
+                                     {"FV", "0"},
+                                     {"P/Y", "12"},
+                                     {"C/Y", "12"}}) {
+        keys({"CE", key});
+        EXPECT_EQ(label(), key);
+        EXPECT_EQ(display(), local(shown)) << key;
+    }
+    EXPECT_EQ(engine->model().pmt, payment) << "looking stores nothing";
+    EXPECT_EQ(engine->model().pv, 250000);
+    EXPECT_EQ(engine->model().paymentFrequency, 12);
+    EXPECT_EQ(engine->historyCount(), logged) << "and logs nothing";
+    keys({"CPT", "I/Y"});
+    EXPECT_EQ(display(), "6") << "the solve still has every register";
+    keys({"2*", "PV"});
+    EXPECT_EQ(engine->model().pv, 0) << "an unreadable line stores 0";
+}
+
+// The function keys type "sin(" after a number: the number multiplies.
+TEST_F(EngineTest, NumberBeforeAFunctionKeyMultiplies)
+{
+    keys({"2", "2ND", "SIN", "2ND", "0", ")", "="});
+    EXPECT_EQ(engine->expression(), "2sin(0)");
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(engine->historyCount(), 1) << "a value, not an invalid line";
+    keys({"CE", "2", "\u221ax", "9", ")", "="});
+    EXPECT_EQ(display(), "6");
+    keys({"CE", "3", "LN", "1", ")", "+1", "="});
+    EXPECT_EQ(display(), "1");
 }
 
 TEST_F(EngineTest, CashFlowCursorStopsAtF99)

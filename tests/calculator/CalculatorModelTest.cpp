@@ -3,6 +3,7 @@
 #include "framework/FinanceMath.h"
 
 #include <QLocale>
+#include <cfloat>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -137,14 +138,44 @@ TEST(TvmSolver, ZeroRateGivesNonFiniteResultsNotErrors)
     EXPECT_FALSE(std::isfinite(m.pv));
 }
 
-TEST(TvmSolver, UnreachableRateEndsAtTheEdgeOfTheRange)
+// CPT I/Y: inside 0 %..100 % the bisection's answers are pinned to the
+// bit (17 significant digits, taken before the search learnt to leave its
+// range); at a bound it goes on outside, or gives NaN.
+TEST(TvmSolver, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
 {
-    CalculatorModel high = registers(1, 0, 100, 0, 1000); // needs 900 %
-    high.computeRate();
-    EXPECT_NEAR(high.rate, 100, 1e-9);
-    CalculatorModel low = registers(1, 0, 100, 0, 50); // needs a negative rate
-    low.computeRate();
-    EXPECT_NEAR(low.rate, 0, 1e-9);
+    struct Case {
+        const char* what;
+        CalculatorModel m;
+        double expected; // percent; NaN for no rate
+        double tolerance;
+    };
+    const double pinned = 0; // exact
+    const Case cases[] = {
+        {"1000 doubles in 10 years", registers(10, 0, 1000, 0, 2000), 7.1773462579585612, pinned},
+        {"mortgage", registers(360, 0, 250000, -1498.8764, 0, 12, 12), 6.0000005420192792, pinned},
+        {"BEG, P/Y 4, C/Y 2", registers(20, 0, 0, 100, 2500, 4, 2, "BEG"), 8.4045904222875834,
+         pinned},
+        {"1000 to 900 in 5 years", registers(5, 0, 1000, 0, 900), -2.0851637639, 5e-11},
+        {"1000 to 5000 in 1 year", registers(1, 0, 1000, 0, 5000), 400, 1e-9},
+        {"100 to 1000 in 1 year", registers(1, 0, 100, 0, 1000), 900, 1e-9},
+        {"100 to 50 in 1 year, monthly", registers(12, 0, 100, 0, 50, 12, 12),
+         1200 * (std::pow(0.5, 1.0 / 12) - 1), 1e-9},
+        {"no rate turns 1000 into -5", registers(5, 0, 1000, 0, -5), NAN, 0},
+        {"beyond 10,000 %", registers(1, 0, 1, 0, 1000), NAN, 0},
+    };
+    for (Case c : cases) {
+        c.m.computeRate();
+        if (std::isnan(c.expected))
+            EXPECT_TRUE(std::isnan(c.m.rate)) << c.what << ": " << c.m.rate;
+        else if (c.tolerance == pinned)
+            EXPECT_EQ(c.m.rate, c.expected) << c.what;
+        else
+            EXPECT_NEAR(c.m.rate, c.expected, c.tolerance) << c.what;
+    }
+    // The exact answer of the first case outside: (0.9)^(1/5) − 1.
+    CalculatorModel falling = registers(5, 0, 1000, 0, 900);
+    falling.computeRate();
+    EXPECT_NEAR(falling.rate, 100 * (std::pow(0.9, 0.2) - 1), 1e-12);
 }
 
 TEST(TvmSolver, KahansPennyASecondStaysExactToTheCent)
@@ -184,28 +215,64 @@ TEST(CashFlows, NpvDiscountsEachPeriodAndFrequenciesRepeat)
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(repeated, r), expected, 1e-9);
 }
 
-TEST(CashFlows, LongRunsUseTheSeriesAndAgreeWithTermByTermSums)
+// Each run of equal flows is one closed-form term; the result may differ
+// from the period-by-period sum Σ c/(1 + r)^p only by rounding: at most
+// 16 ulps per period of the sum of the terms' magnitudes.
+TEST(CashFlows, ClosedFormRunsStayWithinRoundingOfTheTermByTermSum)
 {
-    const CashFlowList longRun = flows({{"-5000", "1"}, {"100", "360"}});
-    double expected = -5000;
-    for (int p = 1; p <= 360; ++p)
-        expected += 100 / std::pow(1.004, p);
-    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(longRun, 0.004), expected, 1e-8);
-    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(longRun, 0.0), -5000 + 36000, 1e-9);
+    const std::vector<std::vector<std::pair<double, int>>> lists = {
+        {{-100, 1}, {110, 1}},
+        {{-1000, 1}, {300, 3}, {50, 0}, {200, 1}},
+        {{-5000, 1}, {100, 360}},
+        {{-10000, 1}, {0, 2}, {4000, 4}},
+        {{-2500, 1}, {12.5, 1000}, {-40, 64}, {3, 7}, {1000, 1}},
+        {{1e6, 1}, {-1e4, 99}, {-3e5, 1}},
+    };
+    const double rates[] = {-0.5, -0.05, -1e-9, 0.0, 1e-9, 0.004, 0.1, 0.9};
+    for (const auto& entries : lists) {
+        CashFlowList list = CalculatorModel::freshCashFlows();
+        for (size_t e = 0; e < entries.size(); ++e)
+            list[e] = {QString::number(entries[e].first), QString::number(entries[e].second)};
+        for (const double r : rates) {
+            double sum = 0, magnitude = 0;
+            int p = 0;
+            for (const auto& [cash, freq] : entries) {
+                for (int k = 0; k < freq; ++k, ++p) {
+                    sum += cash / std::pow(1 + r, p);
+                    magnitude += std::fabs(cash / std::pow(1 + r, p));
+                }
+            }
+            if (!std::isfinite(magnitude))
+                continue;                           // the terms themselves overflow
+            p += int(list.size() - entries.size()); // the unused entries' periods
+            const double npv = CalculatorModel::calculateNpvWithRate(list, r);
+            EXPECT_LE(std::fabs(npv - sum), 16 * p * DBL_EPSILON * magnitude)
+                << entries.size() << " entries at " << r << ": " << npv << " vs " << sum;
+        }
+    }
 
     // A frequency no loop could walk still answers at once.
     const CashFlowList huge = flows({{"-100", "1"}, {"1", "1000000000000000"}});
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(huge, 0.01), -100 + 1 / 0.01, 1e-9);
 }
 
-TEST(CashFlows, IrrWithoutASignChangeIsNaNAndReturnsQuickly)
+// A search that meets an NPV that is not a number has no IRR; so has one
+// whose NPV keeps one sign.
+TEST(CashFlows, IrrIsNaNWhereThereIsNone)
 {
     EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"100", "1"}, {"110", "1"}}))));
-    // Near −100 % the empty entries' 0/(1 + r)^p turns into 0/0: a NaN NPV
-    // ends the search at that rate, as a converged one would.
-    EXPECT_EQ(CalculatorModel::calculateIrr(flows({{"-100", "1"}, {"-5", "3"}})), -0.99951171875);
+    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"-1", "1"}}))));
+    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"-100", "1"}, {"-5", "3"}}))));
+    // A loan from the borrower's side: the search assumes the NPV falls.
+    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"1000", "1"}, {"-1100", "1"}}))));
     // All zero: the NPV is 0 at the first mid, 0 %.
     EXPECT_EQ(CalculatorModel::calculateIrr(CalculatorModel::freshCashFlows()), 0);
+
+    // Long runs: 1000 periods of 1.5 against 1000 now.
+    const CashFlowList run = flows({{"-1000", "1"}, {"1.5", "1000"}});
+    const double irr = CalculatorModel::calculateIrr(run);
+    EXPECT_GT(irr, 0);
+    EXPECT_LE(std::fabs(CalculatorModel::calculateNpvWithRate(run, irr)), 1e-6);
 }
 
 TEST(CashFlows, TextbookIrr)

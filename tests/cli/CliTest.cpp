@@ -134,6 +134,8 @@ TEST_F(CliTest, KeysDriveTheKeypadAndShowTheDisplay)
 
     ASSERT_EQ(run({"keys", "CF", "-100", "ENTER", "DOWN", "110", "ENTER", "CPT", "IRR"}), 0);
     EXPECT_EQ(stdoutText, "display: 0" + dec + "1\nlabel: IRR\n");
+    ASSERT_EQ(run({"keys", "CF", "-1", "ENTER", "CPT", "IRR"}), 0);
+    EXPECT_EQ(stdoutText, "display: NaN\nlabel: IRR\n") << "a lone outlay has no IRR";
 
     ASSERT_EQ(run({"keys", "2ND", "SIN", "2ND", "0)", "="}), 0);
     EXPECT_EQ(stdoutText, "display: 0\nlabel: Ans\n");

@@ -27,8 +27,19 @@ TEST(ImpliedMultiplication, JoinsOperandsSideBySide)
     CHECK_EVAL("(2)pi", 2 * std::numbers::pi);
     CHECK_EVAL("(2)sin(0)", 0);
     CHECK_EVAL("(3)sqrt(4)", 6);
-    // Digits and letters in one run make one word, which is no token.
-    CHECK_INVALID("2sin(0)");
+    // A number written straight before a function name multiplies it, as
+    // the keys type it; before "pi" (a variable) the word stays unknown.
+    CHECK_EVAL("2sin(0)", 0);
+    CHECK_EVAL("2sqrt(9)", 6);
+    CHECK_EVAL("3ln(2)", 3 * std::log(2.0));
+    CHECK_EVAL("0.5cos(0)", 0.5);
+    CHECK_EVAL("2^2sqrt(4)", 8) << "the power takes the number, then the product";
+    CHECK_EVAL("1 0sqrt(4)", 20) << "blanks are dropped before the split";
+    CHECK_INVALID("2pi");
+    CHECK_INVALID("2sin");
+    CHECK_INVALID("2sinx(1)");
+    CHECK_INVALID("2.5.1sqrt(4)");
+    CHECK_INVALID("sin2(1)");
     CHECK_EVAL("3(1+1)(2)", 12);
     CHECK_EVAL("pi(2)", 2 * std::numbers::pi);
     CHECK_EVAL("2(3)^2", 18) << "the power binds to its group first";

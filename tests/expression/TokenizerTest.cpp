@@ -61,7 +61,9 @@ TEST(Tokenizer, WhiteSpaceIsDroppedNotASeparator)
 TEST(Tokenizer, WordsMustBeNumbersVariablesOrFunctions)
 {
     EXPECT_FALSE(tokenize("sin30").ok);
-    EXPECT_FALSE(tokenize("2pi").ok);
+    EXPECT_FALSE(tokenize("2pi").ok) << "only function names split off a number";
+    EXPECT_EQ(tokenize("2sqrt(9)").kinds, QStringList({"num:2", "sqrt", "(", "num:9", ")"}));
+    EXPECT_EQ(tokenize("12.5ln").kinds, QStringList({"num:12.5", "ln"}));
     EXPECT_FALSE(tokenize("SIN(1)").ok) << "names are case-sensitive";
     EXPECT_FALSE(tokenize("1e5").ok) << "no exponent notation";
     EXPECT_FALSE(tokenize("x+1").ok);

@@ -102,14 +102,42 @@ TEST_F(TvmTest, BeginAndEndDifferOnlyOnPayments)
                 (end - 1000 * std::pow(1.05, 10)) * 1.05, 1e-9);
 }
 
-TEST_F(TvmTest, RateOutOfReachEndsAtTheTopOfTheRange)
+// The I/Y button: rates inside 0 %..100 % exactly as before (pinned to 17
+// digits), rates outside found beyond the range, none as NaN.
+TEST_F(TvmTest, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
 {
-    type("pvField", "100");
-    type("fvField", "1000");
-    type("periodField", "1");
-    tvm->interestRateClicked();
-    EXPECT_NEAR(tvm->tvmModel()->interestRate, 100, 1e-9);
-    EXPECT_EQ(view->text("interestField"), "100");
+    struct Case {
+        const char *pv, *pmt, *fv, *n, *frequency;
+        double expected;
+        double tolerance; // 0: exact
+        const char* shown;
+    };
+    const Case cases[] = {
+        {"1000", "0", "2000", "10", "Annually", 7.1773462579585612, 0, "7.177"},
+        {"250000", "-1498.8764", "0", "360", "Monthly", 6.0000005420192792, 0, "6"},
+        {"1000", "0", "900", "5", "Annually", -2.0851637639, 5e-11, "-2.085"},
+        {"1000", "0", "5000", "1", "Annually", 400, 1e-9, "400"},
+        {"1000", "0", "-5", "5", "Annually", NAN, 0, "NaN"},
+    };
+    choose("modeButton", "END");
+    for (const Case& c : cases) {
+        type("pvField", c.pv);
+        type("pmtField", c.pmt);
+        type("fvField", c.fv);
+        type("periodField", c.n);
+        choose("frequencyButton", c.frequency);
+        tvm->interestRateClicked();
+        const double rate = tvm->tvmModel()->interestRate;
+        if (std::isnan(c.expected))
+            EXPECT_TRUE(std::isnan(rate)) << c.fv;
+        else if (c.tolerance == 0)
+            EXPECT_EQ(rate, c.expected) << c.fv;
+        else
+            EXPECT_NEAR(rate, c.expected, c.tolerance) << c.fv;
+        EXPECT_EQ(view->text("interestField"),
+                  QString::fromLatin1(c.shown).replace('.', QLocale().decimalPoint()))
+            << c.fv;
+    }
 }
 
 TEST_F(TvmTest, LargeAmountsStillFindTheRate)

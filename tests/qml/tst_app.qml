@@ -136,6 +136,88 @@ TestCase {
         compare(TestFiles.draftCount(), 0);
     }
 
+    // Clipboard text set from outside the app.
+    TextEdit {
+        id: foreignClipboard
+
+        visible: false
+    }
+
+    function setClipboard(text) {
+        foreignClipboard.text = text;
+        foreignClipboard.selectAll();
+        foreignClipboard.copy();
+    }
+
+    // The Calculator tab takes the keyboard when shown and after every
+    // return to it, without a click: typing, Enter, Backspace, Ctrl+C and
+    // Ctrl+V go to the expression line.
+    function test_calculatorTabTakesTheKeyboardWithoutAClick() {
+        const stack = findChild(window.contentItem, "calculatorStack");
+        const calculator = stack.currentItem;
+        const line = findChild(calculator, "expressionLine");
+        const display = findChild(calculator, "display");
+        const typeText = text => {
+            for (const c of text)
+                keyClick(c);
+        };
+
+        keyClick(Qt.Key_2, Qt.ControlModifier);
+        compare(window.footer.currentIndex, 1);
+        tryVerify(() => calculator.activeFocus, 1000, "the tab takes the keyboard when shown");
+        typeText("12*3");
+        compare(line.text, "12*3");
+        keyClick(Qt.Key_Return);
+        compare(display.text, "36");
+        keyClick(Qt.Key_Backspace);
+        compare(line.text, "12*");
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        keyClick(Qt.Key_V, Qt.ControlModifier);
+        compare(line.text, "12*36", "Ctrl+C copied the display, Ctrl+V pasted it");
+        setClipboard("x €+1,5 ×");
+        keyClick(Qt.Key_V, Qt.ControlModifier);
+        compare(line.text, "12*36x+1.5", "only what the line accepts");
+        keyClick(Qt.Key_Home);
+        keyClick(Qt.Key_Delete);
+        keyClick(Qt.Key_End);
+        keyClick(Qt.Key_Backspace);
+        compare(line.text, "2*36x+1.");
+
+        // Back from a calculator on the Functions tab.
+        keyClick(Qt.Key_Escape);
+        keyClick(Qt.Key_1, Qt.ControlModifier);
+        window.openScreen("TvmController", "");
+        const functions = findChild(window.contentItem, "functionsStack");
+        tryCompare(functions, "busy", false);
+        verify(!calculator.activeFocus, "the hidden tab lets go of the keyboard");
+        keyClick(Qt.Key_9);
+        compare(line.text, "", "keys on another tab stay there");
+        keyClick(Qt.Key_2, Qt.ControlModifier);
+        tryVerify(() => calculator.activeFocus, 1000, "back from a calculator");
+        typeText("7*6");
+        keyClick(Qt.Key_Enter);
+        compare(display.text, "42");
+
+        // Back from the history, after using a row.
+        calculator.keypad.pressTitle("2ND");
+        calculator.keypad.pressTitle("HIST");
+        calculator.keypad.pressTitle("2ND");
+        tryCompare(stack, "depth", 2);
+        tryCompare(stack, "busy", false);
+        mouseClick(findChild(stack.currentItem, "copyButton1"));
+        mouseClick(findChild(stack.currentItem, "useButton0"));
+        tryCompare(stack, "depth", 1);
+        tryCompare(stack, "busy", false);
+        tryVerify(() => calculator.activeFocus, 1000, "back from the history");
+        compare(line.text, "7*636", "Use put the first result at the caret");
+        keyClick(Qt.Key_V, Qt.ControlModifier);
+        compare(line.text, "7*63642", "Copy put the second result on the clipboard");
+        keyClick(Qt.Key_Escape);
+        typeText("2+2");
+        keyClick(Qt.Key_Return);
+        compare(display.text, "4");
+    }
+
     function test_calculatorTabOpensHistoryAndHelp() {
         window.showTab(1);
         const stack = findChild(window.contentItem, "calculatorStack");

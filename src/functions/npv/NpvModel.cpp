@@ -47,14 +47,18 @@ double NpvModel::internalRateOfReturn(const QList<double>& cashFlows, int count)
     // Bisection between -100 % and +100 %, assuming the present value falls
     // as the rate rises (an outlay followed by returns). The pass limit is
     // checked before the tolerance, so the pass after the last allowed one
-    // fails even when it lands on the root. A present value that is not a
-    // number never meets the tolerance and so ends in NaN too.
+    // fails even when it lands on the root.
     double lo = -1.0;
     double hi = 1.0;
     for (int pass = 0;; ++pass) {
         const double x = (lo + hi) / 2.0;
         const double v = presentValue(cashFlows, count, x);
         if (pass == maximumIrrPasses)
+            return std::numeric_limits<double>::quiet_NaN();
+        // A present value that is not a number (the flows' terms overflow
+        // or cancel to 0/0 near -100 %) means there is no rate to find:
+        // the answer is NaN at once, not the point where the search was.
+        if (std::isnan(v))
             return std::numeric_limits<double>::quiet_NaN();
         if (v > 0)
             lo = x;

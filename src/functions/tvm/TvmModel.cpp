@@ -89,22 +89,33 @@ double TvmModel::rateWithPeriod(double n) const
 {
     // Bisection on the annual rate between 0 % and 100 %, assuming the
     // future value rises with the rate. At most 1001 future values are
-    // evaluated; without convergence the 1002nd midpoint is the answer.
+    // evaluated; without convergence the 1002nd midpoint is the answer,
+    // unless the search never left a bound (below).
+    FinanceMath::clearUpperVectorState();
     double low = 0.0;
     double high = 1.0;
     double rate = 0.5;
+    const auto differenceAt = [&](double annual) {
+        return futureValueAt(termsForAnnualRate(annual), n) - futureValue;
+    };
     for (int evaluations = 0;; ++evaluations) {
         rate = (low + high) / 2;
         if (evaluations == 1001)
             break;
-        const double difference = futureValueAt(termsForAnnualRate(rate), n) - futureValue;
+        const double difference = differenceAt(rate);
         if (difference < 0)
             low = rate;
         else
             high = rate;
         if (!(std::fabs(difference) > 1e-6))
-            break;
+            return rate * 100.0;
     }
+    // Unconverged at the 0 % or 100 % bound: the rate lies outside the
+    // range (below 0 % down to -100 %, above 100 % up to 10,000 % a year)
+    // or nowhere, and the search goes on out there; the answer is the rate
+    // found, or NaN. An unconverged search inside keeps its last rate.
+    if (low == 0.0 || high == 1.0)
+        return FinanceMath::rateBeyondBisectionBounds(differenceAt, rate) * 100.0;
     return rate * 100.0;
 }
 

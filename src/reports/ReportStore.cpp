@@ -6,11 +6,13 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QThread>
 #include <QVariant>
 #include <QtEndian>
 
@@ -61,9 +63,19 @@ std::optional<QSqlDatabase> connection(QString* error)
         if (db.open()) {
             QSqlQuery pragma(db);
             // WAL lets readers go on while one process writes; FULL makes a
-            // reported save survive a crash of the whole machine too.
-            if (pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")) &&
-                pragma.exec(QStringLiteral("PRAGMA synchronous=FULL")))
+            // reported save survive a crash of the whole machine too. Turning
+            // a new database to WAL needs it to itself for a moment, and
+            // SQLite answers "locked" at once rather than waiting when
+            // another process does the same: so it is tried again, within
+            // the busy timeout.
+            QElapsedTimer waited;
+            waited.start();
+            bool wal = pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+            while (!wal && waited.elapsed() < ReportStore::busyTimeout()) {
+                QThread::msleep(5);
+                wal = pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+            }
+            if (wal && pragma.exec(QStringLiteral("PRAGMA synchronous=FULL")))
                 return db;
             *error = reasonOf(pragma.lastError());
         } else {

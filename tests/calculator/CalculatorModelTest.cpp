@@ -232,7 +232,8 @@ TEST(CashFlows, ClosedFormRunsStayWithinRoundingOfTheTermByTermSum)
     for (const auto& entries : lists) {
         CashFlowList list = CalculatorModel::freshCashFlows();
         for (size_t e = 0; e < entries.size(); ++e)
-            list[e] = {QString::number(entries[e].first), QString::number(entries[e].second)};
+            list[e] = {QString::number(entries[e].first, 'f', 6),
+                       QString::number(entries[e].second)};
         for (const double r : rates) {
             double sum = 0, magnitude = 0;
             int p = 0;

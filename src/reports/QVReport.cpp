@@ -161,10 +161,11 @@ WriteResult QVReport::saveReport(const QVReport& report)
     return result;
 }
 
-WriteResult QVReport::removeReportWithDate(const QDateTime& date, int* removed)
+WriteResult QVReport::removeReportWithDate(const QDateTime& date, int* removed,
+                                           QList<ReportStore::Row>* removedRows)
 {
     return ReportStore::removeRows(
-        [&date](const QList<ReportStore::Row>& rows) {
+        [&date, removedRows](const QList<ReportStore::Row>& rows) {
             // The list's own walk: the index moves on after a removal too, so
             // the record that slid into the removed slot is not looked at.
             QList<ReportStore::Row> list = rows;
@@ -173,6 +174,8 @@ WriteResult QVReport::removeReportWithDate(const QDateTime& date, int* removed)
                 const QVReport item = fromArchive(list.at(index).archive);
                 if (item.date.isValid() && date.isValid() && item.date == date) {
                     ids.append(list.at(index).id);
+                    if (removedRows)
+                        removedRows->append(list.at(index));
                     list.removeAt(index);
                 }
             }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ReportStore.h"
 #include "WriteResult.h"
 
 #include <QByteArray>
@@ -48,8 +49,10 @@ public:
     static WriteResult saveReport(const QVReport& report);
     // Removes records with exactly this date, advancing past each removal
     // so that of two adjacent equal dates only the first goes per call.
-    // `removed` gets the number of records removed.
-    static WriteResult removeReportWithDate(const QDateTime& date, int* removed = nullptr);
+    // `removed` gets the number of records removed; `removedRows`, when
+    // given, the removed rows themselves (for putting them back).
+    static WriteResult removeReportWithDate(const QDateTime& date, int* removed = nullptr,
+                                            QList<ReportStore::Row>* removedRows = nullptr);
 
     // The stored archives, newest first, as they are now on disk (a damaged
     // one as empty bytes); nothing when the list does not exist or cannot be

@@ -5,8 +5,10 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// The saved reports, newest first. Edit shows a delete button on every
-// row; a row can also be swiped to delete it.
+// The saved reports, newest first. Edit shows a minus on every row, which
+// reveals the row's Delete button; swiping a row reveals one too. Only
+// those buttons delete, and an Undo bar then offers the report back for a
+// few seconds.
 Page {
     id: page
 
@@ -67,8 +69,24 @@ Page {
                 if (!page.editing)
                     page.reportChosen(row.filePath);
             }
+            // The minus (or the Delete key) has revealed the Delete button.
+            property bool confirming: false
+
             Keys.onReturnPressed: clicked()
-            Keys.onDeletePressed: page.reports.removeRow(row.index)
+            // Delete reveals the Delete button; a second Delete confirms.
+            Keys.onDeletePressed: {
+                if (confirming)
+                    page.reports.removeRow(row.index);
+                else
+                    confirming = true;
+            }
+
+            Connections {
+                target: page
+                function onEditingChanged() {
+                    row.confirming = false;
+                }
+            }
 
             background: Rectangle {
                 color: row.down ? AppTheme.pressed : (row.visualFocus || row.ListView.isCurrentItem && list.activeFocus ? AppTheme.hover : row.palette.base)
@@ -89,7 +107,7 @@ Page {
                     implicitHeight: 32
                     focusPolicy: Qt.TabFocus
                     Accessible.name: qsTr("Delete %1").arg(row.title)
-                    onClicked: page.reports.removeRow(row.index)
+                    onClicked: row.confirming = !row.confirming
                     background: Rectangle {
                         radius: width / 2
                         color: AppTheme.danger
@@ -132,6 +150,17 @@ Page {
                         elide: Text.ElideRight
                     }
                 }
+                Button {
+                    objectName: "confirmDeleteButton"
+                    Layout.rightMargin: AppTheme.margin
+                    visible: row.confirming
+                    text: qsTr("Delete")
+                    focusPolicy: Qt.TabFocus
+                    Accessible.name: qsTr("Delete %1").arg(row.title)
+                    onClicked: page.reports.removeRow(row.index)
+                    palette.button: AppTheme.danger
+                    palette.buttonText: "white"
+                }
             }
 
             Rectangle {
@@ -144,6 +173,7 @@ Page {
             }
 
             swipe.right: Rectangle {
+                objectName: "swipeDeleteButton"
                 width: 96
                 height: row.height
                 anchors.right: parent.right
@@ -155,9 +185,8 @@ Page {
                     color: "white"
                     font.bold: true
                 }
-                TapHandler {
-                    onTapped: page.reports.removeRow(row.index)
-                }
+                // The delegate takes the presses of what a swipe reveals.
+                SwipeDelegate.onClicked: page.reports.removeRow(row.index)
             }
         }
 
@@ -172,6 +201,60 @@ Page {
             text: page.reports.loadError.length > 0 ? qsTr("The saved reports could not be read.\n%1").arg(page.reports.loadError) : qsTr("No saved reports yet.\nSave a calculation from any calculator's export button and it appears here.")
             color: page.reports.loadError.length > 0 ? AppTheme.danger : palette.text
             opacity: page.reports.loadError.length > 0 ? 1 : 0.6
+        }
+    }
+
+    // The last deleted report can be put back for a few seconds.
+    Rectangle {
+        objectName: "undoBar"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: 12
+        height: 48
+        radius: 8
+        visible: page.reports.canUndo
+        color: AppTheme.dark ? "#E6EAF0" : "#1B2633"
+
+        Timer {
+            id: undoTimer
+
+            interval: 6000
+            onTriggered: page.reports.forgetUndo()
+        }
+        Connections {
+            target: page.reports
+            function onUndoChanged() {
+                if (page.reports.canUndo)
+                    undoTimer.restart();
+            }
+        }
+
+        RowLayout {
+            anchors.fill: parent
+            anchors.leftMargin: 16
+            anchors.rightMargin: 8
+
+            Label {
+                Layout.fillWidth: true
+                text: qsTr("Deleted \u201C%1\u201D").arg(page.reports.undoTitle)
+                color: AppTheme.dark ? "#1B2633" : "#FFFFFF"
+                elide: Text.ElideRight
+            }
+            Button {
+                id: undoButton
+
+                objectName: "undoButton"
+                text: qsTr("Undo")
+                flat: true
+                Accessible.name: qsTr("Undo delete")
+                onClicked: page.reports.undoDelete()
+                contentItem: Label {
+                    text: undoButton.text
+                    color: AppTheme.keyOperator
+                    font.bold: true
+                }
+            }
         }
     }
 }

@@ -132,10 +132,14 @@ std::optional<bool> listExists(QSqlDatabase db, QString* error)
     return query.next();
 }
 
-bool insertArchive(QSqlDatabase db, const QByteArray& archive, QString* error)
+// Inserts an archive under a new id (the head of the list), or under `id`
+// when it is given.
+bool insertArchive(QSqlDatabase db, const QByteArray& archive, QString* error,
+                   std::optional<qint64> id = std::nullopt)
 {
     QSqlQuery insert(db);
-    insert.prepare(QStringLiteral("INSERT INTO reports (archive, checksum) VALUES (?, ?)"));
+    insert.prepare(QStringLiteral("INSERT INTO reports (id, archive, checksum) VALUES (?, ?, ?)"));
+    insert.addBindValue(id ? QVariant(*id) : QVariant(QMetaType::fromType<qint64>()));
     // A null array would bind as SQL NULL; an empty archive is still a row.
     insert.addBindValue(archive.isNull() ? QByteArray("") : archive);
     insert.addBindValue(ReportStore::checksumOf(archive));
@@ -326,4 +330,19 @@ WriteResult ReportStore::removeRows(const Chooser& choose, int* removed)
     if (result.ok() && removed)
         *removed = int(ids.size());
     return result;
+}
+
+WriteResult ReportStore::restoreRows(const QList<Row>& rows)
+{
+    return inTransaction([&rows](QSqlDatabase db, bool exists) {
+        if (!exists)
+            return WriteResult::failure(
+                QStringLiteral("The saved reports list has not been created yet."));
+        QString reason;
+        for (const Row& row : rows) {
+            if (!insertArchive(db, row.archive, &reason, row.id))
+                return WriteResult::failure(reason);
+        }
+        return WriteResult::success();
+    });
 }

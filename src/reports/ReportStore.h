@@ -52,6 +52,10 @@ public:
     using Chooser = std::function<QList<qint64>(const QList<Row>&)>;
     static WriteResult removeRows(const Chooser& choose, int* removed = nullptr);
 
+    // Puts removed rows back under their own ids, so each returns to the
+    // place in the list it was taken from.
+    static WriteResult restoreRows(const QList<Row>& rows);
+
     // Closes the connection; the next use opens the database again at the
     // path of that moment.
     static void close();

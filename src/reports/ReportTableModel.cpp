@@ -82,9 +82,14 @@ WriteResult ReportTableModel::deleteReport(int row)
 {
     if (row < 0 || row >= count())
         return WriteResult::failure(QStringLiteral("There is no report %1.").arg(row));
-    const WriteResult result = QVReport::removeReportWithDate(reportAt(row).date);
+    const QVReport report = reportAt(row);
+    QList<ReportStore::Row> removed;
+    const WriteResult result = QVReport::removeReportWithDate(report.date, nullptr, &removed);
     if (!result.ok())
         return result; // the row stays, as the record does
+    m_undoRows = removed;
+    m_undoTitle = report.title;
+    emit undoChanged();
     beginRemoveRows({}, row, row);
     m_reportArray.removeAt(row);
     endRemoveRows();
@@ -92,19 +97,45 @@ WriteResult ReportTableModel::deleteReport(int row)
     return result;
 }
 
+void ReportTableModel::tell(const QString& title, const WriteResult& result)
+{
+    Presenter* presenter = Presenter::defaultPresenter();
+    if (result.ok() || !presenter)
+        return;
+    AlertRequest alert;
+    alert.title = title;
+    alert.message = result.error;
+    alert.actions = {{QStringLiteral("OK")}};
+    presenter->present(alert, [](const QString&, const QString&) {});
+}
+
 QString ReportTableModel::removeRow(int row)
 {
     const WriteResult result = deleteReport(row);
-    if (!result.ok()) {
-        if (Presenter* presenter = Presenter::defaultPresenter()) {
-            AlertRequest alert;
-            alert.title = QStringLiteral("Could not delete the report");
-            alert.message = result.error;
-            alert.actions = {{QStringLiteral("OK")}};
-            presenter->present(alert, [](const QString&, const QString&) {});
-        }
+    tell(QStringLiteral("Could not delete the report"), result);
+    return result.error;
+}
+
+QString ReportTableModel::undoDelete()
+{
+    if (m_undoRows.isEmpty())
+        return QString();
+    const WriteResult result = ReportStore::restoreRows(m_undoRows);
+    tell(QStringLiteral("Could not restore the report"), result);
+    if (result.ok()) {
+        forgetUndo();
+        loadReportArray();
     }
     return result.error;
+}
+
+void ReportTableModel::forgetUndo()
+{
+    if (m_undoRows.isEmpty())
+        return;
+    m_undoRows.clear();
+    m_undoTitle.clear();
+    emit undoChanged();
 }
 
 void ReportTableModel::setLoadError(const QString& error)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ReportStore.h"
 #include "WriteResult.h"
 
 #include <QAbstractListModel>
@@ -14,6 +15,10 @@ class ReportTableModel : public QAbstractListModel {
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     // Why the stored list could not be read or created; empty when it was.
     Q_PROPERTY(QString loadError READ loadError NOTIFY loadErrorChanged)
+    // The last deleted report can still be put back (for a few seconds on
+    // the screen), and its title.
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY undoChanged)
+    Q_PROPERTY(QString undoTitle READ undoTitle NOTIFY undoChanged)
 
 public:
     enum Role {
@@ -34,6 +39,8 @@ public:
     QHash<int, QByteArray> roleNames() const override;
     int count() const { return int(m_reportArray.size()); }
     QString loadError() const { return m_loadError; }
+    bool canUndo() const { return !m_undoRows.isEmpty(); }
+    QString undoTitle() const { return m_undoTitle; }
 
     // Re-reads the stored list.
     Q_INVOKABLE void loadReportArray();
@@ -44,6 +51,11 @@ public:
     // The same for the screen, which tells a failure in an alert. Empty when
     // done, else the reason.
     Q_INVOKABLE QString removeRow(int row);
+    // Puts the last deleted report back where it was, in the stored list and
+    // on screen. Empty when done, else the reason (told in an alert).
+    Q_INVOKABLE QString undoDelete();
+    // The chance to undo has passed.
+    Q_INVOKABLE void forgetUndo();
     Q_INVOKABLE QString filePathAt(int row) const;
 
     QVReport reportAt(int row) const;
@@ -52,10 +64,15 @@ public:
 signals:
     void countChanged();
     void loadErrorChanged();
+    void undoChanged();
 
 private:
     void setLoadError(const QString& error);
 
+    void tell(const QString& title, const WriteResult& result);
+
     QList<QByteArray> m_reportArray;
     QString m_loadError;
+    QList<ReportStore::Row> m_undoRows;
+    QString m_undoTitle;
 };

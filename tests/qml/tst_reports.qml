@@ -75,10 +75,22 @@ Item {
             const row = list.itemAtIndex(1);
             const deleteButton = findChild(row, "deleteButton");
             verify(deleteButton.visible);
+            // The minus only reveals the Delete button.
             mouseClick(deleteButton);
+            compare(list.count, 3);
+            verify(row.confirming);
+            mouseClick(findChild(row, "confirmDeleteButton"));
             compare(rowTitles(list), ["three", "one"]);
             compare(TestFiles.storedCount(), 2);
             verify(TestFiles.exists(keptFile));
+
+            // Undo puts it back in its place.
+            const undoBar = findChild(page, "undoBar");
+            verify(undoBar.visible);
+            mouseClick(findChild(undoBar, "undoButton"));
+            compare(rowTitles(list), ["three", "two", "one"]);
+            compare(TestFiles.storedCount(), 3);
+            verify(!undoBar.visible);
         }
 
         function test_tappingARowAsksForItsReport() {

@@ -100,6 +100,34 @@ TEST_F(ReportListTest, CorruptedEntriesGiveEmptyRowsAndCannotBeMatched)
     EXPECT_EQ(list.rowCount(), 5);
 }
 
+TEST_F(ReportListTest, UndoPutsTheLastDeletedReportBackInItsPlace)
+{
+    ReportTableModel list;
+    saveThree();
+    list.loadReportArray();
+    const QList<QByteArray> before = list.reportArray();
+    EXPECT_FALSE(list.canUndo());
+    ASSERT_TRUE(list.removeRow(1).isEmpty());
+    EXPECT_EQ(titles(list), QStringList({"three", "one"}));
+    EXPECT_TRUE(list.canUndo());
+    EXPECT_EQ(list.undoTitle(), "two");
+
+    // A report saved in between stays where it is, above the restored one.
+    auto other = QVFunctionModel::create<TestFunctionModel>();
+    other->createReport({{"title", "four"}});
+    ASSERT_TRUE(other->saveReport().ok());
+    ASSERT_TRUE(list.undoDelete().isEmpty());
+    EXPECT_EQ(titles(list), QStringList({"four", "three", "two", "one"}));
+    EXPECT_EQ(list.reportArray().mid(1), before) << "restored byte for byte";
+    EXPECT_FALSE(list.canUndo());
+
+    // Once forgotten, nothing comes back.
+    list.removeRow(0);
+    list.forgetUndo();
+    EXPECT_TRUE(list.undoDelete().isEmpty());
+    EXPECT_EQ(titles(list), QStringList({"three", "two", "one"}));
+}
+
 TEST_F(ReportListTest, AnOlderSettingsListIsTakenOverOnceInOrderAndLeftAsItWas)
 {
     auto& settings = Services::settings();

@@ -293,7 +293,10 @@ TestCase {
         goBack(2);
 
         mouseClick(findChild(page, "editButton"));
-        mouseClick(findChild(list.itemAtIndex(2), "deleteButton"));
+        const row = list.itemAtIndex(2);
+        mouseClick(findChild(row, "deleteButton"));
+        verify(row.confirming);
+        mouseClick(findChild(row, "confirmDeleteButton"));
         mouseClick(findChild(page, "editButton"));
         compare(list.count, 2);
         compare(TestFiles.storedCount(), 2);

@@ -262,4 +262,9 @@ public:
     {
         return QVNumericTextField::changedSign(text);
     }
+    // A typed text that is no number (it counts as 0; fields mark it).
+    Q_INVOKABLE static bool isUnreadable(const QString& text)
+    {
+        return NumberFormat::isUnreadable(text);
+    }
 };

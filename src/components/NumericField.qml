@@ -5,8 +5,9 @@ import Tallyvane
 
 // A labelled number field bound to one outlet of a calculator view. Every
 // edit goes to the controller as the screen's change action. "±" (the
-// Change Sign accessory) flips the sign without recomputing; "Done" on a
-// touch keyboard closes it.
+// Change Sign accessory, on fields that have it) flips the sign without
+// recomputing; "Done" on a touch keyboard closes it. A text that is no
+// number is marked, with a line saying it counts as 0.
 ColumnLayout {
     id: row
 
@@ -14,7 +15,10 @@ ColumnLayout {
     required property string outlet
     property string label
     property string placeholder: "0"
+    // Plain text fields (the tip calculator's) have no "±".
+    property bool signable: true
     readonly property alias field: field
+    readonly property bool unreadable: Formats.isUnreadable(field.text)
 
     Layout.fillWidth: true
     Layout.leftMargin: AppTheme.margin
@@ -42,11 +46,20 @@ ColumnLayout {
             selectByMouse: true
             font.pixelSize: 17
             Accessible.name: row.label
+            Accessible.description: row.unreadable ? hint.text : ""
             onTextEdited: row.controller.editField(row.outlet, text)
             onAccepted: nextItemInFocusChain().forceActiveFocus()
+            background: Rectangle {
+                implicitHeight: 40
+                color: field.palette.base
+                radius: 2
+                border.width: field.activeFocus || row.unreadable ? 2 : 1
+                border.color: row.unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
+            }
         }
         SignButton {
             objectName: row.outlet + "Sign"
+            visible: row.signable
             field: field
             fieldLabel: row.label
             onSignFlipped: text => row.controller.view.setText(row.outlet, text)
@@ -57,5 +70,14 @@ ColumnLayout {
             focusPolicy: Qt.NoFocus
             onClicked: field.focus = false
         }
+    }
+    Label {
+        id: hint
+
+        objectName: row.outlet + "Hint"
+        visible: row.unreadable
+        text: qsTr("Not a number: counts as 0")
+        color: AppTheme.danger
+        font.pixelSize: 12
     }
 }

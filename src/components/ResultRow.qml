@@ -4,6 +4,8 @@ import QtQuick.Layouts
 import Tallyvane
 
 // One result: its name and the value the controller put into the outlet.
+// The value can be selected and copied: drag over it and Ctrl+C, or its
+// context menu (right click, or press and hold) with "Copy".
 RowLayout {
     id: row
 
@@ -20,12 +22,46 @@ RowLayout {
         text: row.label
         font.pixelSize: 15
     }
-    Label {
+    TextEdit {
+        id: value
+
+        function copyAll() {
+            selectAll();
+            copy();
+            deselect();
+        }
+
         objectName: row.outlet
         text: row.controller.view.texts[row.outlet] ?? ""
+        readOnly: true
+        selectByMouse: true
+        selectByKeyboard: true
+        activeFocusOnPress: true
         font.pixelSize: 17
         font.bold: true
         color: AppTheme.accent
+        selectionColor: AppTheme.highlight
+        selectedTextColor: "#FFFFFF"
+        Accessible.role: Accessible.StaticText
         Accessible.name: row.label + " " + text
+
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: menu.popup()
+        }
+        TapHandler {
+            acceptedDevices: PointerDevice.TouchScreen
+            onLongPressed: menu.popup()
+        }
+        Menu {
+            id: menu
+
+            MenuItem {
+                objectName: row.outlet + "Copy"
+                text: qsTr("Copy")
+                enabled: value.text.length > 0
+                onTriggered: value.copyAll()
+            }
+        }
     }
 }

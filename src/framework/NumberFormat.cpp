@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <optional>
 
 namespace NumberFormat {
 namespace {
@@ -173,7 +174,7 @@ QString preciseString(double value)
     return QString::number(value, 'g', 17);
 }
 
-double numberFromText(const QString& text, const QLocale& locale)
+std::optional<double> readNumber(const QString& text, const QLocale& locale)
 {
     // Only a text with characters outside ASCII can hold marks.
     QString unmarked;
@@ -198,7 +199,7 @@ double numberFromText(const QString& text, const QLocale& locale)
     if (rest == u"Infinity")
         return negative ? -infinity : infinity;
     if (rest == u"NaN")
-        return negative ? 0.0 : notANumber;
+        return negative ? std::nullopt : std::optional<double>(notANumber);
 
     // The digits in ASCII with "." as the point, for the conversion.
     QVarLengthArray<char, 64> ascii;
@@ -224,13 +225,13 @@ double numberFromText(const QString& text, const QLocale& locale)
         else if (rest[i] == u'.')
             pointLength = 1;
         if (pointLength == 0 || seenPoint)
-            return 0.0; // a second separator or any other character
+            return std::nullopt; // a second separator or any other character
         seenPoint = true;
         ascii.append('.');
         i += pointLength;
     }
     if (!seenDigit)
-        return 0.0;
+        return std::nullopt;
 
     double value = 0.0;
     const auto result =
@@ -240,7 +241,17 @@ double numberFromText(const QString& text, const QLocale& locale)
         const double magnitude = integerNonZero ? infinity : 0.0;
         return negative ? -magnitude : magnitude;
     }
-    return result.ec == std::errc() ? value : 0.0;
+    return result.ec == std::errc() ? std::optional<double>(value) : std::nullopt;
+}
+
+double numberFromText(const QString& text, const QLocale& locale)
+{
+    return readNumber(text, locale).value_or(0.0);
+}
+
+bool isUnreadable(const QString& text, const QLocale& locale)
+{
+    return !text.trimmed().isEmpty() && !readNumber(text, locale);
 }
 
 QString stringFromDouble(double value, const QLocale& locale)

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QString>
+#include <optional>
 
 // The one place where Tallyvane writes and reads numbers. Every text a user
 // sees or types (result labels, report lines, form fields, table cells, the
@@ -72,5 +73,10 @@ QString preciseString(double value);
 // take the leading number of a text ("12 months" as 12, "1e400" as
 // Infinity): now every text reads alike, and such texts are unreadable.
 double numberFromText(const QString& text, const QLocale& locale = QLocale());
+// The same rule, telling an unreadable text (nothing) from a number.
+std::optional<double> readNumber(const QString& text, const QLocale& locale = QLocale());
+// A text that is there but is no number by this rule (and so counts as 0):
+// the forms mark such a field.
+bool isUnreadable(const QString& text, const QLocale& locale = QLocale());
 
 } // namespace NumberFormat

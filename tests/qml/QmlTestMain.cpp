@@ -11,8 +11,10 @@
 #include "reports/ReportStore.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickStyle>
@@ -179,6 +181,7 @@ public:
         return int(QVReport::storedReportList().value_or(QList<QByteArray>()).size());
     }
     Q_INVOKABLE bool exists(const QString& path) const { return QFile::exists(path); }
+    Q_INVOKABLE QString clipboardText() const { return QGuiApplication::clipboard()->text(); }
     Q_INVOKABLE int draftCount() const
     {
         return int(QDir(AppPaths::outboxDirectory()).entryList({QStringLiteral("*.eml")}).size());

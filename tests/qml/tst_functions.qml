@@ -146,4 +146,37 @@ TestCase {
         compare(label(screen, "npvResultLabel"), local("823.177"), "a sign change computes nothing");
     }
 
+    // Return walks down the cash-flow rows, the results can be copied, and a
+    // text that is no number is marked (it still counts as 0).
+    function test_npvRowsReturnCopyAndUnreadableHint() {
+        const screen = openRow(3);
+        typeInto(screen, "periodField", "3");
+        typeInto(screen, "discountRateField", "10");
+        typeInto(screen, "cashField0", "-100");
+        keyClick(Qt.Key_Return);
+        verify(findChild(screen, "cashField1").activeFocus, "Return goes to the next row");
+        for (const c of "60")
+            keyClick(c);
+        keyClick(Qt.Key_Return);
+        verify(findChild(screen, "cashField2").activeFocus);
+        for (const c of "60")
+            keyClick(c);
+        compare(label(screen, "npvResultLabel"), local("4.132"));
+
+        const result = findChild(screen, "npvResultLabel");
+        result.selectAll();
+        result.copy();
+        result.deselect();
+        compare(TestFiles.clipboardText(), local("4.132"));
+
+        const rate = findChild(screen, "discountRateField");
+        const hint = findChild(screen, "discountRateFieldHint");
+        verify(!hint.visible);
+        typeInto(screen, "discountRateField", "$12,000");
+        verify(hint.visible, "an unreadable field is marked");
+        compare(label(screen, "npvResultLabel"), local("20"), "and counts as 0");
+        typeInto(screen, "discountRateField", "10");
+        verify(!hint.visible);
+        verify(rate.text === "10");
+    }
 }

@@ -72,6 +72,13 @@ FunctionScreen {
         outlet: "dividendField"
         label: qsTr("Current dividend (D0)")
     }
+    // The form's own return field; the price takes its rates from the
+    // table, so this one only notes a rate for the user.
+    NumericField {
+        controller: screen.controller
+        outlet: "returnRateField"
+        label: qsTr("Required return (%), a note: the price uses the table's rates")
+    }
     NumericField {
         controller: screen.controller
         outlet: "periodField"

@@ -6,8 +6,9 @@ import QtQuick.Layouts
 import Tallyvane
 
 // Net present value and internal rate of return: the period and the rate,
-// the two results with the chart of NPV against the rate, and below them
-// the cash-flow table, one row per period.
+// the two results, the cash-flow table (one row per period; Return walks
+// down its rows) and, after the table, the chart of NPV against the rate,
+// which so never moves the rows while they are being typed into.
 FunctionScreen {
     id: screen
 
@@ -22,6 +23,10 @@ FunctionScreen {
 
         required property NpvTableController table
         required property int row
+        readonly property alias field: field
+
+        // Return in the field: the next row's field should take over.
+        signal returnPressed
 
         Layout.fillWidth: true
         Layout.leftMargin: AppTheme.margin
@@ -48,7 +53,15 @@ FunctionScreen {
             font.pixelSize: 17
             Accessible.name: leftLabel.text
             onTextEdited: cell.table.fieldChanged(cell.row, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            onAccepted: cell.returnPressed()
+            background: Rectangle {
+                implicitHeight: 40
+                color: field.palette.base
+                radius: 2
+                readonly property bool unreadable: Formats.isUnreadable(field.text)
+                border.width: field.activeFocus || unreadable ? 2 : 1
+                border.color: unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
+            }
         }
         SignButton {
             objectName: "cashField" + cell.row + "Sign"
@@ -85,6 +98,28 @@ FunctionScreen {
         controller: screen.controller
         outlet: "irrResultLabel"
         label: qsTr("Internal rate of return")
+    }
+    SectionHeader {
+        text: qsTr("Cash flows")
+    }
+    Repeater {
+        id: cashRows
+
+        model: npv.table.rowCount
+
+        delegate: NpvCellView {
+            required property int index
+
+            table: npv.table
+            row: index
+            onReturnPressed: {
+                const next = cashRows.itemAt(index + 1);
+                if (next)
+                    next.nextItemInFocusChain(true).forceActiveFocus();
+                else
+                    field.focus = false;
+            }
+        }
     }
     // NPV at discount rates from 0 % to twice the larger of the rate and 10 %.
     Item {
@@ -125,19 +160,6 @@ FunctionScreen {
                         chart.reloadGraph();
                 }
             }
-        }
-    }
-    SectionHeader {
-        text: qsTr("Cash flows")
-    }
-    Repeater {
-        model: npv.table.rowCount
-
-        delegate: NpvCellView {
-            required property int index
-
-            table: npv.table
-            row: index
         }
     }
 }

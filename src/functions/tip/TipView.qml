@@ -1,7 +1,8 @@
 import QtQuick
 import Tallyvane
 
-// The tip calculator: the bill (tax included), tip, people and tax.
+// The tip calculator: the bill (tax included), tip, people and tax, in
+// plain number fields (no "±").
 FunctionScreen {
     id: screen
 
@@ -13,21 +14,25 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "billField"
+        signable: false
         label: qsTr("Bill, sales tax included")
     }
     NumericField {
         controller: screen.controller
         outlet: "tipPercentField"
+        signable: false
         label: qsTr("Tip (%)")
     }
     NumericField {
         controller: screen.controller
         outlet: "numberOfPeopleField"
+        signable: false
         label: qsTr("Number of people")
     }
     NumericField {
         controller: screen.controller
         outlet: "salesTaxField"
+        signable: false
         label: qsTr("Sales tax in the bill (%)")
     }
     SectionHeader {

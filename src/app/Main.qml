@@ -6,8 +6,10 @@ import Tallyvane
 ApplicationWindow {
     id: window
 
-    // Screens that scripts/screenshots renders, in order.
-    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "roi-save-failed", "roi-mail-draft", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "about", "about-support", "about-credits", "about-privacy", "about-terms"]
+    // Screens that scripts/screenshots renders, in order. The two that end
+    // in a failure or a mail come last: the screens they leave behind would
+    // answer later reports of their calculator.
+    readonly property var screenshotSteps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
@@ -111,6 +113,15 @@ ApplicationWindow {
         case "stock-list":
             showTab(0);
             openScreen("StockTableController", "");
+            break;
+        case "roi-unreadable":
+            showTab(0);
+            openScreen("RoiController", "");
+            fillForm(functionsStack.currentItem, {
+                "investmentField": "$12,000",
+                "futureValueField": "15900",
+                "yearsField": "4"
+            });
             break;
         case "roi":
         case "roi-description":
@@ -275,8 +286,15 @@ ApplicationWindow {
                 reportsStack.currentItem.controller.actionClicked();
             break;
         case "reports-editing":
+        case "reports-confirm-delete":
             showTab(2);
             reportsStack.currentItem.editing = true;
+            if (name === "reports-confirm-delete")
+                reportsStack.currentItem.confirmDelete(0);
+            break;
+        case "reports-undo":
+            showTab(2);
+            reportsModel.removeRow(0);
             break;
         case "about":
             showTab(3);

@@ -17,6 +17,13 @@ Page {
 
     signal reportChosen(string filePath)
 
+    // Reveals the Delete button of a row, as its minus does.
+    function confirmDelete(row) {
+        const item = list.itemAtIndex(row);
+        if (item)
+            item.confirming = true;
+    }
+
     title: qsTr("Reports")
     Accessible.name: title
 
@@ -253,6 +260,7 @@ Page {
                     text: undoButton.text
                     color: AppTheme.keyOperator
                     font.bold: true
+                    verticalAlignment: Text.AlignVCenter
                 }
             }
         }

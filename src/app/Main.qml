@@ -15,7 +15,36 @@ ApplicationWindow {
     property alias reports: reportsModel
     readonly property alias presenterHost: presenterHost
 
+    // Each tab's first page is made when the tab is first shown, or a moment
+    // after start-up for the tabs not yet visited: the first frame only
+    // waits for the shown tab.
+    readonly property var tabPages: [catalogueComponent, calculatorPageComponent, reportListComponent, aboutPageComponent]
+
+    function ensureTab(index) {
+        const stack = stacks[index];
+        if (!stack || stack.depth > 0)
+            return;
+        const page = stack.push(tabPages[index], index === 2 ? {
+            "reports": reportsModel
+        } : {}, StackView.Immediate);
+        if (index === 1) {
+            page.historyRequested.connect(() => calculatorStack.push(historyComponent, {
+                "calculator": page.controller
+            }));
+            page.helpRequested.connect(() => calculatorStack.push(helpComponent));
+        } else if (index === 2) {
+            page.reportChosen.connect(filePath => openReport(filePath));
+        } else if (index === 3) {
+            page.supportRequested.connect(() => aboutStack.push(supportComponent));
+            page.pageRequested.connect((title, source) => aboutStack.push(infoComponent, {
+                "title": title,
+                "source": source
+            }));
+        }
+    }
+
     function showTab(index) {
+        ensureTab(index);
         tabBar.currentIndex = index;
     }
 
@@ -101,6 +130,8 @@ ApplicationWindow {
     // Brings up the screen called `name` for a screenshot.
     function showScreenshotStep(name) {
         presenterHost.dismissAll();
+        for (let i = 0; i < stacks.length; ++i)
+            ensureTab(i);
         for (const stack of stacks)
             stack.pop(null, StackView.Immediate);
         functionsStack.clear(StackView.Immediate);
@@ -403,8 +434,11 @@ ApplicationWindow {
             const item = window.currentStack.currentItem;
             return !(item instanceof FunctionScreen || item instanceof ReportDetailPage || item instanceof CalculatorHistoryPage || item instanceof CalculatorHelpPage || item instanceof CalculatorHelpDetailPage);
         }
-        onCurrentIndexChanged: if (currentIndex === 2)
-            reportsModel.loadReportArray()
+        onCurrentIndexChanged: {
+            window.ensureTab(currentIndex);
+            if (currentIndex === 2)
+                reportsModel.loadReportArray();
+        }
 
         AppTabButton {
             text: qsTr("Functions")
@@ -432,41 +466,59 @@ ApplicationWindow {
             id: functionsStack
 
             objectName: "functionsStack"
-            initialItem: catalogueComponent
         }
         StackView {
             id: calculatorStack
 
             objectName: "calculatorStack"
-            initialItem: CalculatorPage {
-                onHistoryRequested: calculatorStack.push(historyComponent, {
-                    "calculator": controller
-                })
-                onHelpRequested: calculatorStack.push(helpComponent)
-            }
         }
         StackView {
             id: reportsStack
 
             objectName: "reportsStack"
-            initialItem: ReportListPage {
-                reports: window.reports
-                onReportChosen: filePath => window.openReport(filePath)
-                StackView.onActivating: reportsModel.loadReportArray()
-            }
+            // Back on the list from a report: read the list again.
+            onDepthChanged: if (depth === 1)
+                reportsModel.loadReportArray()
         }
         StackView {
             id: aboutStack
 
             objectName: "aboutStack"
-            initialItem: AboutPage {
-                onSupportRequested: aboutStack.push(supportComponent)
-                onPageRequested: (title, source) => aboutStack.push(infoComponent, {
-                        "title": title,
-                        "source": source
-                    })
-            }
         }
+    }
+
+    Component.onCompleted: ensureTab(tabBar.currentIndex)
+
+    // The tabs not shown yet, one at a time after the first frame.
+    Timer {
+        interval: 200
+        repeat: true
+        running: true
+        onTriggered: {
+            const index = window.stacks.findIndex(stack => stack.depth === 0);
+            if (index < 0)
+                stop();
+            else
+                window.ensureTab(index);
+        }
+    }
+
+    Component {
+        id: calculatorPageComponent
+
+        CalculatorPage {}
+    }
+
+    Component {
+        id: reportListComponent
+
+        ReportListPage {}
+    }
+
+    Component {
+        id: aboutPageComponent
+
+        AboutPage {}
     }
 
     Component {

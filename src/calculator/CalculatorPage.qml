@@ -64,7 +64,7 @@ Page {
 
     StackView.onActivating: {
         keypad.loadButtonDictionary();
-        page.forceActiveFocus();
+        page.takeKeyboard();
     }
     // Back from history or help, and every time the tab is shown again
     // (by the tab bar, a shortcut, or on leaving a calculator on another

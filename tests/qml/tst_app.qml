@@ -153,17 +153,18 @@ TestCase {
     // return to it, without a click: typing, Enter, Backspace, Ctrl+C and
     // Ctrl+V go to the expression line.
     function test_calculatorTabTakesTheKeyboardWithoutAClick() {
-        const stack = findChild(window.contentItem, "calculatorStack");
-        const calculator = stack.currentItem;
-        const line = findChild(calculator, "expressionLine");
-        const display = findChild(calculator, "display");
         const typeText = text => {
             for (const c of text)
                 keyClick(c);
         };
 
+        // The tab's page is made when the tab is first shown.
         keyClick(Qt.Key_2, Qt.ControlModifier);
         compare(window.footer.currentIndex, 1);
+        const stack = findChild(window.contentItem, "calculatorStack");
+        const calculator = stack.currentItem;
+        const line = findChild(calculator, "expressionLine");
+        const display = findChild(calculator, "display");
         tryVerify(() => calculator.activeFocus, 1000, "the tab takes the keyboard when shown");
         typeText("12*3");
         compare(line.text, "12*3");

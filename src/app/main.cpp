@@ -1,5 +1,6 @@
 #include "AppWindow.h"
 #include "QmlPresenter.h"
+#include "SceneGraphChoice.h"
 #include "reports/ReportStore.h"
 
 #include <QCommandLineParser>
@@ -68,6 +69,8 @@ int main(int argc, char* argv[])
         QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     const AppOptions options = parseOptions(app);
+    if (SceneGraphChoice::softwareIsBetter())
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QmlPresenter::instance(); // the screens' dialogs go through it
     // Closing the reports database folds its journal back into it.
     QObject::connect(&app, &QCoreApplication::aboutToQuit, [] { ReportStore::close(); });

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include "calculator/CalculatorKeypad.h"
 #include "framework/NumberFormat.h"
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
@@ -129,4 +130,19 @@ void RecordingMailComposer::compose(const MailMessage& message, Finished finishe
     filesWhileComposing = QVFileManager::filesInDocumentsDirectory();
     if (finished)
         finished(result);
+}
+
+void pressKeys(CalculatorKeypad& keypad, std::initializer_list<QString> presses)
+{
+    for (const QString& press : presses) {
+        if (keypad.indexOfShownTitle(press) >= 0) {
+            keypad.buttonClicked(keypad.indexOfShownTitle(press));
+            continue;
+        }
+        for (const QChar c : press) {
+            const int index = keypad.indexOfShownTitle(QString(c));
+            ASSERT_GE(index, 0) << "no key " << QString(c).toStdString();
+            keypad.buttonClicked(index);
+        }
+    }
 }

@@ -14,6 +14,12 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+class CalculatorKeypad;
+
+// Presses keypad keys: each item is a key title the keypad shows now, or a
+// run of characters typed one key each.
+void pressKeys(CalculatorKeypad& keypad, std::initializer_list<QString> presses);
+
 // A decimal text in the current locale: "12.5" reads "12,5" under de_DE.
 QString local(const char* number);
 // A value as a user types it in the current locale: every digit, never an

@@ -25,20 +25,7 @@ protected:
 
     // Each argument is a key title, or a run of characters typed one key
     // each.
-    void keys(std::initializer_list<QString> presses)
-    {
-        for (const QString& press : presses) {
-            if (keypad.indexOfShownTitle(press) >= 0) {
-                keypad.buttonClicked(keypad.indexOfShownTitle(press));
-                continue;
-            }
-            for (const QChar c : press) {
-                const int index = keypad.indexOfShownTitle(QString(c));
-                ASSERT_GE(index, 0) << "no key " << QString(c).toStdString();
-                keypad.buttonClicked(index);
-            }
-        }
-    }
+    void keys(std::initializer_list<QString> presses) { pressKeys(keypad, presses); }
 
     QString display() const { return engine->displayNumber(); }
     QString label() const { return engine->resultLabel(); }

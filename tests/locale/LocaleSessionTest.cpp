@@ -69,20 +69,7 @@ protected:
         engine->setPresenter(&presenter);
     }
     // Key titles, or runs of characters typed one key each.
-    void keys(std::initializer_list<QString> presses)
-    {
-        for (const QString& press : presses) {
-            if (keypad.indexOfShownTitle(press) >= 0) {
-                keypad.buttonClicked(keypad.indexOfShownTitle(press));
-                continue;
-            }
-            for (const QChar c : press) {
-                const int index = keypad.indexOfShownTitle(QString(c));
-                ASSERT_GE(index, 0) << "no key " << QString(c).toStdString();
-                keypad.buttonClicked(index);
-            }
-        }
-    }
+    void keys(std::initializer_list<QString> presses) { pressKeys(keypad, presses); }
     void answer(const char* index) { presenter.script({{"OK", index}}); }
     QString display() const { return engine->displayNumber(); }
     const CalculatorModel& registers() const { return engine->model(); }

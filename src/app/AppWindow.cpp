@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
@@ -29,7 +31,18 @@ ScreenshotDriver::ScreenshotDriver(QQuickWindow* window, const QString& director
 void ScreenshotDriver::start()
 {
     QDir().mkpath(m_directory);
-    m_steps = m_window->property("screenshotSteps").toStringList();
+    QQmlEngine* engine = qmlEngine(m_window);
+    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/Tallyvane/app/ScreenshotWalk.qml")));
+    m_walk = component.createWithInitialProperties(
+        {{QStringLiteral("window"), QVariant::fromValue<QObject*>(m_window)}});
+    if (!m_walk) {
+        qWarning("the screenshot walk could not be made: %s",
+                 qUtf8Printable(component.errorString()));
+        QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(1); });
+        return;
+    }
+    m_walk->setParent(this);
+    m_steps = m_walk->property("steps").toStringList();
     QTimer::singleShot(300, this, &ScreenshotDriver::next);
 }
 
@@ -44,8 +57,7 @@ void ScreenshotDriver::next()
     // put aside and a plain file takes its place until the picture is taken.
     if (m_steps.at(m_index) == QLatin1String("roi-save-failed"))
         blockDocuments(true);
-    QMetaObject::invokeMethod(m_window, "showScreenshotStep",
-                              Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
+    QMetaObject::invokeMethod(m_walk, "showStep", Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
     // Let transitions, popups and chart animations settle first.
     const bool chart = m_steps.at(m_index).contains(QLatin1String("chart"));
     QTimer::singleShot(chart ? 1900 : 600, this, &ScreenshotDriver::capture);

@@ -19,8 +19,8 @@ struct AppOptions {
 // Quits the app once the window has shown its first frame.
 void quitAfterFirstFrame(QQuickWindow* window);
 
-// Walks the screens the root item lists in `screenshotSteps`, asking it to
-// show each with `showScreenshotStep(name)` and saving the window as
+// Makes the screenshot walk (ScreenshotWalk.qml) for the window, shows each
+// of its `steps` with `showStep(name)` and saves the window as
 // DIR/<name>.png. Quits with exit code 0 when done, 1 on failure.
 class ScreenshotDriver : public QObject {
     Q_OBJECT
@@ -35,6 +35,7 @@ private:
     void blockDocuments(bool block);
 
     QQuickWindow* m_window;
+    QObject* m_walk = nullptr;
     QString m_directory;
     QStringList m_steps;
     int m_index = -1;

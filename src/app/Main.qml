@@ -69,7 +69,10 @@ ApplicationWindow {
             "CapmController": capmComponent,
             "WaccController": waccComponent,
             "PeriodReturnController": periodReturnComponent,
-            "StockTableController": stockListComponent
+            "StockTableController": stockListComponent,
+            "RateConversionController": rateConversionComponent,
+            "BreakevenController": breakevenComponent,
+            "LoansTableController": loansListComponent
         };
         const component = screens[identifier];
         if (component)
@@ -344,6 +347,26 @@ ApplicationWindow {
         id: periodReturnComponent
 
         PeriodReturnView {}
+    }
+
+    Component {
+        id: rateConversionComponent
+
+        RateConversionView {}
+    }
+
+    Component {
+        id: breakevenComponent
+
+        BreakevenView {}
+    }
+
+    Component {
+        id: loansListComponent
+
+        LoansListPage {
+            onCalculatorChosen: (identifier, title) => window.openScreen(identifier, title)
+        }
     }
 
     Component {

@@ -20,6 +20,7 @@
 #include "framework/TableController.h"
 #include "functions/blackscholes/BlackScholesController.h"
 #include "functions/bond/BondController.h"
+#include "functions/breakeven/BreakevenController.h"
 #include "functions/capm/CapmController.h"
 #include "functions/cmp/CmpController.h"
 #include "functions/constgrowth/ConstGrowthController.h"
@@ -30,6 +31,7 @@
 #include "functions/npv/NpvController.h"
 #include "functions/npv/NpvTableController.h"
 #include "functions/periodreturn/PeriodReturnController.h"
+#include "functions/rateconversion/RateConversionController.h"
 #include "functions/roi/RoiController.h"
 #include "functions/tip/TipController.h"
 #include "functions/tvm/TvmController.h"
@@ -184,6 +186,18 @@ struct BlackScholesControllerForeign {
     Q_GADGET
     QML_FOREIGN(BlackScholesController)
     QML_NAMED_ELEMENT(BlackScholesController)
+};
+
+struct RateConversionControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(RateConversionController)
+    QML_NAMED_ELEMENT(RateConversionController)
+};
+
+struct BreakevenControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(BreakevenController)
+    QML_NAMED_ELEMENT(BreakevenController)
 };
 
 struct CapmControllerForeign {

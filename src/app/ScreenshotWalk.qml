@@ -13,7 +13,7 @@ QtObject {
     // The screens in order. The ones that end in a failure or a mail come
     // last: the screens they leave behind would answer later reports of
     // their calculator.
-    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
+    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "loans-list", "rate-conversion", "breakeven", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
 
     // Opens a stock calculator over the stock list and fills it.
     function showStockScreenshot(identifier, values) {
@@ -78,6 +78,32 @@ QtObject {
         case "stock-list":
             window.showTab(0);
             window.openScreen("StockTableController", "");
+            break;
+        case "loans-list":
+            window.showTab(0);
+            window.openScreen("LoansTableController", "");
+            break;
+        case "rate-conversion":
+            window.showTab(0);
+            window.openScreen("LoansTableController", "");
+            window.openScreen("RateConversionController", "");
+            walk.fillForm(window.functionsStackView.currentItem, {
+                "nominalRateField": "6",
+                "compoundingPerYearField": "12"
+            });
+            window.functionsStackView.currentItem.controller.solve("effectiveRate");
+            break;
+        case "breakeven":
+            window.showTab(0);
+            window.openScreen("LoansTableController", "");
+            window.openScreen("BreakevenController", "");
+            walk.fillForm(window.functionsStackView.currentItem, {
+                "fixedCostField": "10000",
+                "variableCostField": "15",
+                "priceField": "40",
+                "profitField": "0"
+            });
+            window.functionsStackView.currentItem.controller.solve("quantity");
             break;
         case "roi-unreadable":
             window.showTab(0);

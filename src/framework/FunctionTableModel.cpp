@@ -15,6 +15,8 @@ void FunctionTableModel::configureFunctionArray()
         {QStringLiteral("Tip Calculator"), QStringLiteral("tip")},
         {QStringLiteral("Bond Calculator"), QStringLiteral("bond")},
         {QStringLiteral("Stock Calculators"), QStringLiteral("stock")},
+        // Tallyvane's own calculators beyond the catalogue's seven rows.
+        {QStringLiteral("Loans and More"), QStringLiteral("loans")},
     };
 }
 
@@ -56,6 +58,7 @@ QStringList FunctionTableModel::screenIdentifiersForTitle(const QString& title)
         {QStringLiteral("Compound Interest Calculator"), QStringLiteral("CmpController")},
         {QStringLiteral("Bond Calculator"), QStringLiteral("BondController")},
         {QStringLiteral("Stock Calculators"), QStringLiteral("StockTableController")},
+        {QStringLiteral("Loans and More"), QStringLiteral("LoansTableController")},
     };
     QStringList screens;
     for (const auto& [known, identifier] : dispatch) {

@@ -1,5 +1,6 @@
 #include "blackscholes/BlackScholesController.h"
 #include "bond/BondController.h"
+#include "breakeven/BreakevenController.h"
 #include "capm/CapmController.h"
 #include "cmp/CmpController.h"
 #include "constgrowth/ConstGrowthController.h"
@@ -8,6 +9,7 @@
 #include "noncgrowth/NoncGrowthController.h"
 #include "npv/NpvController.h"
 #include "periodreturn/PeriodReturnController.h"
+#include "rateconversion/RateConversionController.h"
 #include "roi/RoiController.h"
 #include "tip/TipController.h"
 #include "tvm/TvmController.h"
@@ -49,6 +51,9 @@ const QList<FunctionDescriptor>& functions()
          make<WaccController>},
         {QStringLiteral("period-return"), QStringLiteral("Holding Period Return"),
          make<PeriodReturnController>},
+        {QStringLiteral("rate-conversion"), QStringLiteral("Interest Rate Conversion"),
+         make<RateConversionController>},
+        {QStringLiteral("breakeven"), QStringLiteral("Breakeven"), make<BreakevenController>},
     };
     return all;
 }

@@ -146,16 +146,18 @@ TEST_F(FormTest, DescriptionsExistForEveryScreen)
             << c->model()->descriptionName().toStdString();
 }
 
-TEST(FunctionCatalogue, SevenRowsDispatchedByTitle)
+TEST(FunctionCatalogue, EightRowsDispatchedByTitle)
 {
+    // The seven rows of the catalogue, then Tallyvane's own "Loans and More".
     FunctionTableModel catalogue;
-    ASSERT_EQ(catalogue.rowCount(), 7);
+    ASSERT_EQ(catalogue.rowCount(), 8);
     EXPECT_EQ(catalogue.functionArray().first().title, "Time Value of Money Calculator");
-    EXPECT_EQ(catalogue.functionArray().last().imageName, "stock");
-    const QStringList identifiers = {"TvmController",       "RoiController", "CmpController",
-                                     "NpvController",       "TipController", "BondController",
-                                     "StockTableController"};
-    for (int row = 0; row < 7; ++row)
+    EXPECT_EQ(catalogue.functionArray().at(6).imageName, "stock");
+    EXPECT_EQ(catalogue.functionArray().last().imageName, "loans");
+    const QStringList identifiers = {
+        "TvmController", "RoiController",  "CmpController",        "NpvController",
+        "TipController", "BondController", "StockTableController", "LoansTableController"};
+    for (int row = 0; row < 8; ++row)
         EXPECT_EQ(
             FunctionTableModel::screenIdentifiersForTitle(catalogue.functionArray()[row].title),
             QStringList{identifiers[row]});

@@ -64,9 +64,10 @@ TestCase {
 
     function test_catalogueRowsFillANinthEach() {
         const list = findChild(stack.currentItem, "functionList");
-        compare(list.count, 7);
+        compare(list.count, 8);
         fuzzyCompare(list.itemAtIndex(0).height, list.height / 9, 0.01);
         compare(list.itemAtIndex(6).title, "Stock Calculators");
+        compare(list.itemAtIndex(7).title, "Loans and More");
     }
 
     function test_tvmSolvesAndChoosesFromSheets() {

@@ -1,0 +1,39 @@
+import QtQuick
+import Tallyvane
+
+// Interest rate conversion: a nominal rate compounded so many times a year
+// and its effective annual rate, each solved from the other; and the
+// effective rate of continuous compounding at the nominal rate.
+FunctionScreen {
+    id: screen
+
+    controller: RateConversionController {}
+
+    SectionHeader {
+        text: qsTr("Enter a rate and the compoundings, solve the other rate")
+    }
+    SolveField {
+        controller: screen.controller
+        name: "nominalRate"
+        label: qsTr("Nominal annual rate (%)")
+    }
+    SolveField {
+        controller: screen.controller
+        name: "effectiveRate"
+        label: qsTr("Effective annual rate (%)")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "compoundingPerYearField"
+        label: qsTr("Compoundings a year (12 for monthly)")
+        signable: false
+    }
+    SectionHeader {
+        text: qsTr("Continuous compounding")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "continuousRateResultLabel"
+        label: qsTr("Effective rate at the nominal rate")
+    }
+}

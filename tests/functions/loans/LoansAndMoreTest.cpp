@@ -1,0 +1,153 @@
+// The calculators of "Loans and More": interest rate conversion and
+// breakeven, through their screens' controllers.
+#include "TestSupport.h"
+#include "framework/NumberFormat.h"
+#include "functions/breakeven/BreakevenController.h"
+#include "functions/rateconversion/RateConversionController.h"
+
+#include <cmath>
+
+namespace {
+
+class RateConversionTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<RateConversionController>();
+        screen->setPresenter(&presenter);
+    }
+    RateConversionModel* model() const { return screen->rateConversionModel(); }
+    void fill(const QString& nominal, const QString& effective, const QString& count)
+    {
+        screen->editField("nominalRateField", local(nominal.toLatin1().constData()));
+        screen->editField("effectiveRateField", local(effective.toLatin1().constData()));
+        screen->editField("compoundingPerYearField", count);
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<RateConversionController> screen;
+};
+
+// References: the definitions of the spreadsheet functions EFFECT(r, m) =
+// (1 + r/m)^m - 1 and NOMINAL(e, m) = m((1 + e)^(1/m) - 1), with the
+// examples their documentation gives (EFFECT(5.25 %, 4) = 0.0535427,
+// NOMINAL(5.3543 %, 4) = 0.0525003); the other rows and the continuous
+// rate e^r - 1 evaluated from those definitions with Python's math module
+// (expm1 and log1p, so that the tiny rate keeps its digits).
+TEST_F(RateConversionTest, EffectiveAndNominalFollowTheSpreadsheetDefinitions)
+{
+    struct Row {
+        const char* nominal;
+        const char* count;
+        double effective;  // percent
+        double continuous; // percent
+        double tolerance;
+    };
+    const Row rows[] = {
+        {"5.25", "4", 5.354266737075805, 5.390256207853733, 1e-12},
+        {"6", "12", 6.1677811864499565, 6.183654654535962, 1e-12},
+        {"6", "12.9", 6.1677811864499565, 6.183654654535962, 1e-12}, // whole compoundings only
+        {"10", "1", 10.0, 10.517091807564762, 1e-12},
+        {"0.000001", "365", 1.0000000049863014e-06, 1.000000005e-06, 1e-20},
+    };
+    for (const Row& row : rows) {
+        fill(row.nominal, "", row.count);
+        screen->solve("effectiveRate");
+        EXPECT_NEAR(model()->effectiveRate, row.effective, row.tolerance) << row.nominal;
+        EXPECT_NEAR(model()->continuousRate, row.continuous, row.tolerance) << row.nominal;
+        EXPECT_EQ(screen->qvFunctionView()->text("effectiveRateField"),
+                  NumberFormat::stringFromDouble(model()->effectiveRate));
+    }
+    fill("", "5.3543", "4");
+    screen->solve("nominalRate");
+    EXPECT_NEAR(model()->nominalRate, 5.250031986835602, 1e-12);
+
+    // Back and forth over a grid gives the rate it started from (in the
+    // model: the fields show only three decimals).
+    for (const double nominal : {-50.0, -1.0, 0.5, 7.0, 25.0, 300.0}) {
+        for (const double count : {1.0, 2.0, 12.0, 52.0, 365.0}) {
+            model()->nominalRate = nominal;
+            model()->compoundingPerYear = count;
+            model()->calculateEffectiveRate();
+            model()->nominalRate = 0;
+            model()->calculateNominalRate();
+            EXPECT_NEAR(model()->nominalRate, nominal, 1e-12 * std::max(1.0, std::fabs(nominal)))
+                << nominal << " compounded " << count;
+        }
+    }
+}
+
+TEST_F(RateConversionTest, FewerThanOneCompoundingIsNaNAndTheReportSaysSo)
+{
+    fill("6", "", "0.5");
+    screen->solve("effectiveRate");
+    EXPECT_TRUE(std::isnan(model()->effectiveRate));
+    EXPECT_EQ(screen->qvFunctionView()->text("effectiveRateField"), "NaN");
+
+    fill("6", "", "12");
+    screen->solve("effectiveRate");
+    screen->sendReportRequestedNotification("Savings");
+    const QString contents = model()->report().contents;
+    EXPECT_TRUE(contents.startsWith("Financial Report - Interest Rate Conversion\nDate: "));
+    EXPECT_TRUE(contents.endsWith(local("Nominal Rate: 6%\nCompounding Per Year: 12\n"
+                                        "Effective Rate: 6.168%\n"
+                                        "Continuous Compounding Effective Rate: 6.184%\n")))
+        << contents.toStdString();
+    EXPECT_EQ(model()->report().fileName, "rate-conversion_Savings_05-03-2024 14:07_report.txt");
+}
+
+class BreakevenTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<BreakevenController>();
+        screen->setPresenter(&presenter);
+    }
+    ScriptedPresenter presenter;
+    std::unique_ptr<BreakevenController> screen;
+};
+
+// profit = quantity × (price − variable) − fixed, each value solved from
+// the other four (the textbook case: 10000 fixed, 15 variable, 40 price
+// break even at 400 units).
+TEST_F(BreakevenTest, EachValueIsSolvedFromTheOtherFour)
+{
+    const QStringList names = screen->solveButtons();
+    ASSERT_EQ(names.size(), 5);
+    struct Case {
+        double fixed, variable, price, profit, quantity;
+    };
+    const Case cases[] = {
+        {10000, 15, 40, 0, 400},
+        {10000, 15, 40, 5000, 600},
+        {2500.5, 0.75, 1.99, -100, 1935.8870967741934},
+    };
+    for (const Case& c : cases) {
+        const double values[] = {c.fixed, c.variable, c.price, c.profit, c.quantity};
+        const char* fields[] = {"fixedCostField", "variableCostField", "priceField", "profitField",
+                                "quantityField"};
+        for (const QString& unknown : names) {
+            for (int i = 0; i < 5; ++i)
+                screen->editField(fields[i], typed(values[i]));
+            screen->editField(unknown + "Field", "");
+            screen->solve(unknown);
+            const double expected =
+                values[QStringList({"fixedCost", "variableCost", "price", "profit", "quantity"})
+                           .indexOf(unknown)];
+            EXPECT_NEAR(screen->breakevenModel()->property(unknown.toLatin1()).toDouble(), expected,
+                        1e-9 * std::max(1.0, std::fabs(expected)))
+                << unknown.toStdString();
+        }
+    }
+    // A price that only covers the variable cost never breaks even.
+    screen->editField("priceField", "15");
+    screen->editField("variableCostField", "15");
+    screen->editField("fixedCostField", "10000");
+    screen->editField("profitField", "");
+    screen->solve("quantity");
+    EXPECT_EQ(screen->qvFunctionView()->text("quantityField"), "Infinity");
+}
+
+} // namespace

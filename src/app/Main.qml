@@ -72,6 +72,7 @@ ApplicationWindow {
             "StockTableController": stockListComponent,
             "RateConversionController": rateConversionComponent,
             "BreakevenController": breakevenComponent,
+            "DepreciationController": depreciationComponent,
             "LoansTableController": loansListComponent
         };
         const component = screens[identifier];
@@ -353,6 +354,12 @@ ApplicationWindow {
         id: rateConversionComponent
 
         RateConversionView {}
+    }
+
+    Component {
+        id: depreciationComponent
+
+        DepreciationView {}
     }
 
     Component {

@@ -24,6 +24,7 @@
 #include "functions/capm/CapmController.h"
 #include "functions/cmp/CmpController.h"
 #include "functions/constgrowth/ConstGrowthController.h"
+#include "functions/depreciation/DepreciationController.h"
 #include "functions/expreturn/ExpReturnController.h"
 #include "functions/expreturn/ExpReturnTableController.h"
 #include "functions/noncgrowth/GrowthTableController.h"
@@ -192,6 +193,12 @@ struct RateConversionControllerForeign {
     Q_GADGET
     QML_FOREIGN(RateConversionController)
     QML_NAMED_ELEMENT(RateConversionController)
+};
+
+struct DepreciationControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(DepreciationController)
+    QML_NAMED_ELEMENT(DepreciationController)
 };
 
 struct BreakevenControllerForeign {

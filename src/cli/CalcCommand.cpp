@@ -58,7 +58,7 @@ namespace {
 
 const char* const calcUsage =
     R"usage(Usage: tallyvane-cli calc NAME [FIELD=VALUE ...] [--solve X] [--report TITLE]
-                          [--save TITLE] [--json]
+                          [--save TITLE] [--json] [--csv]
 
 Runs the calculator NAME (see "tallyvane-cli list") as its screen does: each
 FIELD=VALUE is one edit of that input, in the order given, followed by the
@@ -69,6 +69,7 @@ presses a compute button (tvm: PV, FV, PMT, I/Y, N).
 
 Prints one "name: text" line per model value, formatted as on screen;
 --json gives {"calculator": NAME, "values": {name: number}}.
+--csv prints the screen's schedule as CSV instead (depreciation).
 --report TITLE adds the report text; --save TITLE also keeps it in the saved
 reports, as the screen's Export > Save does. A table takes a comma list, at
 most as many values as it has rows ("tallyvane-cli list" shows the limit:
@@ -173,9 +174,14 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
     QString reportTitle;
     bool wantReport = false;
     bool save = false;
+    bool csv = false;
     const QStringList args = arguments.mid(1);
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& arg = args.at(i);
+        if (arg == QLatin1String("--csv")) {
+            csv = true;
+            continue;
+        }
         if (arg == QLatin1String("--solve") || arg == QLatin1String("--report") ||
             arg == QLatin1String("--save")) {
             if (i + 1 >= args.size()) {
@@ -258,6 +264,17 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             model->removeReportFile();
         }
         report = model->report().contents;
+    }
+
+    if (csv) {
+        // The schedule alone, as a spreadsheet reads it.
+        const QByteArray schedule = controller->scheduleCsv();
+        if (schedule.isEmpty()) {
+            err << descriptor->name << " has no schedule to print\n";
+            return 1;
+        }
+        out << QString::fromUtf8(schedule);
+        return 0;
     }
 
     const QMetaObject* meta = model->metaObject();

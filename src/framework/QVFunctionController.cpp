@@ -8,6 +8,8 @@
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
+#include "platform/UrlOpener.h"
+#include "reports/QVFileManager.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -186,6 +188,38 @@ void QVFunctionController::showSaveFailure(const QString& reason)
     alert.actions = {{QStringLiteral("OK")}};
     alert.anchor = QStringLiteral("export");
     presenter()->present(alert, [](const QString&, const QString&) {});
+}
+
+void QVFunctionController::saveScheduleCsv()
+{
+    const QByteArray csv = scheduleCsv();
+    if (csv.isEmpty())
+        return;
+    QString name = QStringLiteral("%1_schedule_%2.csv")
+                       .arg(m_model->report().fileName.section(QLatin1Char('_'), 0, 0),
+                            Services::now().toString(QStringLiteral("dd-MM-yyyy HH-mm")));
+    const WriteResult written =
+        QVFileManager::writeNewFileToDocumentsDirectory(name, QString::fromUtf8(csv));
+    if (!written.ok()) {
+        AlertRequest failed;
+        failed.title = QStringLiteral("Could not save the schedule");
+        failed.message = written.error;
+        failed.actions = {{QStringLiteral("OK")}};
+        if (presenter())
+            presenter()->present(failed, [](const QString&, const QString&) {});
+        return;
+    }
+    const QString path = QVFileManager::documentsDirectory() + QLatin1Char('/') + name;
+    AlertRequest saved;
+    saved.title = QStringLiteral("Schedule Saved");
+    saved.message = QStringLiteral("The schedule was written to:\n%1").arg(path);
+    saved.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+    if (presenter())
+        presenter()->present(saved, [](const QString& action, const QString&) {
+            if (action == QLatin1String("Open Folder"))
+                Services::urlOpener().openUrl(
+                    QUrl::fromLocalFile(QVFileManager::documentsDirectory()));
+        });
 }
 
 QString QVFunctionController::saveFailureTitle()

@@ -74,6 +74,13 @@ public:
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).
     virtual QList<FunctionInput> inputs() const { return {}; }
+    // The screen's schedule as CSV (a header row, one row a period), for
+    // screens that have one; empty otherwise.
+    virtual QByteArray scheduleCsv() const { return {}; }
+    // "Save as CSV": writes the schedule as a new file in the documents
+    // folder and says where it went, or why it could not be written.
+    Q_INVOKABLE void saveScheduleCsv();
+
     // The screen's tables, and how they are filled from a list of texts (one
     // edit per row, in order). False for an unknown table or too many rows.
     virtual QList<TableInput> tableInputs() const { return {}; }

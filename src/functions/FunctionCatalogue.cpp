@@ -4,6 +4,7 @@
 #include "capm/CapmController.h"
 #include "cmp/CmpController.h"
 #include "constgrowth/ConstGrowthController.h"
+#include "depreciation/DepreciationController.h"
 #include "expreturn/ExpReturnController.h"
 #include "framework/FunctionRegistry.h"
 #include "noncgrowth/NoncGrowthController.h"
@@ -53,6 +54,8 @@ const QList<FunctionDescriptor>& functions()
          make<PeriodReturnController>},
         {QStringLiteral("rate-conversion"), QStringLiteral("Interest Rate Conversion"),
          make<RateConversionController>},
+        {QStringLiteral("depreciation"), QStringLiteral("Depreciation"),
+         make<DepreciationController>},
         {QStringLiteral("breakeven"), QStringLiteral("Breakeven"), make<BreakevenController>},
     };
     return all;

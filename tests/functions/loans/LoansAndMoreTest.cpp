@@ -1,8 +1,9 @@
-// The calculators of "Loans and More": interest rate conversion and
-// breakeven, through their screens' controllers.
+// The calculators of "Loans and More": interest rate conversion,
+// breakeven and depreciation, through their screens' controllers.
 #include "TestSupport.h"
 #include "framework/NumberFormat.h"
 #include "functions/breakeven/BreakevenController.h"
+#include "functions/depreciation/DepreciationController.h"
 #include "functions/rateconversion/RateConversionController.h"
 
 #include <cmath>
@@ -148,6 +149,109 @@ TEST_F(BreakevenTest, EachValueIsSolvedFromTheOtherFour)
     screen->editField("profitField", "");
     screen->solve("quantity");
     EXPECT_EQ(screen->qvFunctionView()->text("quantityField"), "Infinity");
+}
+
+} // namespace
+
+namespace {
+
+class DepreciationTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<DepreciationController>();
+        screen->setPresenter(&presenter);
+    }
+    QList<double> amounts(const QString& cost, const QString& salvage, const QString& life,
+                          const QString& months, const QString& method,
+                          const QString& factor = "200")
+    {
+        screen->editField("costField", cost);
+        screen->editField("salvageField", salvage);
+        screen->editField("lifeField", life);
+        screen->editField("firstYearMonthsField", months);
+        screen->editField("factorField", factor);
+        presenter.script({{method, ""}});
+        screen->openChoice("methodButton");
+        QList<double> list;
+        for (const auto& year : screen->depreciationModel()->schedule)
+            list << year.depreciation;
+        return list;
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<DepreciationController> screen;
+};
+
+// References, each the documented example of the spreadsheet function of
+// the same name: SLN(30000, 7500, 10) = 2250; SYD(30000, 7500, 10, 1) =
+// 4090.91 and (…, 10) = 409.09; DDB(2400, 300, 10, 1) = 480, (…, 2) = 384,
+// (…, 10) = 22.12; DB(1000000, 100000, 6, n, 7) = 186083.33, 259639.42,
+// 176814.44, 120410.64, 81999.64, 55841.76, 15845.10 (a first year of seven
+// months and a seventh, partial year). The 150 % declining balance that
+// switches to straight line in its fourth year was worked out with the VDB
+// rule in a few lines of Python: 3000, 2100, 1470, 1215, 1215.
+TEST_F(DepreciationTest, SchedulesMatchTheSpreadsheetFunctions)
+{
+    struct Case {
+        QStringList inputs; // cost, salvage, life, months, method, factor
+        QList<double> expected;
+        double tolerance;
+    };
+    const Case cases[] = {
+        {{"30000", "7500", "10", "12", "SL", "200"}, QList<double>(10, 2250), 1e-9},
+        {{"2400", "300", "10", "12", "DDB", "200"},
+         {480, 384, 307.2, 245.76, 196.608, 157.2864, 125.82912, 100.663296, 80.5306368,
+          22.1225472},
+         1e-9},
+        {{"1000000", "100000", "6", "7", "DB", "200"},
+         {186083.33, 259639.42, 176814.44, 120410.64, 81999.64, 55841.76, 15845.10},
+         0.005},
+        {{"10000", "1000", "5", "12", "DDB", "150"}, {3000, 2100, 1470, 1215, 1215}, 1e-9},
+    };
+    for (const Case& c : cases) {
+        const QList<double> got =
+            amounts(c.inputs[0], c.inputs[1], c.inputs[2], c.inputs[3], c.inputs[4], c.inputs[5]);
+        ASSERT_EQ(got.size(), c.expected.size()) << c.inputs.join(' ').toStdString();
+        for (qsizetype i = 0; i < got.size(); ++i)
+            EXPECT_NEAR(got[i], c.expected[i], c.tolerance)
+                << c.inputs.join(' ').toStdString() << " year " << i + 1;
+    }
+    const QList<double> syd = amounts("30000", "7500", "10", "12", "SYD");
+    EXPECT_NEAR(syd.first(), 4090.91, 0.005);
+    EXPECT_NEAR(syd.last(), 409.09, 0.005);
+}
+
+TEST_F(DepreciationTest, APartialFirstYearSpreadsEachYearOfLifeAndEndsAtTheSalvage)
+{
+    // Bought in October: three months of the first asset year, then nine of
+    // it and three of the next in each calendar year, and a last year of
+    // nine months.
+    for (const QString method : {"SL", "SYD", "DDB"}) {
+        const QList<double> got = amounts("10000", "1000", "4", "3", method);
+        ASSERT_EQ(got.size(), 5) << method.toStdString();
+        const DepreciationModel* m = screen->depreciationModel();
+        EXPECT_NEAR(m->totalDepreciation, 9000, 1e-9) << method.toStdString();
+        EXPECT_NEAR(m->schedule.last().bookValue, 1000, 1e-9);
+        if (method == "SL") {
+            EXPECT_NEAR(got.first(), 2250 * 3 / 12.0, 1e-9);
+            EXPECT_NEAR(got[1], 2250, 1e-9);
+            EXPECT_NEAR(got.last(), 2250 * 9 / 12.0, 1e-9);
+        }
+        if (method == "SYD") { // asset years 3600, 2700, 1800, 900
+            EXPECT_NEAR(got[1], 3600 * 0.75 + 2700 * 0.25, 1e-9);
+        }
+    }
+    EXPECT_EQ(screen->qvFunctionView()->text("firstYearDepreciationLabel"),
+              NumberFormat::stringFromDouble(screen->depreciationModel()->firstYearDepreciation));
+
+    // Nonsense never hangs: no life or months out of range give NaN and no rows.
+    for (const auto& [life, months] : {std::pair("0", "12"), std::pair("1e9", "12"),
+                                       std::pair("5", "0"), std::pair("5", "13")}) {
+        EXPECT_TRUE(amounts("100", "10", life, months, "SL").isEmpty());
+        EXPECT_TRUE(std::isnan(screen->depreciationModel()->totalDepreciation));
+    }
 }
 
 } // namespace

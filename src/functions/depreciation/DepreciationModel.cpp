@@ -1,0 +1,140 @@
+#include "DepreciationModel.h"
+
+#include "framework/CsvWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+void DepreciationModel::configureNames()
+{
+    setNames({QStringLiteral("DepreciationReportCreatedNotification"),
+              QStringLiteral("DepreciationReportRequestedNotification"),
+              QStringLiteral("Quorvex - Financial Report"), QStringLiteral("Depreciation"),
+              QStringLiteral("depreciation_description"), QStringLiteral("depreciation"),
+              QStringLiteral("Depreciation")});
+}
+
+// The depreciation of each whole asset year, for SL and SYD.
+QList<double> DepreciationModel::assetYears(int years) const
+{
+    QList<double> amounts;
+    const double base = cost - salvage;
+    for (int n = 1; n <= years; ++n) {
+        if (method == QLatin1String("SYD"))
+            amounts << base * (years - n + 1) * 2 / (double(years) * (years + 1));
+        else
+            amounts << base / years;
+    }
+    return amounts;
+}
+
+// Declining balance at factor % of the straight-line rate, switching to
+// straight line over what is left of the life when that is larger; the
+// first calendar year holds `months` of the first asset year.
+QList<double> DepreciationModel::decliningBalance(int calendarYears, double months) const
+{
+    QList<double> amounts;
+    const double rate = factor / 100 / life;
+    double book = cost;
+    double elapsed = 0; // years of life used so far
+    for (int year = 0; year < calendarYears; ++year) {
+        const double share = year == 0 ? months / 12 : std::min(1.0, life - elapsed);
+        const double remaining = life - elapsed;
+        const double declining = book * rate * share;
+        const double straight = remaining > 0 ? (book - salvage) * share / remaining : 0;
+        double amount = std::max(declining, straight);
+        amount = std::clamp(amount, 0.0, std::max(0.0, book - salvage));
+        amounts << amount;
+        book -= amount;
+        elapsed += share;
+    }
+    return amounts;
+}
+
+// The spreadsheet's fixed-declining balance (DB).
+QList<double> DepreciationModel::fixedDecliningBalance(int calendarYears, double months) const
+{
+    QList<double> amounts;
+    const double rate = std::round((1 - std::pow(salvage / cost, 1 / life)) * 1000) / 1000;
+    double total = 0;
+    for (int year = 0; year < calendarYears; ++year) {
+        double amount = 0;
+        if (year == 0)
+            amount = cost * rate * months / 12;
+        else if (year == int(life) && months < 12)
+            amount = (cost - total) * rate * (12 - months) / 12;
+        else
+            amount = (cost - total) * rate;
+        amounts << amount;
+        total += amount;
+    }
+    return amounts;
+}
+
+void DepreciationModel::calculateResult()
+{
+    schedule.clear();
+    firstYearDepreciation = totalDepreciation = std::numeric_limits<double>::quiet_NaN();
+    const double wholeLife = std::trunc(life);
+    const double months = std::trunc(firstYearMonths);
+    if (!(wholeLife >= 1 && wholeLife < maximumYears) || !(months >= 1 && months <= 12) ||
+        !std::isfinite(cost) || !std::isfinite(salvage))
+        return;
+    const int years = int(wholeLife);
+    const int calendarYears = months < 12 ? years + 1 : years;
+    QList<double> amounts;
+    if (method == QLatin1String("DDB")) {
+        amounts = decliningBalance(calendarYears, months);
+    } else if (method == QLatin1String("DB")) {
+        amounts = fixedDecliningBalance(calendarYears, months);
+    } else {
+        // Each asset year spread over the calendar years it falls in.
+        const QList<double> whole = assetYears(years);
+        const double first = months / 12;
+        for (int year = 0; year < calendarYears; ++year) {
+            const double current = year < years ? whole.at(year) : 0;
+            const double previous = year > 0 ? whole.at(year - 1) : 0;
+            amounts << first * current + (1 - first) * previous;
+        }
+    }
+    double accumulated = 0;
+    for (int year = 0; year < amounts.size(); ++year) {
+        accumulated += amounts.at(year);
+        schedule.append({year + 1, amounts.at(year), accumulated, cost - accumulated});
+    }
+    firstYearDepreciation = amounts.value(0);
+    totalDepreciation = accumulated;
+}
+
+QByteArray DepreciationModel::scheduleCsv() const
+{
+    QList<QStringList> rows;
+    for (const Year& y : schedule)
+        rows.append({QString::number(y.year), CsvWriter::number(y.depreciation),
+                     CsvWriter::number(y.accumulated), CsvWriter::number(y.bookValue)});
+    return CsvWriter::toCsv({QStringLiteral("year"), QStringLiteral("depreciation"),
+                             QStringLiteral("accumulated"), QStringLiteral("bookValue")},
+                            rows);
+}
+
+void DepreciationModel::createReport(const QVariantMap& userInfo)
+{
+    QString body;
+    body += QStringLiteral("Cost: %1\n").arg(stringFromDouble(cost));
+    body += QStringLiteral("Salvage Value: %1\n").arg(stringFromDouble(salvage));
+    body += QStringLiteral("Life: %1\n").arg(stringFromDouble(life));
+    body += QStringLiteral("First Year Months: %1\n").arg(stringFromDouble(firstYearMonths));
+    body += QStringLiteral("Method: %1\n").arg(method);
+    if (method == QLatin1String("DDB"))
+        body += QStringLiteral("Factor: %1%\n").arg(stringFromDouble(factor));
+    body += QStringLiteral("First Year Depreciation: %1\n")
+                .arg(stringFromDouble(firstYearDepreciation));
+    body += QStringLiteral("Total Depreciation: %1\n").arg(stringFromDouble(totalDepreciation));
+    for (const Year& y : schedule)
+        body += QStringLiteral("Year %1: %2, Accumulated: %3, Book Value: %4\n")
+                    .arg(y.year)
+                    .arg(stringFromDouble(y.depreciation), stringFromDouble(y.accumulated),
+                         stringFromDouble(y.bookValue));
+    writeReport(userInfo, QStringLiteral("Depreciation"), QStringLiteral("#8E7CC3"), body);
+}

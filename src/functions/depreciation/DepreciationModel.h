@@ -1,0 +1,68 @@
+#pragma once
+
+#include "framework/QVFunctionModel.h"
+
+#include <QList>
+
+// Depreciation of an asset over its life, year by year, by one of four
+// methods (the spreadsheet functions of the same names):
+// - "SL", straight line: (cost − salvage) ÷ life a year;
+// - "SYD", sum of the years' digits: (cost − salvage) × (life − n + 1) × 2
+//   ÷ (life × (life + 1)) in asset year n;
+// - "DDB", declining balance at `factor` percent of the straight-line rate
+//   (200 for double declining), switching to straight line over the years
+//   left when that is larger, never below the salvage value;
+// - "DB", fixed-declining balance at the rate 1 − (salvage ÷ cost)^(1/life)
+//   rounded to three decimals.
+// The first year holds `firstYearMonths` months (1 to 12): SL, SYD and DDB
+// spread each asset year over the calendar years it falls in, DB takes that
+// part of its first year's rate and the rest in a last year; with fewer
+// than 12 months the schedule runs one calendar year longer than the life.
+// Bad inputs (a life below 1, no cost) give NaN or an empty schedule, never
+// a hang: the schedule has at most maximumYears rows.
+class DepreciationModel : public QVFunctionModel {
+    Q_OBJECT
+    Q_PROPERTY(double cost MEMBER cost)
+    Q_PROPERTY(double salvage MEMBER salvage)
+    Q_PROPERTY(double life MEMBER life)
+    Q_PROPERTY(double firstYearMonths MEMBER firstYearMonths)
+    Q_PROPERTY(QString method MEMBER method)
+    Q_PROPERTY(double factor MEMBER factor)
+    Q_PROPERTY(double firstYearDepreciation MEMBER firstYearDepreciation)
+    Q_PROPERTY(double totalDepreciation MEMBER totalDepreciation)
+
+public:
+    using QVFunctionModel::QVFunctionModel;
+
+    struct Year {
+        int year = 0; // 1, 2, ...
+        double depreciation = 0;
+        double accumulated = 0;
+        double bookValue = 0;
+    };
+
+    static constexpr int maximumYears = 1000;
+
+    double cost = 0;
+    double salvage = 0;
+    double life = 0; // whole years
+    double firstYearMonths = 12;
+    QString method = QStringLiteral("SL");
+    double factor = 200; // percent, for DDB
+    double firstYearDepreciation = 0;
+    double totalDepreciation = 0;
+    QList<Year> schedule;
+
+    void calculateResult();
+    // The schedule as CSV: "year,depreciation,accumulated,bookValue".
+    QByteArray scheduleCsv() const;
+    void createReport(const QVariantMap& userInfo) override;
+
+protected:
+    void configureNames() override;
+
+private:
+    QList<double> assetYears(int years) const;
+    QList<double> decliningBalance(int calendarYears, double months) const;
+    QList<double> fixedDecliningBalance(int calendarYears, double months) const;
+};

@@ -10,7 +10,7 @@ FunctionScreen {
     controller: RateConversionController {}
 
     SectionHeader {
-        text: qsTr("Enter a rate and the compoundings, solve the other rate")
+        text: qsTr("Enter one rate, solve the other")
     }
     SolveField {
         controller: screen.controller

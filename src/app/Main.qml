@@ -73,6 +73,7 @@ ApplicationWindow {
             "RateConversionController": rateConversionComponent,
             "BreakevenController": breakevenComponent,
             "DepreciationController": depreciationComponent,
+            "AmortizationController": amortizationComponent,
             "LoansTableController": loansListComponent
         };
         const component = screens[identifier];
@@ -354,6 +355,12 @@ ApplicationWindow {
         id: rateConversionComponent
 
         RateConversionView {}
+    }
+
+    Component {
+        id: amortizationComponent
+
+        AmortizationView {}
     }
 
     Component {

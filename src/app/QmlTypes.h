@@ -18,6 +18,7 @@
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
 #include "framework/TableController.h"
+#include "functions/amortization/AmortizationController.h"
 #include "functions/blackscholes/BlackScholesController.h"
 #include "functions/bond/BondController.h"
 #include "functions/breakeven/BreakevenController.h"
@@ -193,6 +194,12 @@ struct RateConversionControllerForeign {
     Q_GADGET
     QML_FOREIGN(RateConversionController)
     QML_NAMED_ELEMENT(RateConversionController)
+};
+
+struct AmortizationControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(AmortizationController)
+    QML_NAMED_ELEMENT(AmortizationController)
 };
 
 struct DepreciationControllerForeign {

@@ -13,7 +13,7 @@ QtObject {
     // The screens in order. The ones that end in a failure or a mail come
     // last: the screens they leave behind would answer later reports of
     // their calculator.
-    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "loans-list", "rate-conversion", "depreciation", "breakeven", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
+    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "loans-list", "amortization", "rate-conversion", "depreciation", "breakeven", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
 
     // Opens a stock calculator over the stock list and fills it.
     function showStockScreenshot(identifier, values) {
@@ -92,6 +92,18 @@ QtObject {
                 "compoundingPerYearField": "12"
             });
             window.functionsStackView.currentItem.controller.solve("effectiveRate");
+            break;
+        case "amortization":
+            window.showTab(0);
+            window.openScreen("LoansTableController", "");
+            window.openScreen("AmortizationController", "");
+            walk.fillForm(window.functionsStackView.currentItem, {
+                "loanAmountField": "200000",
+                "annualRateField": "6.5",
+                "yearsField": "30",
+                "firstPaymentDateField": "2027-01-01"
+            });
+            window.functionsStackView.currentItem.scrollToEnd();
             break;
         case "depreciation":
             window.showTab(0);

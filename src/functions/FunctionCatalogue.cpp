@@ -1,3 +1,4 @@
+#include "amortization/AmortizationController.h"
 #include "blackscholes/BlackScholesController.h"
 #include "bond/BondController.h"
 #include "breakeven/BreakevenController.h"
@@ -52,6 +53,8 @@ const QList<FunctionDescriptor>& functions()
          make<WaccController>},
         {QStringLiteral("period-return"), QStringLiteral("Holding Period Return"),
          make<PeriodReturnController>},
+        {QStringLiteral("amortization"), QStringLiteral("Amortization Schedule"),
+         make<AmortizationController>},
         {QStringLiteral("rate-conversion"), QStringLiteral("Interest Rate Conversion"),
          make<RateConversionController>},
         {QStringLiteral("depreciation"), QStringLiteral("Depreciation"),

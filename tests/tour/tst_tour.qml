@@ -298,8 +298,15 @@ TestCase {
         mouseClick(findChild(screen, "quantityButton"));
         compare(findChild(screen, "quantityField").text, "400");
         readDescriptionAndLeave(screen);
-        clickRow(0, "loansList", 0);
-        goBack(0);
+        screen = clickRow(0, "loansList", 0);
+        fill(screen, {
+            "loanAmountField": "200000",
+            "annualRateField": "6.5",
+            "yearsField": "30"
+        });
+        compare(findChild(screen, "paymentLabel").text, local("1264.14"));
+        compare(findChild(screen, "scheduleList").count, 360);
+        readDescriptionAndLeave(screen);
         goBack(0);
     }
 

@@ -1,7 +1,9 @@
-// The calculators of "Loans and More": interest rate conversion,
-// breakeven and depreciation, through their screens' controllers.
+// The calculators of "Loans and More": amortization schedule, interest rate
+// conversion, breakeven and depreciation, through their screens'
+// controllers.
 #include "TestSupport.h"
 #include "framework/NumberFormat.h"
+#include "functions/amortization/AmortizationController.h"
 #include "functions/breakeven/BreakevenController.h"
 #include "functions/depreciation/DepreciationController.h"
 #include "functions/rateconversion/RateConversionController.h"
@@ -252,6 +254,125 @@ TEST_F(DepreciationTest, APartialFirstYearSpreadsEachYearOfLifeAndEndsAtTheSalva
         EXPECT_TRUE(amounts("100", "10", life, months, "SL").isEmpty());
         EXPECT_TRUE(std::isnan(screen->depreciationModel()->totalDepreciation));
     }
+}
+
+} // namespace
+
+namespace {
+
+class AmortizationTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<AmortizationController>();
+        screen->setPresenter(&presenter);
+    }
+    const AmortizationModel& loan(const QString& amount, const QString& rate, const QString& years,
+                                  const QString& frequency = "Monthly")
+    {
+        presenter.script({{frequency, ""}});
+        screen->openChoice("paymentsPerYearButton");
+        screen->editField("loanAmountField", amount);
+        screen->editField("annualRateField", local(rate.toLatin1().constData()));
+        screen->editField("yearsField", years);
+        return *screen->amortizationModel();
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<AmortizationController> screen;
+};
+
+// References: the lender's schedule in whole cents (payment and every
+// interest amount rounded half away from zero, the last payment clearing
+// the balance), computed independently with Python's decimal module: for
+// 200000 at 6.5 % over 30 years monthly, the widely published payment
+// 1264.14, total interest 255085.82, last payment 1259.56; for 300000 at
+// 5 % over 30 years weekly (1,560 payments), 371.39, 279366.49 and 369.48.
+TEST_F(AmortizationTest, ScheduleInCentsToTheLastPayment)
+{
+    struct Case {
+        const char *amount, *rate, *years, *frequency;
+        int payments;
+        double payment, totalInterest, lastPayment;
+    };
+    const Case cases[] = {
+        {"200000", "6.5", "30", "Monthly", 360, 1264.14, 255085.82, 1259.56},
+        {"300000", "5", "30", "Weekly", 1560, 371.39, 279366.49, 369.48},
+    };
+    for (const Case& c : cases) {
+        const AmortizationModel& m = loan(c.amount, c.rate, c.years, c.frequency);
+        ASSERT_EQ(m.schedule.size(), c.payments) << c.frequency;
+        EXPECT_DOUBLE_EQ(m.payment, c.payment);
+        EXPECT_NEAR(m.totalInterest, c.totalInterest, 1e-6);
+        EXPECT_NEAR(m.totalPaid, QString(c.amount).toDouble() + c.totalInterest, 1e-6);
+        EXPECT_NEAR(m.schedule.last().payment, c.lastPayment, 1e-9);
+        EXPECT_EQ(m.schedule.last().balance, 0.0) << "exactly 0.00";
+        for (const AmortizationModel::Row& row : m.schedule) {
+            EXPECT_NEAR(row.interest * 100, std::round(row.interest * 100), 1e-6) << row.period;
+            EXPECT_NEAR(row.payment, row.interest + row.principal, 1e-9);
+        }
+    }
+}
+
+// Without rounding the schedule is numpy-financial's: ipmt(r, per, n, pv) =
+// the balance after per − 1 payments times r, ppmt = pmt − ipmt (values
+// evaluated from those definitions in Python).
+TEST_F(AmortizationTest, UnroundedScheduleFollowsTheIpmtAndPpmtDefinitions)
+{
+    screen->editField("roundToCentsField", "0");
+    const AmortizationModel& m = loan("200000", "6.5", "30");
+    EXPECT_NEAR(m.payment, 1264.1360469859305, 1e-9);
+    const struct {
+        int period;
+        double interest, principal;
+    } rows[] = {{1, 1083.3333333333333, 180.80271365259728},
+                {120, 920.2706398877646, 343.865407098166},
+                {360, 6.810513307426591, 1257.325533678504}};
+    for (const auto& r : rows) {
+        EXPECT_NEAR(m.schedule.at(r.period - 1).interest, r.interest, 1e-8) << r.period;
+        EXPECT_NEAR(m.schedule.at(r.period - 1).principal, r.principal, 1e-8) << r.period;
+    }
+}
+
+TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
+{
+    screen->editField("rangeStartField", "13");
+    screen->editField("rangeEndField", "24");
+    screen->editField("firstPaymentDateField", "2027-01-01");
+    const AmortizationModel& m = loan("200000", "6.5", "30");
+    double principal = 0, interest = 0;
+    for (int k = 13; k <= 24; ++k) {
+        principal += m.schedule.at(k - 1).principal;
+        interest += m.schedule.at(k - 1).interest;
+    }
+    EXPECT_NEAR(m.rangePrincipal, principal, 1e-9);
+    EXPECT_NEAR(m.rangeInterest, interest, 1e-9);
+    EXPECT_NEAR(m.rangePrincipal + m.rangeInterest, 12 * 1264.14, 1e-6);
+    EXPECT_EQ(m.rangeBalance, m.schedule.at(23).balance);
+    EXPECT_EQ(m.schedule.first().date, QDate(2027, 1, 1));
+    EXPECT_EQ(m.payoffDate, QDate(2056, 12, 1));
+
+    // BEG: the first payment is made at once and carries no interest.
+    presenter.script({{"BEG", ""}});
+    screen->openChoice("paymentModeButton");
+    EXPECT_EQ(m.schedule.first().interest, 0.0);
+    EXPECT_NEAR(m.payment, std::round(1264.1360469859305 / (1 + 0.065 / 12) * 100) / 100, 1e-9);
+    EXPECT_EQ(m.schedule.last().balance, 0.0);
+
+    // An extra 200 with every payment ends the loan years early.
+    presenter.script({{"END", ""}});
+    screen->openChoice("paymentModeButton");
+    const double fullInterest = m.totalInterest;
+    screen->editField("extraPaymentField", "200");
+    EXPECT_LT(m.numberOfPayments, 300);
+    EXPECT_LT(m.totalInterest, fullInterest);
+    EXPECT_EQ(m.schedule.last().balance, 0.0);
+
+    // Nonsense never hangs: a term beyond any loan gives no schedule.
+    loan("1000", "5", "100000", "Weekly");
+    EXPECT_TRUE(m.schedule.isEmpty());
+    EXPECT_TRUE(std::isnan(m.payment));
 }
 
 } // namespace

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "framework/QVFunctionView.h"
+
+// Outlets, in form order: loanAmountField, annualRateField, yearsField,
+// paymentsPerYearButton, compoundingPerYearButton, paymentModeButton,
+// extraPaymentField, firstPaymentDateField, roundToCentsField,
+// rangeStartField, rangeEndField; paymentLabel, numberOfPaymentsLabel,
+// totalInterestLabel, totalPaidLabel, payoffDateLabel, rangePrincipalLabel,
+// rangeInterestLabel, rangeBalanceLabel.
+class AmortizationView : public QVFunctionView {
+    Q_OBJECT
+
+public:
+    using QVFunctionView::QVFunctionView;
+};

@@ -1,0 +1,226 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tallyvane
+
+// Amortization schedule: the loan and its terms, the payment and totals,
+// the P1–P2 range, and the whole schedule in a list of its own that
+// scrolls smoothly however long the loan is; Save as CSV writes it out.
+FunctionScreen {
+    id: screen
+
+    // The outlets typed here directly (not through a NumericField).
+    readonly property string dateOutlet: "firstPaymentDateField"
+    readonly property string roundingOutlet: "roundToCentsField"
+
+    controller: AmortizationController {
+        id: loan
+    }
+
+    SectionHeader {
+        text: qsTr("Loan")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "loanAmountField"
+        label: qsTr("Loan amount")
+        signable: false
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "annualRateField"
+        label: qsTr("Annual interest rate (%)")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "yearsField"
+        label: qsTr("Term (years)")
+        signable: false
+    }
+    ChoiceRow {
+        controller: screen.controller
+        outlet: "paymentsPerYearButton"
+        label: qsTr("Payments")
+    }
+    ChoiceRow {
+        controller: screen.controller
+        outlet: "compoundingPerYearButton"
+        label: qsTr("Interest compounded")
+    }
+    ChoiceRow {
+        controller: screen.controller
+        outlet: "paymentModeButton"
+        label: qsTr("Payments at")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "extraPaymentField"
+        label: qsTr("Extra principal with every payment")
+        signable: false
+    }
+    ColumnLayout {
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        spacing: 4
+
+        Label {
+            text: qsTr("First payment date (YYYY-MM-DD, optional)")
+            font.pixelSize: 13
+            color: AppTheme.secondaryText
+        }
+        TextField {
+            objectName: "firstPaymentDateField"
+            Layout.fillWidth: true
+            text: loan.view.texts[screen.dateOutlet] ?? ""
+            placeholderText: "2027-01-01"
+            selectByMouse: true
+            font.pixelSize: 17
+            Accessible.name: qsTr("First payment date")
+            onTextEdited: loan.editField(screen.dateOutlet, text)
+        }
+    }
+    RowLayout {
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+
+        Label {
+            Layout.fillWidth: true
+            text: qsTr("Round payments to cents")
+            font.pixelSize: 15
+        }
+        Switch {
+            objectName: "roundToCentsSwitch"
+            checked: (loan.view.texts[screen.roundingOutlet] ?? "1") !== "0"
+            Accessible.name: qsTr("Round payments to cents")
+            onToggled: loan.editField(screen.roundingOutlet, checked ? "1" : "0")
+        }
+    }
+    SectionHeader {
+        text: qsTr("Results")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "paymentLabel"
+        label: qsTr("Payment")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "numberOfPaymentsLabel"
+        label: qsTr("Number of payments")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "totalInterestLabel"
+        label: qsTr("Total interest")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "totalPaidLabel"
+        label: qsTr("Total paid")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "payoffDateLabel"
+        label: qsTr("Payoff date")
+    }
+    SectionHeader {
+        text: qsTr("Payments P1 to P2")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "rangeStartField"
+        label: qsTr("P1")
+        signable: false
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "rangeEndField"
+        label: qsTr("P2")
+        signable: false
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "rangePrincipalLabel"
+        label: qsTr("Principal paid")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "rangeInterestLabel"
+        label: qsTr("Interest paid")
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "rangeBalanceLabel"
+        label: qsTr("Balance after P2")
+    }
+    SectionHeader {
+        text: qsTr("Schedule: payment, interest, principal, balance")
+    }
+    ListView {
+        id: rows
+
+        objectName: "scheduleList"
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        Layout.preferredHeight: Math.min(count, 12) * 28
+        clip: true
+        model: loan.scheduleRowCount
+        reuseItems: true
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ScrollBar {}
+
+        delegate: RowLayout {
+            id: scheduleRow
+
+            required property int index
+            readonly property var row: loan.scheduleRow(index)
+
+            width: ListView.view.width
+            height: 28
+
+            Label {
+                Layout.preferredWidth: 44
+                text: scheduleRow.row.period ?? ""
+                color: AppTheme.secondaryText
+            }
+            Label {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: scheduleRow.row.payment ?? ""
+                horizontalAlignment: Text.AlignRight
+            }
+            Label {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: scheduleRow.row.interest ?? ""
+                horizontalAlignment: Text.AlignRight
+            }
+            Label {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: scheduleRow.row.principal ?? ""
+                horizontalAlignment: Text.AlignRight
+            }
+            Label {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: scheduleRow.row.balance ?? ""
+                horizontalAlignment: Text.AlignRight
+                font.bold: true
+            }
+        }
+    }
+    Button {
+        objectName: "saveCsvButton"
+        Layout.alignment: Qt.AlignHCenter
+        Layout.topMargin: 8
+        visible: loan.scheduleRowCount > 0
+        text: qsTr("Save as CSV")
+        onClicked: loan.saveScheduleCsv()
+    }
+}

@@ -74,6 +74,7 @@ ApplicationWindow {
             "BreakevenController": breakevenComponent,
             "DepreciationController": depreciationComponent,
             "AmortizationController": amortizationComponent,
+            "DatedCashFlowsController": datedCashFlowsComponent,
             "LoansTableController": loansListComponent
         };
         const component = screens[identifier];
@@ -355,6 +356,12 @@ ApplicationWindow {
         id: rateConversionComponent
 
         RateConversionView {}
+    }
+
+    Component {
+        id: datedCashFlowsComponent
+
+        DatedCashFlowsView {}
     }
 
     Component {

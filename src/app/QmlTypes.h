@@ -25,6 +25,7 @@
 #include "functions/capm/CapmController.h"
 #include "functions/cmp/CmpController.h"
 #include "functions/constgrowth/ConstGrowthController.h"
+#include "functions/datedcashflows/DatedCashFlowsController.h"
 #include "functions/depreciation/DepreciationController.h"
 #include "functions/expreturn/ExpReturnController.h"
 #include "functions/expreturn/ExpReturnTableController.h"
@@ -194,6 +195,12 @@ struct RateConversionControllerForeign {
     Q_GADGET
     QML_FOREIGN(RateConversionController)
     QML_NAMED_ELEMENT(RateConversionController)
+};
+
+struct DatedCashFlowsControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(DatedCashFlowsController)
+    QML_NAMED_ELEMENT(DatedCashFlowsController)
 };
 
 struct AmortizationControllerForeign {

@@ -13,7 +13,7 @@ QtObject {
     // The screens in order. The ones that end in a failure or a mail come
     // last: the screens they leave behind would answer later reports of
     // their calculator.
-    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "loans-list", "amortization", "rate-conversion", "depreciation", "breakeven", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
+    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "loans-list", "amortization", "dated-cash-flows", "rate-conversion", "depreciation", "breakeven", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
 
     // Opens a stock calculator over the stock list and fills it.
     function showStockScreenshot(identifier, values) {
@@ -104,6 +104,17 @@ QtObject {
                 "firstPaymentDateField": "2027-01-01"
             });
             window.functionsStackView.currentItem.scrollToEnd();
+            break;
+        case "dated-cash-flows":
+            window.showTab(0);
+            window.openScreen("LoansTableController", "");
+            window.openScreen("DatedCashFlowsController", "");
+            walk.fillForm(window.functionsStackView.currentItem, {
+                "rowCountField": "5",
+                "rateField": "9"
+            });
+            window.functionsStackView.currentItem.controller.setTableInput("dates", ["2008-01-01", "2008-03-01", "2008-10-30", "2009-02-15", "2009-04-01"]);
+            window.functionsStackView.currentItem.controller.setTableInput("amounts", ["-10000", "2750", "4250", "3250", "2750"]);
             break;
         case "depreciation":
             window.showTab(0);

@@ -5,6 +5,7 @@
 #include "capm/CapmController.h"
 #include "cmp/CmpController.h"
 #include "constgrowth/ConstGrowthController.h"
+#include "datedcashflows/DatedCashFlowsController.h"
 #include "depreciation/DepreciationController.h"
 #include "expreturn/ExpReturnController.h"
 #include "framework/FunctionRegistry.h"
@@ -55,6 +56,8 @@ const QList<FunctionDescriptor>& functions()
          make<PeriodReturnController>},
         {QStringLiteral("amortization"), QStringLiteral("Amortization Schedule"),
          make<AmortizationController>},
+        {QStringLiteral("dated-cash-flows"), QStringLiteral("Dated Cash Flows"),
+         make<DatedCashFlowsController>},
         {QStringLiteral("rate-conversion"), QStringLiteral("Interest Rate Conversion"),
          make<RateConversionController>},
         {QStringLiteral("depreciation"), QStringLiteral("Depreciation"),

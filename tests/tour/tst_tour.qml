@@ -307,6 +307,17 @@ TestCase {
         compare(findChild(screen, "paymentLabel").text, local("1264.14"));
         compare(findChild(screen, "scheduleList").count, 360);
         readDescriptionAndLeave(screen);
+        screen = clickRow(0, "loansList", 1);
+        fill(screen, {
+            "rowCountField": "2",
+            "rateField": "10"
+        });
+        screen.controller.dateChanged(0, "2025-01-01");
+        screen.controller.amountChanged(0, "-100");
+        screen.controller.dateChanged(1, "2026-01-01");
+        screen.controller.amountChanged(1, "110");
+        compare(findChild(screen, "xirrLabel").text, "10%");
+        readDescriptionAndLeave(screen);
         goBack(0);
     }
 

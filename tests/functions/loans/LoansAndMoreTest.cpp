@@ -1,10 +1,11 @@
-// The calculators of "Loans and More": amortization schedule, interest rate
-// conversion, breakeven and depreciation, through their screens'
-// controllers.
+// The calculators of "Loans and More": amortization schedule, dated cash
+// flows, interest rate conversion, breakeven and depreciation, through their
+// screens' controllers.
 #include "TestSupport.h"
 #include "framework/NumberFormat.h"
 #include "functions/amortization/AmortizationController.h"
 #include "functions/breakeven/BreakevenController.h"
+#include "functions/datedcashflows/DatedCashFlowsController.h"
 #include "functions/depreciation/DepreciationController.h"
 #include "functions/rateconversion/RateConversionController.h"
 
@@ -373,6 +374,67 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     loan("1000", "5", "100000", "Weekly");
     EXPECT_TRUE(m.schedule.isEmpty());
     EXPECT_TRUE(std::isnan(m.payment));
+}
+
+} // namespace
+
+namespace {
+
+class DatedCashFlowsTest : public HomeTest {
+protected:
+    void SetUp() override
+    {
+        HomeTest::SetUp();
+        screen = std::make_unique<DatedCashFlowsController>();
+        screen->setPresenter(&presenter);
+    }
+    const DatedCashFlowsModel& flows(const QStringList& dates, const QStringList& amounts,
+                                     const QString& rate = "0")
+    {
+        screen->editField("rateField", rate);
+        screen->setTableInput("dates", dates);
+        screen->setTableInput("amounts", amounts);
+        screen->editField("rowCountField", QString::number(dates.size()));
+        return *screen->datedCashFlowsModel();
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<DatedCashFlowsController> screen;
+};
+
+// References: the documented examples of the spreadsheet functions XNPV and
+// XIRR (−10000, 2750, 4250, 3250, 2750 on 2008-01-01, 2008-03-01,
+// 2008-10-30, 2009-02-15, 2009-04-01: XNPV at 9 % = 2086.65, XIRR =
+// 0.373362535, a spreadsheet's answer that stops within 0.000001 %, so it
+// is matched to that and the exact root checked by its XNPV); a flow −100, +230, −132 a year apart, whose NPV
+// −100 + 230 v − 132 v² has the two roots 10 % and 20 %; flows of one sign,
+// which have none.
+TEST_F(DatedCashFlowsTest, XnpvAndXirrFollowTheSpreadsheetDefinitions)
+{
+    const DatedCashFlowsModel& m =
+        flows({"2008-01-01", "2008-03-01", "2008-10-30", "2009-02-15", "2009-04-01"},
+              {"-10000", "2750", "4250", "3250", "2750"}, "9");
+    EXPECT_NEAR(m.xnpv, 2086.65, 0.005);
+    EXPECT_NEAR(m.xirr, 37.3362535, 1e-6);
+    EXPECT_NEAR(m.netPresentValue(m.xirr / 100), 0, 1e-8);
+    EXPECT_EQ(screen->qvFunctionView()->text("xirrLabel"), local("37.336%"));
+
+    // Two roots: the one nearer 10 % (the spreadsheet's default guess).
+    flows({"2025-01-01", "2026-01-01", "2027-01-01"}, {"-100", "230", "-132"});
+    EXPECT_NEAR(m.xirr, 10, 1e-9);
+    flows({"2025-01-01", "2026-01-01", "2027-01-01"}, {"100", "-230", "132"});
+    EXPECT_NEAR(m.xirr, 10, 1e-9);
+
+    // No root: NaN, never a wrong number.
+    for (const QStringList& amounts :
+         {QStringList{"100", "230", "132"}, QStringList{"-100", "-230", "-1"},
+          QStringList{"-100", "0", "0"}}) {
+        flows({"2025-01-01", "2026-01-01", "2027-01-01"}, amounts);
+        EXPECT_TRUE(std::isnan(m.xirr)) << amounts.join(',').toStdString();
+    }
+    // Rows without a valid date are left out.
+    flows({"2025-01-01", "not a date", "2026-01-01"}, {"-100", "999", "110"});
+    EXPECT_NEAR(m.xirr, 10, 1e-9);
 }
 
 } // namespace

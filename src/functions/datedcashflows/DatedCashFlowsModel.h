@@ -1,0 +1,53 @@
+#pragma once
+
+#include "framework/QVFunctionModel.h"
+
+#include <QDate>
+#include <QList>
+
+// Cash flows on real dates: their net present value at a yearly rate and
+// their internal rate of return, with the spreadsheet's actual/365 day
+// count (XNPV and XIRR): each amount is discounted by (1 + rate)^(days ÷
+// 365), days counted from the first flow's date.
+//
+// XIRR looks for rates where XNPV is 0 between −99.9999 % and 10^6 % a year:
+// a scan for sign changes brackets every root it can see, and the bracket
+// nearest to 10 % (the spreadsheet's default guess) is narrowed by Newton
+// steps kept inside it, falling back to bisection. So of two roots the one
+// nearer 10 % is given; with none (flows of one sign, or no sign change
+// anywhere) the result is NaN, never a wrong number. Rows without a valid
+// date are left out.
+class DatedCashFlowsModel : public QVFunctionModel {
+    Q_OBJECT
+    // The results the screen shows with a "%" after the number.
+    Q_CLASSINFO("percentResults", "xirr")
+    Q_PROPERTY(double rate MEMBER rate)
+    Q_PROPERTY(double xnpv MEMBER xnpv)
+    Q_PROPERTY(double xirr MEMBER xirr)
+
+public:
+    using QVFunctionModel::QVFunctionModel;
+
+    struct Flow {
+        QDate date;
+        double amount = 0;
+    };
+    static constexpr int maximumRows = 100;
+
+    QList<Flow> flows; // in the order entered
+    double rate = 0;   // percent a year
+    double xnpv = 0;
+    double xirr = 0; // percent a year
+
+    void calculateResult();
+    // XNPV at `yearlyRate` (a fraction) of the flows with dates.
+    double netPresentValue(double yearlyRate) const;
+    void createReport(const QVariantMap& userInfo) override;
+
+protected:
+    void configureNames() override;
+
+private:
+    QList<Flow> datedFlows() const;
+    double internalRate() const;
+};

@@ -9,6 +9,7 @@
 #include "framework/Presenter.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
+#include "reports/ReportPdf.h"
 #include "reports/ReportTableModel.h"
 
 #include <QFile>
@@ -16,6 +17,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <cmath>
 #include <utility>
 
@@ -36,6 +38,8 @@ Commands:
   reports list               the saved reports, newest first (index 0)
   reports show N             the text of saved report N
   reports delete N           remove saved report N from the list (its file stays)
+  reports pdf N FILE [--page A4|Letter]
+                             write saved report N as a PDF
 
 Options:
   --json                     machine-readable output
@@ -43,6 +47,7 @@ Options:
 )";
 
 const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N | delete N [--json]
+       tallyvane-cli reports pdf N FILE [--page A4|Letter]
 
   list        one line per saved report, newest first: index, date, calculator,
               title and file name; --json gives an array of objects with
@@ -50,6 +55,8 @@ const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N |
   show N      prints the text file of report N (0 is the newest)
   delete N    removes report N from the list as the Reports screen does; the
               text file stays in the documents folder
+  pdf N FILE  writes report N as a PDF to FILE (A4, or Letter where the
+              locale measures in inches; --page chooses)
 )";
 
 QString hexColor(const QColor& color)
@@ -111,6 +118,37 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         }
         if (json)
             out << QJsonDocument(array).toJson(QJsonDocument::Indented);
+        return 0;
+    }
+    if (verb == QLatin1String("pdf") && (args.size() == 3 || args.size() == 5)) {
+        int index = 0;
+        if (!parseIndex(args.at(1), list.count(), index, err))
+            return 1;
+        ReportPdf::Page page = ReportPdf::pageForLocale();
+        if (args.size() == 5) {
+            bool known = false;
+            page = ReportPdf::pageNamed(args.at(4), &known);
+            if (args.at(3) != QLatin1String("--page") || !known) {
+                err << "--page takes A4 or Letter\n";
+                return 1;
+            }
+        }
+        const QVReport report = list.reportAt(index);
+        QByteArray bytes;
+        const QString unreadable = QVFileManager::readFileInDocumentsDirectory(
+            report.filePathInDocumentsDirectory(), &bytes);
+        if (!unreadable.isEmpty()) {
+            err << unreadable << '\n';
+            return 1;
+        }
+        // Written whole or not at all.
+        QSaveFile file(args.at(2));
+        if (!file.open(QIODevice::WriteOnly) ||
+            !ReportPdf::write(&file, QString::fromLatin1(bytes), page) || !file.commit()) {
+            err << args.at(2) << " could not be written: " << file.errorString() << '\n';
+            return 1;
+        }
+        out << args.at(2) << '\n';
         return 0;
     }
     if ((verb == QLatin1String("show") || verb == QLatin1String("delete")) && args.size() == 2) {

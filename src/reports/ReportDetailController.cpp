@@ -1,10 +1,12 @@
 #include "ReportDetailController.h"
 
 #include "QVFileManager.h"
+#include "ReportPdf.h"
 #include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
 #include "platform/MailComposer.h"
 #include "platform/Services.h"
+#include "platform/UrlOpener.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -40,10 +42,40 @@ void ReportDetailController::actionClicked()
     AlertRequest sheet;
     sheet.kind = AlertRequest::Kind::ActionSheet;
     sheet.title = QStringLiteral("Export");
-    sheet.actions = {{QStringLiteral("Cancel"), true}, {QStringLiteral("Send Email")}};
+    sheet.actions = {{QStringLiteral("Cancel"), true},
+                     {QStringLiteral("Send Email")},
+                     {QStringLiteral("Save as PDF")}};
     presenter()->present(sheet, [this](const QString& action, const QString&) {
         if (action == QLatin1String("Send Email"))
             showEmail();
+        else if (action == QLatin1String("Save as PDF"))
+            saveAsPdf();
+    });
+}
+
+void ReportDetailController::saveAsPdf()
+{
+    if (!m_fileFound)
+        return;
+    QString name;
+    const WriteResult written = ReportPdf::saveToDocuments(
+        QFileInfo(m_model.reportFilePath()).fileName(), m_text, ReportPdf::pageForLocale(), &name);
+    if (!presenter())
+        return;
+    AlertRequest alert;
+    if (written.ok()) {
+        alert.title = QStringLiteral("Saved as PDF");
+        alert.message = QStringLiteral("The report was written to:\n%1")
+                            .arg(QVFileManager::documentsDirectory() + QLatin1Char('/') + name);
+        alert.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+    } else {
+        alert.title = QStringLiteral("Could not save the PDF");
+        alert.message = written.error;
+        alert.actions = {{QStringLiteral("OK")}};
+    }
+    presenter()->present(alert, [](const QString& action, const QString&) {
+        if (action == QLatin1String("Open Folder"))
+            Services::urlOpener().openUrl(QUrl::fromLocalFile(QVFileManager::documentsDirectory()));
     });
 }
 

@@ -28,8 +28,12 @@ public:
 
     // Reads the text file; a missing file shows an empty page.
     Q_INVOKABLE void loadReport();
-    // The "Export" sheet: "Cancel" or "Send Email".
+    // The "Export" sheet: "Cancel", "Send Email" or "Save as PDF".
     Q_INVOKABLE void actionClicked();
+    // Writes the report as a PDF into the documents folder (A4, or Letter
+    // where the locale measures in inches) and says where it went, or why
+    // it could not be written.
+    Q_INVOKABLE void saveAsPdf();
     // Mails the file under its name plus ".txt"; nothing is deleted after.
     Q_INVOKABLE void showEmail();
 

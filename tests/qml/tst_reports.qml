@@ -119,7 +119,7 @@ Item {
             const request = Presenter.pendingRequest();
             compare(request.title, "Export");
             compare(request.kind, "sheet");
-            compare(request.actions.map(a => a.title), ["Cancel", "Send Email"]);
+            compare(request.actions.map(a => a.title), ["Cancel", "Send Email", "Save as PDF"]);
             Presenter.answer(request.id, "Send Email");
             compare(TestFiles.draftCount(), 1);
             const draft = TestFiles.lastDraft();

@@ -177,9 +177,10 @@ TEST_F(ReportDetailTest, ShowsTheTextFileAndMailsItWithADoubledExtension)
     ASSERT_EQ(presenter.requests.size(), 1u);
     EXPECT_EQ(presenter.requests[0].title, "Export");
     EXPECT_TRUE(presenter.requests[0].message.isEmpty());
-    ASSERT_EQ(presenter.requests[0].actions.size(), 2);
+    ASSERT_EQ(presenter.requests[0].actions.size(), 3);
     EXPECT_EQ(presenter.requests[0].actions[0].title, "Cancel");
     EXPECT_EQ(presenter.requests[0].actions[1].title, "Send Email");
+    EXPECT_EQ(presenter.requests[0].actions[2].title, "Save as PDF");
     EXPECT_TRUE(presenter.requests[0].anchor.isEmpty());
 
     ASSERT_EQ(mail->messages.size(), 1u);
@@ -188,6 +189,27 @@ TEST_F(ReportDetailTest, ShowsTheTextFileAndMailsItWithADoubledExtension)
     EXPECT_EQ(mail->messages[0].attachments[0].fileName, "tip__01-02-2024 09:05_report.txt.txt");
     EXPECT_EQ(mail->messages[0].attachments[0].data, "Financial Report - Tip\n");
     EXPECT_TRUE(QFile::exists(QDir(documents()).filePath(name))) << "nothing is deleted";
+}
+
+TEST_F(ReportDetailTest, SaveAsPdfWritesANewFileBesideTheReportAndSaysWhere)
+{
+    const QString name = "roi_Plan_05-03-2024 14:07_report.txt";
+    QVFileManager::saveFileToDocumentsDirectoryWithContents(
+        name, "Financial Report - Return on Investment\nDate: 05-03-2024 14:07\n\nRoi: 25%\n");
+    ScriptedPresenter presenter;
+    ReportDetailController detail;
+    detail.setPresenter(&presenter);
+    detail.setReportFilePath(QDir(documents()).filePath(name));
+    for (const char* expected :
+         {"roi_Plan_05-03-2024 14:07_report.pdf", "roi_Plan_05-03-2024 14:07_report (2).pdf"}) {
+        presenter.script({{"Save as PDF", ""}, {"OK", ""}});
+        detail.actionClicked();
+        EXPECT_EQ(presenter.requests.back().title, "Saved as PDF");
+        EXPECT_TRUE(presenter.requests.back().message.endsWith(QString("/") + expected));
+        QFile pdf(QDir(documents()).filePath(expected));
+        ASSERT_TRUE(pdf.open(QIODevice::ReadOnly)) << expected;
+        EXPECT_TRUE(pdf.read(5) == "%PDF-") << "a second save never writes over the first";
+    }
 }
 
 TEST_F(ReportDetailTest, MissingFileShowsAnEmptyPage)

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "WriteResult.h"
+
+#include <QString>
+
+class QIODevice;
+
+// A report's text laid out as a PDF: the first line (the heading) in bold,
+// the rest as it stands in a fixed-width font so the columns stay put, on
+// A4 or US Letter pages with margins of 20 mm, as many pages as it needs.
+namespace ReportPdf {
+
+enum class Page { A4, Letter };
+
+// Letter where the locale measures in inches (the United States and a few
+// others), A4 everywhere else.
+Page pageForLocale();
+Page pageNamed(const QString& name, bool* known = nullptr);
+
+bool write(QIODevice* device, const QString& text, Page page);
+
+// Writes the PDF of `text` as a new file in the documents folder, named
+// after `reportFileName` with ".pdf" for "_report.txt" (" (2)" and so on
+// when that name is taken). `name` gets the name used.
+WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
+                            QString* name);
+
+} // namespace ReportPdf

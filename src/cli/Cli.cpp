@@ -89,6 +89,25 @@ bool parseIndex(const QString& text, int count, int& index, QTextStream& err)
     return true;
 }
 
+// The text file of saved report `index`; false (with the reason on `err`)
+// when it has none, it is gone, or its name leads outside the documents.
+bool readReportText(const QVReport& report, int index, QString* text, QTextStream& err)
+{
+    if (report.fileName.isEmpty()) {
+        err << "report " << index << " has no file\n";
+        return false;
+    }
+    QByteArray bytes;
+    const QString unreadable =
+        QVFileManager::readFileInDocumentsDirectory(report.filePathInDocumentsDirectory(), &bytes);
+    if (!unreadable.isEmpty()) {
+        err << unreadable << '\n';
+        return false;
+    }
+    *text = QString::fromLatin1(bytes);
+    return true;
+}
+
 int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextStream& err)
 {
     if (args.isEmpty() || args.contains(QStringLiteral("--help"))) {
@@ -133,18 +152,13 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
                 return 1;
             }
         }
-        const QVReport report = list.reportAt(index);
-        QByteArray bytes;
-        const QString unreadable = QVFileManager::readFileInDocumentsDirectory(
-            report.filePathInDocumentsDirectory(), &bytes);
-        if (!unreadable.isEmpty()) {
-            err << unreadable << '\n';
+        QString text;
+        if (!readReportText(list.reportAt(index), index, &text, err))
             return 1;
-        }
         // Written whole or not at all.
         QSaveFile file(args.at(2));
-        if (!file.open(QIODevice::WriteOnly) ||
-            !ReportPdf::write(&file, QString::fromLatin1(bytes), page) || !file.commit()) {
+        if (!file.open(QIODevice::WriteOnly) || !ReportPdf::write(&file, text, page) ||
+            !file.commit()) {
             err << args.at(2) << " could not be written: " << file.errorString() << '\n';
             return 1;
         }
@@ -168,18 +182,9 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
                 out << "deleted " << index << ": " << printable(report.title) << '\n';
             return 0;
         }
-        if (report.fileName.isEmpty()) {
-            err << "report " << index << " has no file\n";
+        QString text;
+        if (!readReportText(report, index, &text, err))
             return 1;
-        }
-        QByteArray bytes;
-        const QString unreadable = QVFileManager::readFileInDocumentsDirectory(
-            report.filePathInDocumentsDirectory(), &bytes);
-        if (!unreadable.isEmpty()) {
-            err << unreadable << '\n';
-            return 1;
-        }
-        const QString text = QString::fromLatin1(bytes);
         if (json) {
             QJsonObject object = reportJson(report);
             object.insert(QStringLiteral("contents"), text);

@@ -14,7 +14,7 @@ const QString rangeStartField = QStringLiteral("rangeStartField");
 const QString rangeEndField = QStringLiteral("rangeEndField");
 } // namespace
 
-AmortizationController::AmortizationController(QObject* parent) : QVFunctionController(parent)
+AmortizationController::AmortizationController(QObject* parent) : QVChartController(parent)
 {
     load();
 }
@@ -125,6 +125,7 @@ void AmortizationController::fieldChanged()
     showNumber(QStringLiteral("rangePrincipalLabel"), m->rangePrincipal);
     showNumber(QStringLiteral("rangeInterestLabel"), m->rangeInterest);
     showNumber(QStringLiteral("rangeBalanceLabel"), m->rangeBalance);
+    redrawChart(!m->schedule.isEmpty());
     emit scheduleChanged();
 }
 

@@ -2,7 +2,7 @@
 
 #include "AmortizationModel.h"
 #include "AmortizationView.h"
-#include "framework/QVFunctionController.h"
+#include "framework/QVChartController.h"
 
 #include <QVariantMap>
 
@@ -10,7 +10,7 @@
 // compounding frequencies, BEG/END, an extra payment, the first payment's
 // date, rounding to cents and the P1–P2 range; recomputed on every edit.
 // The schedule is shown row by row (scheduleRow) and can be saved as CSV.
-class AmortizationController : public QVFunctionController {
+class AmortizationController : public QVChartController {
     Q_OBJECT
     Q_PROPERTY(int scheduleRowCount READ scheduleRowCount NOTIFY scheduleChanged)
 
@@ -21,6 +21,7 @@ public:
     QList<FunctionInput> inputs() const override;
     void fieldChanged() override;
     QByteArray scheduleCsv() const override;
+    QObject* chartDataSource() const override { return model(); }
 
     int scheduleRowCount() const { return int(amortizationModel()->schedule.size()); }
     // Row `index` of the schedule: "period", "date", "payment", "interest",

@@ -3,6 +3,7 @@
 #include "framework/CsvWriter.h"
 #include "framework/FinanceMath.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -145,6 +146,55 @@ QByteArray AmortizationModel::scheduleCsv() const
                              QStringLiteral("payment"), QStringLiteral("interest"),
                              QStringLiteral("principal"), QStringLiteral("balance")},
                             rows);
+}
+
+QList<qsizetype> AmortizationModel::yearEnds() const
+{
+    QList<qsizetype> ends;
+    const int perYear = std::max(1, int(paymentsPerYear));
+    for (qsizetype k = perYear - 1; k < schedule.size(); k += perYear)
+        ends << k;
+    if (!schedule.isEmpty() && (ends.isEmpty() || ends.last() != schedule.size() - 1))
+        ends << schedule.size() - 1;
+    return ends;
+}
+
+QColor AmortizationModel::colorForTheLineWithLineNumber(int line) const
+{
+    return line == 0 ? QColor(0x1F, 0x7A, 0x8C) : QColor(0xE8, 0x5B, 0x4F);
+}
+
+QString AmortizationModel::nameForTheLineWithLineNumber(int line) const
+{
+    return line == 0 ? QStringLiteral("Balance") : QStringLiteral("Interest paid");
+}
+
+QStringList AmortizationModel::dataForXAxisWithLineNumber(int) const
+{
+    QStringList labels{QStringLiteral("0")};
+    const int perYear = std::max(1, int(paymentsPerYear));
+    for (qsizetype end : yearEnds())
+        labels << QString::number(double(end + 1) / perYear, 'g', 4);
+    return labels;
+}
+
+QList<std::optional<double>> AmortizationModel::dataForYAxisWithLineNumber(int line) const
+{
+    QList<std::optional<double>> values{line == 0 ? loanAmount : 0.0};
+    double interest = 0;
+    qsizetype next = 0;
+    for (qsizetype end : yearEnds()) {
+        for (; next <= end; ++next)
+            interest += schedule.at(next).interest;
+        values << (line == 0 ? schedule.at(end).balance : interest);
+    }
+    return values;
+}
+
+MultiLineGraphMarker
+AmortizationModel::customViewForLineChartTouchWithXValueAndYValue(const QString& x, double y) const
+{
+    return {QStringLiteral("Year %1: %2").arg(x, stringFromDouble(y)), QSizeF(140, 30)};
 }
 
 void AmortizationModel::createReport(const QVariantMap& userInfo)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "charts/MultiLineGraphDataSource.h"
 #include "framework/QVFunctionModel.h"
 
 #include <QDate>
@@ -19,8 +20,14 @@
 // paid with every payment goes to the principal and ends the loan early.
 // In BEG mode each payment is made at the start of its period, so the first
 // one carries no interest.
-class AmortizationModel : public QVFunctionModel {
+//
+// Its chart has two lines over the years of the loan: the balance still
+// owed and the interest paid so far, both at the end of each year.
+class AmortizationModel : public QVFunctionModel,
+                          public MultiLineGraphDataSource,
+                          public MultiLineGraphDelegate {
     Q_OBJECT
+    Q_INTERFACES(MultiLineGraphDataSource MultiLineGraphDelegate)
     Q_PROPERTY(double loanAmount MEMBER loanAmount)
     Q_PROPERTY(double annualRate MEMBER annualRate)
     Q_PROPERTY(double years MEMBER years)
@@ -81,10 +88,26 @@ public:
     QByteArray scheduleCsv() const;
     void createReport(const QVariantMap& userInfo) override;
 
+    // The chart: line 0 the balance, line 1 the interest paid so far, at
+    // year 0 and at the end of every year (or of the last payment).
+    int numberOfLinesToBePlotted() const override { return schedule.isEmpty() ? 0 : 2; }
+    int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
+    QColor colorForTheLineWithLineNumber(int line) const override;
+    double widthForTheLineWithLineNumber(int) const override { return 1.0; }
+    QString nameForTheLineWithLineNumber(int line) const override;
+    bool shouldFillGraphWithLineNumber(int) const override { return false; }
+    bool shouldDrawPointsWithLineNumber(int) const override { return true; }
+    QStringList dataForXAxisWithLineNumber(int) const override;
+    QList<std::optional<double>> dataForYAxisWithLineNumber(int line) const override;
+    MultiLineGraphMarker customViewForLineChartTouchWithXValueAndYValue(const QString& x,
+                                                                        double y) const override;
+
 protected:
     void configureNames() override;
 
 private:
+    // The schedule rows that end a year (and the last one).
+    QList<qsizetype> yearEnds() const;
     void clearResults();
     void calculateRange();
 };

@@ -157,6 +157,47 @@ FunctionScreen {
         outlet: "rangeBalanceLabel"
         label: qsTr("Balance after P2")
     }
+    // The balance still owed and the interest paid so far, year by year.
+    Item {
+        Layout.fillWidth: true
+        Layout.preferredHeight: loan.chartShown ? 300 : 0
+        visible: loan.chartShown
+        Accessible.name: qsTr("Chart of the balance and the interest paid by year")
+
+        MultiLineGraphView {
+            id: chart
+
+            objectName: "amortizationChart"
+            anchors.fill: parent
+            anchors.margins: 8
+            dataSource: loan.chartDataSource
+            delegate: loan.chartDataSource
+            animated: false
+            showLegend: true
+            legendViewType: 0
+            gridLineColor: AppTheme.chartGrid
+            textColor: AppTheme.text
+            gridLineWidth: 0.3
+            textFontSize: 12
+            markerColor: "orange"
+            markerTextColor: "white"
+            markerWidth: 0.4
+            showMarker: true
+            showCustomMarkerView: true
+
+            Connections {
+                target: loan
+                function onChartChanged() {
+                    if (!loan.chartShown)
+                        chart.clearGraph();
+                    else if (chart.lineCount === 0)
+                        chart.drawGraph();
+                    else
+                        chart.reloadGraph();
+                }
+            }
+        }
+    }
     SectionHeader {
         text: qsTr("Schedule: payment, interest, principal, balance")
     }

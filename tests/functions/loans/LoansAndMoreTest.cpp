@@ -370,10 +370,21 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     EXPECT_LT(m.totalInterest, fullInterest);
     EXPECT_EQ(m.schedule.last().balance, 0.0);
 
+    // The chart: the balance and the interest paid so far at each year's end.
+    ASSERT_EQ(m.numberOfLinesToBePlotted(), 2);
+    const auto balances = m.dataForYAxisWithLineNumber(0);
+    const auto paidInterest = m.dataForYAxisWithLineNumber(1);
+    EXPECT_EQ(m.dataForXAxisWithLineNumber(0).size(), balances.size());
+    EXPECT_EQ(*balances.first(), 200000);
+    EXPECT_EQ(*balances.last(), 0);
+    EXPECT_NEAR(*paidInterest.last(), m.totalInterest, 1e-6);
+    EXPECT_TRUE(screen->chartShown());
+
     // Nonsense never hangs: a term beyond any loan gives no schedule.
     loan("1000", "5", "100000", "Weekly");
     EXPECT_TRUE(m.schedule.isEmpty());
     EXPECT_TRUE(std::isnan(m.payment));
+    EXPECT_FALSE(screen->chartShown());
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "AmortizationController.h"
 
+#include "charts/MultiLineGraphRenderer.h"
+
 namespace {
 const QString loanAmountField = QStringLiteral("loanAmountField");
 const QString annualRateField = QStringLiteral("annualRateField");
@@ -141,6 +143,21 @@ QVariantMap AmortizationController::scheduleRow(int index) const
             {QStringLiteral("interest"), stringFromDouble(r.interest)},
             {QStringLiteral("principal"), stringFromDouble(r.principal)},
             {QStringLiteral("balance"), stringFromDouble(r.balance)}};
+}
+
+void AmortizationController::prepareReportImage()
+{
+    AmortizationModel* m = amortizationModel();
+    if (m->schedule.isEmpty()) {
+        m->report().reportImage = QImage();
+        return;
+    }
+    GraphStyle style;
+    style.gridLineColor = QColor(211, 211, 211);
+    style.gridLineWidth = 0.3;
+    style.textFontSize = 12;
+    m->report().reportImage =
+        MultiLineGraphRenderer::renderImage(*m, m, QSize(400, 300), 2.0, style);
 }
 
 QByteArray AmortizationController::scheduleCsv() const

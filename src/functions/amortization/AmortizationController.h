@@ -42,6 +42,8 @@ signals:
 
 protected:
     void connectMvc() override;
+    // The chart as a picture for a mailed report, when there is a schedule.
+    void prepareReportImage() override;
 
 private:
     QStringList frequencyWords() const;

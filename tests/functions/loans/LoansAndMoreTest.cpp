@@ -8,7 +8,9 @@
 #include "functions/datedcashflows/DatedCashFlowsController.h"
 #include "functions/depreciation/DepreciationController.h"
 #include "functions/rateconversion/RateConversionController.h"
+#include "platform/Services.h"
 
+#include <QImage>
 #include <cmath>
 
 namespace {
@@ -380,6 +382,17 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     EXPECT_NEAR(*paidInterest.last(), m.totalInterest, 1e-6);
     EXPECT_TRUE(screen->chartShown());
 
+    // A mailed report carries the chart, as the time-value-of-money one does.
+    auto mail = std::make_shared<RecordingMailComposer>();
+    Services::setMailComposer(mail);
+    presenter.script({{"Send Email", ""}});
+    screen->exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    ASSERT_EQ(mail->messages[0].attachments.size(), 2);
+    EXPECT_EQ(mail->messages[0].attachments[1].fileName, "graph.png");
+    EXPECT_EQ(QImage::fromData(mail->messages[0].attachments[1].data, "JPEG").size(),
+              QSize(800, 600));
+
     // Nonsense never hangs: a term beyond any loan gives no schedule.
     loan("1000", "5", "100000", "Weekly");
     EXPECT_TRUE(m.schedule.isEmpty());
@@ -417,9 +430,9 @@ protected:
 // XIRR (−10000, 2750, 4250, 3250, 2750 on 2008-01-01, 2008-03-01,
 // 2008-10-30, 2009-02-15, 2009-04-01: XNPV at 9 % = 2086.65, XIRR =
 // 0.373362535, a spreadsheet's answer that stops within 0.000001 %, so it
-// is matched to that and the exact root checked by its XNPV); a flow −100, +230, −132 a year apart, whose NPV
-// −100 + 230 v − 132 v² has the two roots 10 % and 20 %; flows of one sign,
-// which have none.
+// is matched to that and the exact root checked by its XNPV); a flow −100, +230, −132 a year apart,
+// whose NPV −100 + 230 v − 132 v² has the two roots 10 % and 20 %; flows of one sign, which have
+// none.
 TEST_F(DatedCashFlowsTest, XnpvAndXirrFollowTheSpreadsheetDefinitions)
 {
     const DatedCashFlowsModel& m =

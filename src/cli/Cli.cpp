@@ -157,7 +157,9 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
             return 1;
         // Written whole or not at all.
         QSaveFile file(args.at(2));
-        if (!file.open(QIODevice::WriteOnly) || !ReportPdf::write(&file, text, page) ||
+        const QString chart =
+            ReportPdf::chartPathFor(list.reportAt(index).filePathInDocumentsDirectory());
+        if (!file.open(QIODevice::WriteOnly) || !ReportPdf::write(&file, text, page, chart) ||
             !file.commit()) {
             err << args.at(2) << " could not be written: " << file.errorString() << '\n';
             return 1;

@@ -13,6 +13,8 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QGuiApplication>
+#include <QImage>
 #include <utility>
 
 namespace {
@@ -155,10 +157,13 @@ void QVFunctionController::receiveReportCreatedNotification()
             showSaveFailure(written.error);
             return;
         }
-        const WriteResult saved = m_model->saveReport();
+        const WriteResult pictured = saveChartPicture();
+        const WriteResult saved = pictured.ok() ? m_model->saveReport() : pictured;
         if (!saved.ok()) {
-            // The text file belongs to no record now: it goes again, so the
-            // save leaves nothing half done behind.
+            // The text file (and its picture) belong to no record now: they
+            // go again, so the save leaves nothing half done behind.
+            QVFileManager::removeFileAtPath(QVFileManager::documentsDirectory() + QLatin1Char('/') +
+                                            chartPictureName(m_model->report().fileName));
             m_model->removeReportFile();
             showSaveFailure(saved.error);
             return;
@@ -176,6 +181,38 @@ void QVFunctionController::receiveReportCreatedNotification()
                 self->m_model->setReportSaved(true);
         });
     }
+}
+
+QString QVFunctionController::chartPictureName(const QString& reportFileName)
+{
+    QString stem = reportFileName;
+    if (stem.endsWith(QLatin1String("_report.txt")))
+        stem.chop(int(qstrlen("_report.txt")));
+    return stem + QStringLiteral("_chart.png");
+}
+
+WriteResult QVFunctionController::saveChartPicture()
+{
+    // Only a screen draws (the command line has no fonts to draw with).
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return WriteResult::success();
+    prepareReportImage();
+    const QImage& image = m_model->report().reportImage;
+    if (image.isNull())
+        return WriteResult::success();
+    const QString name = chartPictureName(m_model->report().fileName);
+    QFile file(QVFileManager::documentsDirectory() + QLatin1Char('/') + name);
+    // A new file only, like the report's own text.
+    if (!QVFileManager::isPlainFileName(name) ||
+        !file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !image.save(&file, "PNG")) {
+        const QString reason = file.errorString();
+        file.close();
+        if (file.size() == 0 && file.exists())
+            file.remove();
+        return WriteResult::failure(
+            QStringLiteral("The chart %1 could not be written: %2.").arg(name, reason));
+    }
+    return WriteResult::success();
 }
 
 void QVFunctionController::showSaveFailure(const QString& reason)

@@ -70,6 +70,10 @@ public:
 
     // The title of the alert that tells why a report was not saved.
     static QString saveFailureTitle();
+    // The picture of a saved report's chart, beside its text file:
+    // "<name>_chart.png" for "<name>_report.txt". The PDF of the report
+    // shows it.
+    static QString chartPictureName(const QString& reportFileName);
 
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).
@@ -135,6 +139,8 @@ private:
     void setSelectedAction(const QString& action);
     void showSaveTitleAlert();
     void showSaveFailure(const QString& reason);
+    // Draws the chart (screens that have one) and keeps it beside the text.
+    WriteResult saveChartPicture();
 
     std::unique_ptr<QVFunctionModel> m_model;
     QPointer<QVFunctionView> m_view;

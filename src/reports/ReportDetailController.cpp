@@ -59,7 +59,8 @@ void ReportDetailController::saveAsPdf()
         return;
     QString name;
     const WriteResult written = ReportPdf::saveToDocuments(
-        QFileInfo(m_model.reportFilePath()).fileName(), m_text, ReportPdf::pageForLocale(), &name);
+        QFileInfo(m_model.reportFilePath()).fileName(), m_text, ReportPdf::pageForLocale(), &name,
+        ReportPdf::chartPathFor(m_model.reportFilePath()));
     if (!presenter())
         return;
     AlertRequest alert;

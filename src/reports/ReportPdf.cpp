@@ -7,12 +7,15 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLocale>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextImageFormat>
+#include <QUrl>
 
 namespace ReportPdf {
 
@@ -29,7 +32,17 @@ Page pageNamed(const QString& name, bool* known)
     return letter ? Page::Letter : Page::A4;
 }
 
-bool write(QIODevice* device, const QString& text, Page page)
+QString chartPathFor(const QString& textPath)
+{
+    QString stem = textPath;
+    if (!stem.endsWith(QLatin1String("_report.txt")))
+        return {};
+    stem.chop(int(qstrlen("_report.txt")));
+    const QString chart = stem + QStringLiteral("_chart.png");
+    return QFileInfo::exists(chart) ? chart : QString();
+}
+
+bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath)
 {
     // Laying out text needs fonts, and fonts need a GUI application.
     if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
@@ -54,6 +67,16 @@ bool write(QIODevice* device, const QString& text, Page page)
     cursor.insertText(lines.value(0), heading);
     cursor.insertText(QStringLiteral("\n"), QTextCharFormat());
     cursor.insertText(lines.mid(1).join(QLatin1Char('\n')), QTextCharFormat());
+    const QImage chart = chartPath.isEmpty() ? QImage() : QImage(chartPath);
+    if (!chart.isNull()) {
+        document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("chart")), chart);
+        QTextImageFormat picture;
+        picture.setName(QStringLiteral("chart"));
+        picture.setWidth(400); // points wide: fits A4 and Letter within the margins
+        picture.setHeight(400.0 * chart.height() / chart.width());
+        cursor.insertBlock();
+        cursor.insertImage(picture);
+    }
     // Without a page size of its own the document is laid out on the
     // writer's pages, at the fonts' real sizes.
     document.print(&writer);
@@ -61,7 +84,7 @@ bool write(QIODevice* device, const QString& text, Page page)
 }
 
 WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
-                            QString* name)
+                            QString* name, const QString& chartPath)
 {
     QString base = reportFileName;
     if (base.endsWith(QLatin1String("_report.txt")))
@@ -83,7 +106,7 @@ WriteResult saveToDocuments(const QString& reportFileName, const QString& text, 
             return WriteResult::failure(
                 QStringLiteral("%1 could not be written: %2.").arg(candidate, file.errorString()));
         }
-        write(&file, text, page);
+        write(&file, text, page, chartPath);
         const bool ok = file.flush() && file.error() == QFileDevice::NoError;
         const QString reason = file.errorString();
         file.close();

@@ -18,12 +18,17 @@ enum class Page { A4, Letter };
 Page pageForLocale();
 Page pageNamed(const QString& name, bool* known = nullptr);
 
-bool write(QIODevice* device, const QString& text, Page page);
+// `chart`, when given, goes under the text, as wide as the page allows.
+bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath = {});
+
+// The chart picture saved with the report whose text file is `textPath`,
+// when there is one.
+QString chartPathFor(const QString& textPath);
 
 // Writes the PDF of `text` as a new file in the documents folder, named
 // after `reportFileName` with ".pdf" for "_report.txt" (" (2)" and so on
 // when that name is taken). `name` gets the name used.
 WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
-                            QString* name);
+                            QString* name, const QString& chartPath = {});
 
 } // namespace ReportPdf

@@ -1,8 +1,12 @@
 #include "TestSupport.h"
 #include "functions/tvm/TvmController.h"
 #include "platform/Services.h"
+#include "reports/ReportDetailController.h"
+#include "reports/ReportTableModel.h"
 
 #include <QBuffer>
+#include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QLocale>
 #include <cmath>
@@ -234,6 +238,33 @@ TEST_F(TvmTest, MailedPictureIsTheChartAsDrawnAfterTheSettingsChange)
     ASSERT_EQ(mail->messages[0].attachments.size(), 2);
     EXPECT_EQ(mail->messages[0].attachments[1].data, expected);
     EXPECT_NE(tvm->tvmModel()->dataForLastCalculated(), drawn) << "the settings did change";
+}
+
+TEST_F(TvmTest, ASavedReportKeepsItsChartAndItsPdfShowsIt)
+{
+    ReportTableModel list; // the saved list exists before any save
+    type("pvField", "1000");
+    type("interestField", "5");
+    type("periodField", "10");
+    tvm->setChartSize(QSize(300, 200));
+    tvm->futureValueClicked();
+    presenter.script({{"Save", ""}, {"OK", "Plan"}, {"OK", ""}});
+    tvm->exportClicked();
+    ASSERT_EQ(presenter.requests.back().title, "Calculation Saved");
+    const QString text = QDir(documents()).filePath(tvm->model()->report().fileName);
+    const QString chart =
+        QDir(documents()).filePath("tvm_description_Plan_05-03-2024 14:07_chart.png");
+    EXPECT_EQ(QImage(chart).size(), QSize(600, 400));
+
+    ReportDetailController detail;
+    ScriptedPresenter detailPresenter;
+    detail.setPresenter(&detailPresenter);
+    detail.setReportFilePath(text);
+    detailPresenter.script({{"Save as PDF", ""}, {"OK", ""}});
+    detail.actionClicked();
+    QFile pdf(QDir(documents()).filePath("tvm_description_Plan_05-03-2024 14:07_report.pdf"));
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(pdf.readAll().contains("/Subtype /Image")) << "the chart is in the PDF";
 }
 
 TEST_F(TvmTest, PaymentOverNoPeriodsAtANegativeRateFollowsTheFormula)

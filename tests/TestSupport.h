@@ -82,6 +82,9 @@ template <typename Model> class TestFunctionController : public QVFunctionContro
 public:
     using QVFunctionController::QVFunctionController;
 
+    ChartPicture reportChart() const override { return chart; }
+    ChartPicture chart; // none unless a test sets one
+
 protected:
     void connectMvc() override
     {

@@ -39,7 +39,7 @@
 #include "functions/tip/TipController.h"
 #include "functions/tvm/TvmController.h"
 #include "functions/wacc/WaccController.h"
-#include "platform/ColorScheme.h"
+#include "gui/ColorScheme.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
 

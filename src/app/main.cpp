@@ -1,6 +1,7 @@
 #include "AppWindow.h"
 #include "QmlPresenter.h"
 #include "SceneGraphChoice.h"
+#include "gui/DesktopServices.h"
 #include "reports/ReportStore.h"
 
 #include <QCommandLineParser>
@@ -60,6 +61,7 @@ void fitToScreen(QQuickWindow* window)
 int main(int argc, char* argv[])
 {
     QGuiApplication app(argc, argv);
+    DesktopServices::install();
     QGuiApplication::setOrganizationName(QStringLiteral("Quorvex"));
     QGuiApplication::setApplicationName(QStringLiteral("Tallyvane"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYVANE_VERSION));

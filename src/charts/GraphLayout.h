@@ -2,7 +2,6 @@
 
 #include "charts/MultiLineGraphDataSource.h"
 
-#include <QColor>
 #include <QLineF>
 #include <QList>
 #include <QPointF>
@@ -16,7 +15,7 @@
 // One series as the data source describes it.
 struct LineChartDataRenderer {
     int lineType = 2;
-    QColor lineColor;
+    Rgba lineColor;
     double lineWidth = 1.0;
     QString graphName;
     bool fillGraph = false;
@@ -28,7 +27,7 @@ struct LineChartDataRenderer {
 // One legend entry: a series' name and colour.
 struct LegendDataRenderer {
     QString legendText;
-    QColor legendColor;
+    Rgba legendColor;
 };
 
 // A snapshot of everything the chart reads from its data source. The plot's
@@ -97,7 +96,7 @@ struct GraphPointRef {
 
 struct GraphLegendItem {
     QString text;
-    QColor color;
+    Rgba color;
     QRectF swatch;    // view coordinates
     QRectF textFrame; // view coordinates
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QColor>
+#include "platform/Rgba.h"
+
 #include <QList>
 #include <QObject>
 #include <QSizeF>
@@ -18,7 +19,7 @@ public:
     virtual int numberOfLinesToBePlotted() const = 0;
     // 2 is the straight-line series; other kinds draw as straight lines too.
     virtual int typeOfLineToBeDrawnWithLineNumber(int line) const = 0;
-    virtual QColor colorForTheLineWithLineNumber(int line) const = 0;
+    virtual Rgba colorForTheLineWithLineNumber(int line) const = 0;
     virtual double widthForTheLineWithLineNumber(int line) const = 0;
     virtual QString nameForTheLineWithLineNumber(int line) const = 0;
     virtual bool shouldFillGraphWithLineNumber(int line) const = 0;

@@ -87,9 +87,9 @@ void drawLine(QPainter& painter, const LineChartDataRenderer& line, const QList<
         QPolygonF area = shown;
         area.append(QPointF(shown.last().x(), bottom));
         area.append(QPointF(shown.first().x(), bottom));
-        QColor top = line.lineColor;
+        QColor top = toQColor(line.lineColor);
         top.setAlphaF(0.35f);
-        QColor base = line.lineColor;
+        QColor base = toQColor(line.lineColor);
         base.setAlphaF(0.05f);
         QLinearGradient shade(0, area.boundingRect().top(), 0, bottom);
         shade.setColorAt(0, top);
@@ -99,7 +99,7 @@ void drawLine(QPainter& painter, const LineChartDataRenderer& line, const QList<
         painter.drawPolygon(area);
     }
 
-    QPen pen(line.lineColor, line.lineWidth);
+    QPen pen(toQColor(line.lineColor), line.lineWidth);
     pen.setJoinStyle(Qt::RoundJoin);
     pen.setCapStyle(Qt::RoundCap);
     painter.setPen(pen);
@@ -109,7 +109,7 @@ void drawLine(QPainter& painter, const LineChartDataRenderer& line, const QList<
     if (line.drawPoints) {
         const double radius = std::max(2.5, line.lineWidth * 1.5);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(line.lineColor);
+        painter.setBrush(toQColor(line.lineColor));
         for (int i = 0; i < reached; ++i)
             painter.drawEllipse(polyline[i], radius, radius);
     }
@@ -119,7 +119,7 @@ void drawLegend(QPainter& painter, const GraphLayout& layout, const GraphStyle& 
 {
     for (const GraphLegendItem& item : layout.legendItems) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(item.color);
+        painter.setBrush(toQColor(item.color));
         painter.drawRoundedRect(item.swatch, 2, 2);
         painter.setPen(style.textColor);
         painter.setBrush(Qt::NoBrush);

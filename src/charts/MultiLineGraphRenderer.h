@@ -11,6 +11,12 @@
 
 class QPainter;
 
+// The models' colour as QPainter takes it (no colour: an invalid QColor).
+inline QColor toQColor(const Rgba& c)
+{
+    return c.isValid() ? QColor(c.red(), c.green(), c.blue(), c.alpha()) : QColor();
+}
+
 // How the chart looks. Text uses textFont's family at textFontSize pixels.
 struct GraphStyle {
     bool drawGridY = true;

@@ -59,11 +59,6 @@ const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N |
               locale measures in inches; --page chooses)
 )";
 
-QString hexColor(const QColor& color)
-{
-    return color.isValid() ? color.name(QColor::HexRgb).toUpper() : QString();
-}
-
 QJsonObject reportJson(const QVReport& report)
 {
     return {
@@ -74,7 +69,7 @@ QJsonObject reportJson(const QVReport& report)
              ? report.date.toOffsetFromUtc(report.date.offsetFromUtc()).toString(Qt::ISODateWithMs)
              : QString()},
         {QStringLiteral("fileName"), report.fileName},
-        {QStringLiteral("colorTag"), hexColor(report.colorTag)},
+        {QStringLiteral("colorTag"), report.colorTag.name()},
     };
 }
 
@@ -159,6 +154,10 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         QSaveFile file(args.at(2));
         const QString chart =
             ReportPdf::chartPathFor(list.reportAt(index).filePathInDocumentsDirectory());
+        if (!ReportPdf::canWrite()) {
+            err << args.at(2) << " could not be written: no PDF layout is available\n";
+            return 1;
+        }
         if (!file.open(QIODevice::WriteOnly) || !ReportPdf::write(&file, text, page, chart) ||
             !file.commit()) {
             err << args.at(2) << " could not be written: " << file.errorString() << '\n';

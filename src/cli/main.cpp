@@ -1,19 +1,50 @@
 #include "Cli.h"
+#include "reports/ReportPdf.h"
 #include "reports/ReportStore.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
+#include <QFileInfo>
+#include <QLibrary>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
 namespace {
 
-// Only laying out a PDF needs fonts, and so a GUI application (drawn
-// offscreen: the command line never opens a window).
+// Only laying out a PDF needs fonts, and so QtGui: that comes in a module
+// loaded for "reports pdf" alone, so every other command starts with QtCore.
 bool needsFonts(int argc, char* argv[])
 {
     return argc >= 3 && std::strcmp(argv[1], "reports") == 0 && std::strcmp(argv[2], "pdf") == 0;
+}
+
+using MakeApplication = QCoreApplication* (*)(int* argc, char** argv);
+
+// The module sits beside the program in a build tree, and in the library
+// folder it was installed to otherwise.
+std::unique_ptr<QCoreApplication> loadPdfModule(int* argc, char** argv, QString* error)
+{
+    const QString here = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
+    const QStringList candidates = {
+        QFileInfo(here).absolutePath() + QStringLiteral("/libtallyvane_pdf.so"),
+        QStringLiteral(TALLYVANE_PDF_MODULE_DIR "/libtallyvane_pdf.so")};
+    for (const QString& path : candidates) {
+        if (!QFileInfo::exists(path))
+            continue;
+        QLibrary module(path); // stays loaded: the application lives in it
+        const auto make =
+            reinterpret_cast<MakeApplication>(module.resolve("tallyvanePdfApplication"));
+        const auto layout =
+            reinterpret_cast<ReportPdf::Layout>(module.resolve("tallyvaneLayOutReportPdf"));
+        if (!make || !layout) {
+            *error = module.errorString();
+            return nullptr;
+        }
+        ReportPdf::setLayout(layout);
+        return std::unique_ptr<QCoreApplication>(make(argc, argv));
+    }
+    *error = QStringLiteral("libtallyvane_pdf.so was not found");
+    return nullptr;
 }
 
 } // namespace
@@ -21,17 +52,18 @@ bool needsFonts(int argc, char* argv[])
 int main(int argc, char* argv[])
 {
     std::unique_ptr<QCoreApplication> app;
-    if (needsFonts(argc, argv)) {
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-        app = std::make_unique<QGuiApplication>(argc, argv);
-    } else {
+    QString moduleError;
+    if (needsFonts(argc, argv))
+        app = loadPdfModule(&argc, argv, &moduleError);
+    // Without the module "reports pdf" still runs, and says it cannot write.
+    if (!app)
         app = std::make_unique<QCoreApplication>(argc, argv);
-    }
     QCoreApplication::setOrganizationName(QStringLiteral("Quorvex"));
     QCoreApplication::setApplicationName(QStringLiteral("Tallyvane"));
     QTextStream out(stdout);
     QTextStream err(stderr);
+    if (!moduleError.isEmpty())
+        err << "tallyvane-cli: PDFs cannot be laid out: " << moduleError << '\n';
     const int code = runCli(QCoreApplication::arguments().mid(1), out, err);
     ReportStore::close();
     out.flush();

@@ -11,10 +11,7 @@
 #include "platform/UrlOpener.h"
 #include "reports/QVFileManager.h"
 
-#include <QBuffer>
 #include <QFile>
-#include <QGuiApplication>
-#include <QImage>
 #include <utility>
 
 namespace {
@@ -193,21 +190,23 @@ QString QVFunctionController::chartPictureName(const QString& reportFileName)
 
 WriteResult QVFunctionController::saveChartPicture()
 {
-    // Only a screen draws (the command line has no fonts to draw with).
-    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+    // Only a screen draws (the command line has no fonts to draw with), and
+    // only when there is a chart.
+    const ChartPicture chart = reportChart();
+    if (chart.isEmpty() || !ChartPictures::canDraw())
         return WriteResult::success();
-    prepareReportImage();
-    const QImage& image = m_model->report().reportImage;
-    if (image.isNull())
-        return WriteResult::success();
+    const QByteArray png = ChartPictures::encode(chart, "PNG");
     const QString name = chartPictureName(m_model->report().fileName);
     QFile file(QVFileManager::documentsDirectory() + QLatin1Char('/') + name);
-    // A new file only, like the report's own text.
-    if (!QVFileManager::isPlainFileName(name) ||
-        !file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !image.save(&file, "PNG")) {
+    // A new file only, like the report's own text; a picture that could not
+    // be written whole does not stay behind half written.
+    bool created = false;
+    if (png.isEmpty() || !QVFileManager::isPlainFileName(name) ||
+        !(created = file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) ||
+        file.write(png) != png.size() || !file.flush()) {
         const QString reason = file.errorString();
         file.close();
-        if (file.size() == 0 && file.exists())
+        if (created)
             file.remove();
         return WriteResult::failure(
             QStringLiteral("The chart %1 could not be written: %2.").arg(name, reason));
@@ -266,21 +265,16 @@ QString QVFunctionController::saveFailureTitle()
 
 void QVFunctionController::showEmail()
 {
-    prepareReportImage();
     const QVReport& report = m_model->report();
     MailMessage message;
     message.subject = m_model->emailSubject();
     QFile file(report.filePathInDocumentsDirectory());
     if (file.open(QIODevice::ReadOnly))
         message.attachments.append({file.readAll(), QStringLiteral("text/plain"), report.fileName});
-    if (!report.reportImage.isNull()) {
-        QByteArray jpeg;
-        QBuffer buffer(&jpeg);
-        buffer.open(QIODevice::WriteOnly);
-        report.reportImage.save(&buffer, "JPEG", 100);
+    const QByteArray jpeg = ChartPictures::encode(reportChart(), "JPEG");
+    if (!jpeg.isEmpty())
         message.attachments.append(
             {jpeg, QStringLiteral("image/jpeg"), QStringLiteral("graph.png")});
-    }
     QPointer<QVFunctionController> self(this);
     Services::mailComposer().compose(message, [self](MailResult result) {
         if (!self)

@@ -2,6 +2,7 @@
 
 #include "QVFunctionModel.h"
 #include "QVFunctionView.h"
+#include "charts/ChartPicture.h"
 
 #include <QObject>
 #include <QPointer>
@@ -94,9 +95,10 @@ public:
         Q_UNUSED(values);
         return false;
     }
-    // Draws what goes with a mailed report as a picture (the report's
-    // reportImage), just before the mail is written. Nothing by default.
-    virtual void prepareReportImage() {}
+    // The chart that goes with the report as a picture (attached to a mail,
+    // kept beside a saved report), asked for just before it is written.
+    // None by default.
+    virtual ChartPicture reportChart() const { return {}; }
     Q_INVOKABLE virtual QStringList solveButtons() const { return {}; }
     // Presses the compute button called `name` (one of solveButtons()).
     Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }

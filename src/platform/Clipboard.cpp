@@ -1,16 +1,26 @@
 #include "Clipboard.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
+namespace {
+
+Clipboard::Handler& installedHandler()
+{
+    static Clipboard::Handler handler;
+    return handler;
+}
+
+} // namespace
 
 namespace Clipboard {
 
+void setHandler(Handler handler)
+{
+    installedHandler() = std::move(handler);
+}
+
 void copyText(const QString& text)
 {
-    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-        return;
-    if (QClipboard* clipboard = QGuiApplication::clipboard())
-        clipboard->setText(text);
+    if (installedHandler())
+        installedHandler()(text);
 }
 
 } // namespace Clipboard

@@ -1,8 +1,14 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 namespace Clipboard {
+
+// The desktop's clipboard lives in the GUI layer, which installs the handler
+// at start; the command line has none.
+using Handler = std::function<void(const QString& text)>;
+void setHandler(Handler handler);
 
 // Puts `text` on the desktop's clipboard; does nothing without a desktop
 // (the command line).

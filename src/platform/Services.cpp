@@ -12,6 +12,8 @@ struct Registry {
     std::shared_ptr<MailComposer> mail;
     std::shared_ptr<ReviewPrompt> review;
     std::shared_ptr<UrlOpener> opener;
+    // The default composer opens its drafts with the opener it was made with.
+    bool defaultMail = false;
     Services::Clock clock;
 };
 
@@ -34,8 +36,10 @@ SettingsStore& Services::settings()
 MailComposer& Services::mailComposer()
 {
     auto& r = registry();
-    if (!r.mail)
+    if (!r.mail) {
         r.mail = std::make_shared<EmlMailComposer>(&urlOpener());
+        r.defaultMail = true;
+    }
     return *r.mail;
 }
 
@@ -51,7 +55,7 @@ UrlOpener& Services::urlOpener()
 {
     auto& r = registry();
     if (!r.opener)
-        r.opener = std::make_shared<DesktopUrlOpener>();
+        r.opener = std::make_shared<NoDesktopUrlOpener>();
     return *r.opener;
 }
 
@@ -69,6 +73,7 @@ void Services::setSettings(std::shared_ptr<SettingsStore> store)
 void Services::setMailComposer(std::shared_ptr<MailComposer> composer)
 {
     registry().mail = std::move(composer);
+    registry().defaultMail = false;
 }
 
 void Services::setReviewPrompt(std::shared_ptr<ReviewPrompt> prompt)
@@ -78,7 +83,11 @@ void Services::setReviewPrompt(std::shared_ptr<ReviewPrompt> prompt)
 
 void Services::setUrlOpener(std::shared_ptr<UrlOpener> opener)
 {
-    registry().opener = std::move(opener);
+    // A default composer made with the old opener is made again on next use.
+    auto& r = registry();
+    if (r.defaultMail)
+        r.mail.reset();
+    r.opener = std::move(opener);
 }
 
 void Services::setClock(Clock clock)

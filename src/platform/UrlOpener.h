@@ -9,7 +9,9 @@ public:
     virtual bool openUrl(const QUrl& url) = 0;
 };
 
-class DesktopUrlOpener final : public UrlOpener {
+// Where there is no desktop to hand an address to (the command line, and
+// until the GUI layer installs its opener): nothing opens.
+class NoDesktopUrlOpener final : public UrlOpener {
 public:
-    bool openUrl(const QUrl& url) override;
+    bool openUrl(const QUrl&) override { return false; }
 };

@@ -20,7 +20,7 @@ const QDateTime& referenceDate()
     return reference;
 }
 
-QString hexOfColor(const QColor& color)
+QString hexOfColor(const Rgba& color)
 {
     if (!color.isValid())
         return QString();
@@ -32,16 +32,16 @@ QString hexOfColor(const QColor& color)
         .toUpper();
 }
 
-QColor colorOfHex(const QString& text)
+Rgba colorOfHex(const QString& text)
 {
     if (text.size() != 9 || !text.startsWith(QLatin1Char('#')))
-        return QColor();
+        return Rgba();
     bool ok = false;
     const uint rgba = text.mid(1).toUInt(&ok, 16);
     if (!ok)
-        return QColor();
-    return QColor(int(rgba >> 24), int((rgba >> 16) & 0xff), int((rgba >> 8) & 0xff),
-                  int(rgba & 0xff));
+        return Rgba();
+    return Rgba(int(rgba >> 24), int((rgba >> 16) & 0xff), int((rgba >> 8) & 0xff),
+                int(rgba & 0xff));
 }
 
 QString relativeDayName(const QDate& date)
@@ -74,7 +74,7 @@ QByteArray QVReport::archive() const
 QVReport QVReport::fromArchive(const QByteArray& bytes)
 {
     QVReport report;
-    report.colorTag = QColor();
+    report.colorTag = Rgba();
     QCborParserError error;
     const QCborValue value = QCborValue::fromCbor(bytes, &error);
     if (error.error != QCborError::NoError || !value.isMap()) {
@@ -117,7 +117,7 @@ QString QVReport::filePathInDocumentsDirectory() const
     return QVFileManager::documentsDirectory() + QLatin1Char('/') + fileName;
 }
 
-QColor QVReport::colorFromHexString(const QString& hex)
+Rgba QVReport::colorFromHexString(const QString& hex)
 {
     quint64 value = 0;
     for (qsizetype i = 1; i < hex.size(); ++i) {
@@ -137,8 +137,7 @@ QColor QVReport::colorFromHexString(const QString& hex)
             break;
         }
     }
-    const auto channel = [value](int shift) { return float(((value >> shift) & 0xff) / 255.0); };
-    return QColor::fromRgbF(channel(16), channel(8), channel(0), 1.0f);
+    return Rgba(int((value >> 16) & 0xff), int((value >> 8) & 0xff), int(value & 0xff));
 }
 
 std::optional<QList<QByteArray>> QVReport::storedReportList(QString* error)

@@ -2,11 +2,10 @@
 
 #include "ReportStore.h"
 #include "WriteResult.h"
+#include "platform/Rgba.h"
 
 #include <QByteArray>
-#include <QColor>
 #include <QDateTime>
-#include <QImage>
 #include <QList>
 #include <QString>
 #include <optional>
@@ -23,8 +22,7 @@ public:
     QString functionTitle;
     QString contents;
     QString fileName;
-    QColor colorTag;
-    QImage reportImage; // chart to attach to an e-mail; never archived
+    Rgba colorTag;
 
     // The record's archive: a CBOR map with "title", "functionTitle", "date"
     // (seconds since 2001-01-01T00:00:00Z), "contents", "fileName" and
@@ -41,7 +39,7 @@ public:
 
     // Reads "#RRGGBB": skips the first character, reads hex digits up to the
     // first other character, keeps the low 24 bits (saturating at 32 bits).
-    static QColor colorFromHexString(const QString& hex);
+    static Rgba colorFromHexString(const QString& hex);
 
     // Puts the record at the head of the stored "reports" list, in one
     // transaction. The list must exist already (the report list creates it):

@@ -5,17 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QFontDatabase>
-#include <QGuiApplication>
-#include <QImage>
 #include <QLocale>
-#include <QPageLayout>
-#include <QPageSize>
-#include <QPdfWriter>
-#include <QTextCursor>
-#include <QTextDocument>
-#include <QTextImageFormat>
-#include <QUrl>
 
 namespace ReportPdf {
 
@@ -42,45 +32,30 @@ QString chartPathFor(const QString& textPath)
     return QFileInfo::exists(chart) ? chart : QString();
 }
 
+namespace {
+
+Layout& installedLayout()
+{
+    static Layout layout = nullptr;
+    return layout;
+}
+
+} // namespace
+
+void setLayout(Layout layout)
+{
+    installedLayout() = layout;
+}
+
+bool canWrite()
+{
+    return installedLayout() != nullptr;
+}
+
 bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath)
 {
-    // Laying out text needs fonts, and fonts need a GUI application.
-    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-        return false;
-    QPdfWriter writer(device);
-    writer.setCreator(QStringLiteral("Tallyvane"));
-    writer.setTitle(text.section(QLatin1Char('\n'), 0, 0));
-    writer.setPageLayout(
-        QPageLayout(QPageSize(page == Page::Letter ? QPageSize::Letter : QPageSize::A4),
-                    QPageLayout::Portrait, QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter));
-    writer.setResolution(300);
-
-    QTextDocument document;
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixed.setPointSizeF(10);
-    document.setDefaultFont(fixed);
-    QTextCursor cursor(&document);
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    QTextCharFormat heading;
-    heading.setFontWeight(QFont::Bold);
-    heading.setFontPointSize(14);
-    cursor.insertText(lines.value(0), heading);
-    cursor.insertText(QStringLiteral("\n"), QTextCharFormat());
-    cursor.insertText(lines.mid(1).join(QLatin1Char('\n')), QTextCharFormat());
-    const QImage chart = chartPath.isEmpty() ? QImage() : QImage(chartPath);
-    if (!chart.isNull()) {
-        document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("chart")), chart);
-        QTextImageFormat picture;
-        picture.setName(QStringLiteral("chart"));
-        picture.setWidth(400); // points wide: fits A4 and Letter within the margins
-        picture.setHeight(400.0 * chart.height() / chart.width());
-        cursor.insertBlock();
-        cursor.insertImage(picture);
-    }
-    // Without a page size of its own the document is laid out on the
-    // writer's pages, at the fonts' real sizes.
-    document.print(&writer);
-    return true;
+    const Layout layout = installedLayout();
+    return layout && layout(device, text, page == Page::Letter, chartPath);
 }
 
 WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
@@ -106,9 +81,10 @@ WriteResult saveToDocuments(const QString& reportFileName, const QString& text, 
             return WriteResult::failure(
                 QStringLiteral("%1 could not be written: %2.").arg(candidate, file.errorString()));
         }
-        write(&file, text, page, chartPath);
-        const bool ok = file.flush() && file.error() == QFileDevice::NoError;
-        const QString reason = file.errorString();
+        const bool laidOut = write(&file, text, page, chartPath);
+        const bool ok = laidOut && file.flush() && file.error() == QFileDevice::NoError;
+        const QString reason =
+            laidOut ? file.errorString() : QStringLiteral("no PDF writer is available");
         file.close();
         if (!ok || file.size() == 0) {
             file.remove();

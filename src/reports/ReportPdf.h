@@ -18,7 +18,15 @@ enum class Page { A4, Letter };
 Page pageForLocale();
 Page pageNamed(const QString& name, bool* known = nullptr);
 
+// Laying out text needs fonts, which only the GUI layer has: it installs the
+// layout (`letter` false means A4). Without one nothing can be written.
+using Layout = bool (*)(QIODevice* device, const QString& text, bool letter,
+                        const QString& chartPath);
+void setLayout(Layout layout);
+bool canWrite();
+
 // `chart`, when given, goes under the text, as wide as the page allows.
+// False when no layout is installed or it failed.
 bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath = {});
 
 // The chart picture saved with the report whose text file is `textPath`,

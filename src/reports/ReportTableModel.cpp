@@ -55,8 +55,8 @@ QVariant ReportTableModel::data(const QModelIndex& index, int role) const
     case FunctionTitleRole:
         return report.functionTitle;
     case ColorTagRole:
-        return report.colorTag.isValid() ? QVariant(report.colorTag)
-                                         : QVariant(QColor(Qt::transparent));
+        // A colour name, which QML reads into a colour property.
+        return report.colorTag.isValid() ? report.colorTag.name() : QStringLiteral("transparent");
     case FileNameRole:
         return report.fileName;
     case FilePathRole:

@@ -17,7 +17,7 @@ class FakeGraphSource : public QObject,
 public:
     struct Line {
         QString name;
-        QColor color = QColor(0x28, 0xab, 0xe3);
+        Rgba color = Rgba(0x28, 0xab, 0xe3);
         QStringList labels;
         QList<std::optional<double>> values;
         bool fill = false;
@@ -45,7 +45,7 @@ public:
 
     int numberOfLinesToBePlotted() const override { return int(m_lines.size()); }
     int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
-    QColor colorForTheLineWithLineNumber(int line) const override { return m_lines[line].color; }
+    Rgba colorForTheLineWithLineNumber(int line) const override { return m_lines[line].color; }
     double widthForTheLineWithLineNumber(int line) const override { return m_lines[line].width; }
     QString nameForTheLineWithLineNumber(int line) const override { return m_lines[line].name; }
     bool shouldFillGraphWithLineNumber(int line) const override { return m_lines[line].fill; }

@@ -53,14 +53,14 @@ QList<double> tickXs(const GraphLayout& layout)
 
 TEST(GraphLayoutTest, PlotLabelsComeFromTheLineWithMostLabelsFirstOnTies)
 {
-    FakeGraphSource source({{"a", Qt::red, {"x", "y"}, {1, 2}},
-                            {"b", Qt::green, {"p", "q", "r"}, {1, std::nullopt, 3}},
-                            {"c", Qt::blue, {"u", "v", "w"}, {4, 5, 6}}});
+    FakeGraphSource source({{"a", Rgba(255, 0, 0), {"x", "y"}, {1, 2}},
+                            {"b", Rgba(0, 255, 0), {"p", "q", "r"}, {1, std::nullopt, 3}},
+                            {"c", Rgba(0, 0, 255), {"u", "v", "w"}, {4, 5, 6}}});
     const GraphData data = GraphData::fromDataSource(source);
     EXPECT_EQ(data.xAxisArray, QStringList({"p", "q", "r"}));
     ASSERT_EQ(data.legendArray.size(), 3);
     EXPECT_EQ(data.legendArray[2].legendText, "c");
-    EXPECT_EQ(data.legendArray[2].legendColor, QColor(Qt::blue));
+    EXPECT_EQ(data.legendArray[2].legendColor, Rgba(0, 0, 255));
 }
 
 TEST(GraphLayoutTest, GrowthSeriesOnThirteenLabels)
@@ -166,7 +166,7 @@ TEST(GraphLayoutTest, EveryPointLiesAtTheHeightOfItsValueOnTheAxisLabels)
         QStringList labels;
         for (int i = 0; i < c.values.size(); ++i)
             labels << QString::number(i);
-        const GraphLayout l = layoutOf({{"n", Qt::red, labels, c.values}});
+        const GraphLayout l = layoutOf({{"n", Rgba(255, 0, 0), labels, c.values}});
         ASSERT_EQ(l.points[0].size(), c.values.size());
         for (const GraphPoint& point : l.points[0]) {
             // The height the axis gives this value, between its ticks.
@@ -190,7 +190,7 @@ TEST(GraphLayoutTest, EveryPointLiesAtTheHeightOfItsValueOnTheAxisLabels)
 
 TEST(GraphLayoutTest, ZeroRangeGivesInfiniteStepYWithoutCrashing)
 {
-    const GraphLayout l = layoutOf({{"z", Qt::red, {"0", "1", "2"}, {0, 0, 0}}});
+    const GraphLayout l = layoutOf({{"z", Rgba(255, 0, 0), {"0", "1", "2"}, {0, 0, 0}}});
     EXPECT_TRUE(std::isinf(l.stepY));
     for (const GraphYTick& tick : l.yTicks) {
         EXPECT_EQ(tick.text, "0.0");
@@ -203,8 +203,9 @@ TEST(GraphLayoutTest, ZeroRangeGivesInfiniteStepYWithoutCrashing)
 
 TEST(GraphLayoutTest, NullValuesAndUnknownLabelsAreSkipped)
 {
-    const GraphLayout l = layoutOf({{"full", Qt::red, {"a", "b", "c", "d"}, {1, 2, 3, 4}},
-                                    {"gaps", Qt::blue, {"a", "z", "c"}, {9, 5, std::nullopt}}});
+    const GraphLayout l =
+        layoutOf({{"full", Rgba(255, 0, 0), {"a", "b", "c", "d"}, {1, 2, 3, 4}},
+                  {"gaps", Rgba(0, 0, 255), {"a", "z", "c"}, {9, 5, std::nullopt}}});
     EXPECT_EQ(l.maxY, 9.0f);
     ASSERT_EQ(l.points[1].size(), 1);
     EXPECT_NE(l.point({1, 0}), nullptr);
@@ -226,8 +227,9 @@ TEST(GraphLayoutTest, NearestPointByXWithTheEarlierLineOnTies)
 
 TEST(GraphLayoutTest, LegendTakesItsHeightFromThePlot)
 {
-    const GraphLayout l = layoutOf(
-        {{"Alpha", Qt::red, {"0", "1"}, {1, 2}}, {"Beta", Qt::blue, {"0", "1"}, {1, 2}}}, 1, true);
+    const GraphLayout l = layoutOf({{"Alpha", Rgba(255, 0, 0), {"0", "1"}, {1, 2}},
+                                    {"Beta", Rgba(0, 0, 255), {"0", "1"}, {1, 2}}},
+                                   1, true);
     // One row, 5 + 14 + 5 high, centred in the 370 wide frame.
     EXPECT_EQ(l.height, 256);
     EXPECT_EQ(l.legendFrame, QRectF(15, 266, 370, 24));
@@ -238,11 +240,11 @@ TEST(GraphLayoutTest, LegendTakesItsHeightFromThePlot)
 
     // A list puts each entry on its own row; full rows wrap.
     double height = 0;
-    GraphLayout::layoutLegend({{"Alpha", Qt::red}, {"Beta", Qt::blue}}, 1, 370, fixedMeasure,
-                              &height);
-    EXPECT_EQ(height, 5 + 14 + 4 + 14 + 5);
-    GraphLayout::layoutLegend(QList<LegendDataRenderer>(3, {QString(20, 'x'), Qt::red}), 0, 300,
+    GraphLayout::layoutLegend({{"Alpha", Rgba(255, 0, 0)}, {"Beta", Rgba(0, 0, 255)}}, 1, 370,
                               fixedMeasure, &height);
+    EXPECT_EQ(height, 5 + 14 + 4 + 14 + 5);
+    GraphLayout::layoutLegend(QList<LegendDataRenderer>(3, {QString(20, 'x'), Rgba(255, 0, 0)}), 0,
+                              300, fixedMeasure, &height);
     EXPECT_EQ(height, 5 + 14 + 4 + 14 + 5);
 }
 

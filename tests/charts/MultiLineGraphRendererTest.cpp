@@ -159,7 +159,7 @@ TEST_F(RendererTest, EmptyAndFlatChartsPaintWithoutTrouble)
     EXPECT_FALSE(MultiLineGraphRenderer::renderImage(empty, nullptr, {200, 100}).isNull());
 
     // All values 0: no y axis can be placed, but the x labels still show.
-    FakeGraphSource flat({{"flat", line, {"0", "1", "2"}, {0, 0, 0}}});
+    FakeGraphSource flat({{"flat", Rgba(0x28, 0xab, 0xe3), {"0", "1", "2"}, {0, 0, 0}}});
     const QImage image = MultiLineGraphRenderer::renderImage(flat, &flat, {200, 150});
     data = GraphData::fromDataSource(flat);
     layout = MultiLineGraphRenderer::layout(data, style, {200, 150});

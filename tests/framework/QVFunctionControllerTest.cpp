@@ -1,4 +1,5 @@
 #include "TestSupport.h"
+#include "charts/FakeGraphSource.h"
 #include "framework/QVNumericTextField.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
@@ -8,6 +9,7 @@
 #include "reports/ReportTableModel.h"
 
 #include <QDir>
+#include <QImage>
 #include <QSignalSpy>
 
 namespace {
@@ -211,9 +213,10 @@ TEST_F(FunctionControllerTest, AfterAConfirmedSaveMailedFilesStay)
 
 TEST_F(FunctionControllerTest, ChartImageTravelsAsJpegNamedGraphPng)
 {
-    QImage chart(40, 30, QImage::Format_RGB32);
-    chart.fill(Qt::darkCyan);
-    controller.model()->report().reportImage = chart;
+    const FakeGraphSource line({{"line", Rgba(0, 128, 128), {"0", "1"}, {1, 2}}});
+    controller.chart.source = &line;
+    controller.chart.size = QSize(40, 30);
+    controller.chart.devicePixelRatio = 1;
     presenter.script({{"Send Email", ""}});
     controller.exportClicked();
     ASSERT_EQ(mail->messages.size(), 1u);
@@ -222,7 +225,7 @@ TEST_F(FunctionControllerTest, ChartImageTravelsAsJpegNamedGraphPng)
     EXPECT_EQ(image.fileName, "graph.png");
     EXPECT_EQ(image.mimeType, "image/jpeg");
     EXPECT_TRUE(image.data.startsWith("\xff\xd8\xff")) << "JPEG bytes";
-    EXPECT_EQ(QImage::fromData(image.data).size(), chart.size());
+    EXPECT_EQ(QImage::fromData(image.data).size(), QSize(40, 30));
 }
 
 TEST_F(FunctionControllerTest, WithoutMailTheFileStaysAndNothingIsShown)

@@ -69,7 +69,7 @@ TEST_F(FunctionModelTest, ReportFollowsTheRecipeExactly)
     EXPECT_EQ(model->report().title, "Plan A");
     EXPECT_EQ(model->report().date, now);
     EXPECT_EQ(model->report().functionTitle, "Roi");
-    EXPECT_EQ(model->report().colorTag.rgb(), QColor(0x1F, 0xDA, 0x9A).rgb());
+    EXPECT_EQ(model->report().colorTag, Rgba(0x1F, 0xDA, 0x9A));
     EXPECT_EQ(model->report().contents, expected);
     EXPECT_EQ(readDocument(name), expected);
     EXPECT_EQ(announced, QVariantMap({{"filename", name}}));

@@ -41,7 +41,7 @@ TEST_F(FormTest, RoiResultsFollowEveryEdit)
     EXPECT_TRUE(roi.model()->report().contents.startsWith(
         "Financial Report - Return on Investment\nDate: 05-03-2024 14:07\n"));
     EXPECT_EQ(roi.model()->report().fileName, "roi_Plan A_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(roi.model()->report().colorTag.rgb(), QColor(0x1F, 0xDA, 0x9A).rgb());
+    EXPECT_EQ(roi.model()->report().colorTag, Rgba(0x1F, 0xDA, 0x9A));
 }
 
 TEST_F(FormTest, RoiEdgeCases)

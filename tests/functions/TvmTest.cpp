@@ -166,7 +166,7 @@ TEST_F(TvmTest, ChartSeriesAndLabels)
     EXPECT_NEAR(*values[0], 1100, 1e-9);
     EXPECT_NEAR(*values[1], 1210, 1e-9);
     EXPECT_EQ(m->nameForTheLineWithLineNumber(0), "FV");
-    EXPECT_EQ(m->colorForTheLineWithLineNumber(0).rgb(), QColor(0x28, 0xAB, 0xE3).rgb());
+    EXPECT_EQ(m->colorForTheLineWithLineNumber(0), Rgba(0x28, 0xAB, 0xE3));
     EXPECT_EQ(m->typeOfLineToBeDrawnWithLineNumber(0), 2);
     EXPECT_TRUE(m->shouldDrawPointsWithLineNumber(0));
     EXPECT_FALSE(m->shouldFillGraphWithLineNumber(0));
@@ -222,10 +222,7 @@ TEST_F(TvmTest, MailedPictureIsTheChartAsDrawnAfterTheSettingsChange)
     tvm->setChartSize(QSize(300, 200));
     tvm->futureValueClicked();
     const auto drawn = tvm->tvmModel()->dataForYAxisWithLineNumber(0);
-    QByteArray expected;
-    QBuffer buffer(&expected);
-    buffer.open(QIODevice::WriteOnly);
-    tvm->chartImage().save(&buffer, "JPEG", 100);
+    const QByteArray expected = ChartPictures::encode(tvm->reportChart(), "JPEG");
 
     // Mode and frequency change after the solve; the result and the chart
     // on the screen still belong to that solve, and so does the picture.

@@ -1,4 +1,4 @@
-#include "platform/ColorScheme.h"
+#include "gui/ColorScheme.h"
 
 #include <QPalette>
 #include <QSignalSpy>

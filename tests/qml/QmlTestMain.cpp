@@ -1,5 +1,6 @@
 #include "app/QmlPresenter.h"
 #include "framework/QVFunctionModel.h"
+#include "gui/DesktopServices.h"
 #include "platform/AppPaths.h"
 #include "platform/MailComposer.h"
 #include "platform/NotificationCenter.h"
@@ -294,6 +295,7 @@ public slots:
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
         Services::reset();
+        DesktopServices::install();
         QmlPresenter::instance();
     }
     void qmlEngineAvailable(QQmlEngine* engine)

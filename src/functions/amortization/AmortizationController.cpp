@@ -1,7 +1,5 @@
 #include "AmortizationController.h"
 
-#include "charts/MultiLineGraphRenderer.h"
-
 namespace {
 const QString loanAmountField = QStringLiteral("loanAmountField");
 const QString annualRateField = QStringLiteral("annualRateField");
@@ -145,19 +143,15 @@ QVariantMap AmortizationController::scheduleRow(int index) const
             {QStringLiteral("balance"), stringFromDouble(r.balance)}};
 }
 
-void AmortizationController::prepareReportImage()
+ChartPicture AmortizationController::reportChart() const
 {
     AmortizationModel* m = amortizationModel();
-    if (m->schedule.isEmpty()) {
-        m->report().reportImage = QImage();
-        return;
-    }
-    GraphStyle style;
-    style.gridLineColor = QColor(211, 211, 211);
-    style.gridLineWidth = 0.3;
-    style.textFontSize = 12;
-    m->report().reportImage =
-        MultiLineGraphRenderer::renderImage(*m, m, QSize(400, 300), 2.0, style);
+    if (m->schedule.isEmpty())
+        return {};
+    ChartPicture picture;
+    picture.source = m;
+    picture.delegate = m;
+    return picture;
 }
 
 QByteArray AmortizationController::scheduleCsv() const

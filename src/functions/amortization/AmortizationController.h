@@ -37,13 +37,14 @@ public:
         return static_cast<AmortizationModel*>(model());
     }
 
+    // The chart of the balance and the interest, when there is a schedule.
+    ChartPicture reportChart() const override;
+
 signals:
     void scheduleChanged();
 
 protected:
     void connectMvc() override;
-    // The chart as a picture for a mailed report, when there is a schedule.
-    void prepareReportImage() override;
 
 private:
     QStringList frequencyWords() const;

@@ -159,9 +159,9 @@ QList<qsizetype> AmortizationModel::yearEnds() const
     return ends;
 }
 
-QColor AmortizationModel::colorForTheLineWithLineNumber(int line) const
+Rgba AmortizationModel::colorForTheLineWithLineNumber(int line) const
 {
-    return line == 0 ? QColor(0x1F, 0x7A, 0x8C) : QColor(0xE8, 0x5B, 0x4F);
+    return line == 0 ? Rgba(0x1F, 0x7A, 0x8C) : Rgba(0xE8, 0x5B, 0x4F);
 }
 
 QString AmortizationModel::nameForTheLineWithLineNumber(int line) const

@@ -92,7 +92,7 @@ public:
     // year 0 and at the end of every year (or of the last payment).
     int numberOfLinesToBePlotted() const override { return schedule.isEmpty() ? 0 : 2; }
     int typeOfLineToBeDrawnWithLineNumber(int) const override { return 2; }
-    QColor colorForTheLineWithLineNumber(int line) const override;
+    Rgba colorForTheLineWithLineNumber(int line) const override;
     double widthForTheLineWithLineNumber(int) const override { return 1.0; }
     QString nameForTheLineWithLineNumber(int line) const override;
     bool shouldFillGraphWithLineNumber(int) const override { return false; }

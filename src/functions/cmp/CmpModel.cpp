@@ -123,7 +123,7 @@ void CmpModel::createReport(const QVariantMap& userInfo)
     writeReport(userInfo, QStringLiteral("Compound Interest"), QStringLiteral("#F7EAC8"), body);
 }
 
-QColor CmpModel::colorForTheLineWithLineNumber(int) const
+Rgba CmpModel::colorForTheLineWithLineNumber(int) const
 {
     return QVReport::colorFromHexString(chartColor);
 }

@@ -71,7 +71,7 @@ public:
     void createReport(const QVariantMap& userInfo) override;
 
     // The chart's data source and delegate: one line, the yearly balances.
-    QColor colorForTheLineWithLineNumber(int) const override;
+    Rgba colorForTheLineWithLineNumber(int) const override;
     QString nameForTheLineWithLineNumber(int) const override;
     QStringList dataForXAxisWithLineNumber(int) const override;
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override;

@@ -21,7 +21,7 @@ QList<double> NpvChartDataSource::rates() const
     return rates;
 }
 
-QColor NpvChartDataSource::colorForTheLineWithLineNumber(int) const
+Rgba NpvChartDataSource::colorForTheLineWithLineNumber(int) const
 {
     return QVReport::colorFromHexString(QStringLiteral("#DB3340"));
 }

@@ -26,7 +26,7 @@ public:
     // The discount rates of the points, in percent.
     QList<double> rates() const;
 
-    QColor colorForTheLineWithLineNumber(int) const override;
+    Rgba colorForTheLineWithLineNumber(int) const override;
     QString nameForTheLineWithLineNumber(int) const override;
     QStringList dataForXAxisWithLineNumber(int) const override;
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override;

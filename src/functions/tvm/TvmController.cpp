@@ -1,7 +1,6 @@
 #include "TvmController.h"
 
 #include "TvmView.h"
-#include "charts/MultiLineGraphRenderer.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
 
@@ -141,25 +140,20 @@ void TvmController::showGraph()
     redrawChart(true);
 }
 
-void TvmController::prepareReportImage()
+ChartPicture TvmController::reportChart() const
 {
-    // The picture of the chart as it was drawn (its data is kept from the
-    // solve), made only for a mail: solving stays cheap, and the command
-    // line, which has no fonts to draw with, never draws.
-    tvmModel()->report().reportImage = chartShown() ? chartImage() : QImage();
-}
-
-QImage TvmController::chartImage() const
-{
-    // The screen's chart: legend type 1, light grid lines on both axes,
-    // 12-point text, the custom marker.
-    GraphStyle style;
-    style.gridLineColor = QColor(211, 211, 211);
-    style.gridLineWidth = 0.3;
-    style.textFontSize = 12;
-    style.legendViewType = 1;
-    style.showCustomMarkerView = true;
-    return MultiLineGraphRenderer::renderImage(*tvmModel(), tvmModel(), m_chartSize, 2.0, style);
+    // The chart as it was drawn (its data is kept from the solve), drawn
+    // only when a mail or a save asks: solving stays cheap. The screen's
+    // look: legend type 1, light grid lines, 12-point text, the custom marker.
+    if (!chartShown())
+        return {};
+    ChartPicture picture;
+    picture.source = tvmModel();
+    picture.delegate = tvmModel();
+    picture.size = m_chartSize;
+    picture.legendViewType = 1;
+    picture.showCustomMarkerView = true;
+    return picture;
 }
 
 void TvmController::modeClicked()

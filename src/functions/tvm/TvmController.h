@@ -3,7 +3,6 @@
 #include "TvmModel.h"
 #include "framework/QVChartController.h"
 
-#include <QImage>
 #include <QSize>
 
 // The TVM screen: five fields, the mode and frequency buttons, five solve
@@ -39,14 +38,13 @@ public:
     TvmModel* tvmModel() const { return static_cast<TvmModel*>(model()); }
     QObject* chartDataSource() const override { return model(); }
 
-    // The chart as a picture, as it is drawn on screen.
-    QImage chartImage() const;
+    // The chart as it is drawn on screen, when it is shown.
+    ChartPicture reportChart() const override;
 
     static const QList<std::pair<QString, double>>& frequencies();
 
 protected:
     void connectMvc() override;
-    void prepareReportImage() override;
 
 private:
     void setInitialTvmSettings();

@@ -211,7 +211,7 @@ void TvmModel::freezeChart()
     m_chartValues = dataForLastCalculated();
 }
 
-QColor TvmModel::colorForTheLineWithLineNumber(int) const
+Rgba TvmModel::colorForTheLineWithLineNumber(int) const
 {
     return QVReport::colorFromHexString(chartColor);
 }

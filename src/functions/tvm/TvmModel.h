@@ -73,7 +73,7 @@ public:
     void createReport(const QVariantMap& userInfo) override;
 
     // The chart's data source and delegate.
-    QColor colorForTheLineWithLineNumber(int) const override;
+    Rgba colorForTheLineWithLineNumber(int) const override;
     QString nameForTheLineWithLineNumber(int) const override { return m_chartName; }
     QStringList dataForXAxisWithLineNumber(int) const override { return m_chartLabels; }
     QList<std::optional<double>> dataForYAxisWithLineNumber(int) const override

@@ -311,7 +311,7 @@ TEST_F(BlackScholesTest, ReportListsInputsThenPairs)
     EXPECT_EQ(report.contents, expected);
     EXPECT_EQ(report.fileName, "black-scholes_Option A_05-03-2024 14:07_report.txt");
     EXPECT_EQ(report.functionTitle, "Bsm");
-    EXPECT_EQ(report.colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(readDocument(report.fileName), expected);
     EXPECT_EQ(model().reportCreatedNotificationName(), "BlackScholesReportCreatedNotification");
     EXPECT_EQ(model().descriptionName(), "blackscholes_description");

@@ -276,7 +276,7 @@ TEST_F(BondTest, ReportListsInputsThenResults)
                             "\nConvexity: " + local("73.629") + "\n");
     EXPECT_EQ(model().report().fileName, "bond_Muni_05-03-2024 14:07_report.txt");
     EXPECT_EQ(model().report().functionTitle, "Bond");
-    EXPECT_EQ(model().report().colorTag.rgb(), QColor(0xE8, 0xB7, 0x1A).rgb());
+    EXPECT_EQ(model().report().colorTag, Rgba(0xE8, 0xB7, 0x1A));
     EXPECT_EQ(readDocument(model().report().fileName), contents);
     EXPECT_GT(view->descriptionHtml().size(), 500);
 }

@@ -163,7 +163,7 @@ TEST_F(CapmTest, ReportShowsTheValuesOfTheLastSolve)
     EXPECT_EQ(report.contents, expected);
     EXPECT_EQ(report.fileName, "capm_Acme_05-03-2024 14:07_report.txt");
     EXPECT_EQ(report.functionTitle, "Capm");
-    EXPECT_EQ(report.colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(readDocument(report.fileName), expected);
     EXPECT_EQ(model().reportRequestedNotificationName(), "CapmReportRequestedNotification");
     EXPECT_GT(view->descriptionHtml().size(), 500);

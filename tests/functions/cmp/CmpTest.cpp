@@ -198,7 +198,7 @@ TEST_F(CmpTest, ReportRepeatsTheTotalPrincipalLabelForTheInterest)
                                    d + "234\nBalance: 2295" + d + "234\nAPY: 6" + d + "168%\n");
     EXPECT_EQ(report.fileName, "cmp_Savings_05-03-2024 14:07_report.txt");
     EXPECT_EQ(report.functionTitle, "Cmp");
-    EXPECT_EQ(report.colorTag.rgb(), QColor(0xF7, 0xEA, 0xC8).rgb());
+    EXPECT_EQ(report.colorTag, Rgba(0xF7, 0xEA, 0xC8));
     EXPECT_EQ(readDocument(report.fileName), report.contents);
 }
 

@@ -171,7 +171,7 @@ TEST_F(ConstGrowthTest, ReportListsTheInputsAndThePrice)
                                 local("51.5") + "\n");
     EXPECT_EQ(report.title, "Utility");
     EXPECT_EQ(report.functionTitle, "Const-Gr");
-    EXPECT_EQ(report.colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(report.fileName, "const-growth_Fresh_05-03-2024 14:07_report.txt_Utility_"
                                "05-03-2024 14:07_report.txt");
     EXPECT_EQ(readDocument(report.fileName), report.contents);

@@ -298,7 +298,7 @@ TEST_F(ExpReturnTest, Report)
         "Financial Report - Expected Return\nDate: 05-03-2024 14:07\n"));
     EXPECT_EQ(model->report().fileName, "expected-return_Plan A_05-03-2024 14:07_report.txt");
     EXPECT_EQ(model->report().functionTitle, "Exp");
-    EXPECT_EQ(model->report().colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(model->report().colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(readDocument(model->report().fileName), model->report().contents);
 }
 

@@ -222,7 +222,7 @@ TEST_F(NoncGrowthTest, ReportCarriesTheConstantGrowthHeading)
         "Financial Report - Constant Growth\nDate: 05-03-2024 14:07\n"));
     EXPECT_EQ(model->report().fileName, "nonconst-growth_Plan A_05-03-2024 14:07_report.txt");
     EXPECT_EQ(model->report().functionTitle, "Nonc-Gr");
-    EXPECT_EQ(model->report().colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(model->report().colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(readDocument(model->report().fileName), model->report().contents);
 
     // A fractional period lists every period begun.

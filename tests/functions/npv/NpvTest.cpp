@@ -285,7 +285,7 @@ TEST_F(NpvTest, ReportCarriesTheCompoundInterestHeading)
         "Financial Report - Compound Interest\nDate: 05-03-2024 14:07\n"));
     EXPECT_EQ(model->report().fileName, "npv_Plan A_05-03-2024 14:07_report.txt");
     EXPECT_EQ(model->report().functionTitle, "Npv");
-    EXPECT_EQ(model->report().colorTag.rgb(), QColor(0xDB, 0x33, 0x40).rgb());
+    EXPECT_EQ(model->report().colorTag, Rgba(0xDB, 0x33, 0x40));
 }
 
 TEST_F(NpvTest, ChartFollowsTheResults)

@@ -105,7 +105,7 @@ TEST_F(PeriodReturnTest, ReportListsInputsAndReturn)
                                 "\nEnding Value: " + local("52.75") + "\nIncome: " + local("1.2") +
                                 "\nHPR: " + local("11.237") + "%\n");
     EXPECT_EQ(report.functionTitle, "Hpr");
-    EXPECT_EQ(report.colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(report.fileName, "period-return__05-03-2024 14:07_report.txt_Shares_"
                                "05-03-2024 14:09_report.txt");
     EXPECT_EQ(readDocument(report.fileName), report.contents);

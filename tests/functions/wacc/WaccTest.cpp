@@ -112,7 +112,7 @@ TEST_F(WaccTest, ReportListsInputsAndResult)
     EXPECT_EQ(report.contents, expected);
     EXPECT_EQ(report.fileName, "wacc__05-03-2024 14:07_report.txt") << "an empty title";
     EXPECT_EQ(report.functionTitle, "Wacc");
-    EXPECT_EQ(report.colorTag.rgb(), QColor(0x35, 0x44, 0x58).rgb());
+    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(readDocument(report.fileName), expected);
     EXPECT_EQ(screen->waccModel()->reportCreatedNotificationName(),
               "WaccReportCreatedNotification");

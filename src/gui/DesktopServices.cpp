@@ -1,0 +1,72 @@
+#include "gui/DesktopServices.h"
+
+#include "charts/MultiLineGraphRenderer.h"
+#include "gui/ReportPdfLayout.h"
+#include "platform/Clipboard.h"
+#include "platform/Services.h"
+#include "reports/ReportPdf.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QGuiApplication>
+
+namespace {
+
+bool hasDesktop()
+{
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) &&
+           QGuiApplication::platformName() != QLatin1String("offscreen") &&
+           QGuiApplication::platformName() != QLatin1String("minimal");
+}
+
+QByteArray encodeChart(const ChartPicture& picture, const char* format)
+{
+    const QImage image = DesktopServices::chartImage(picture);
+    if (image.isNull())
+        return QByteArray();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    // JPEG at full quality, so the mailed picture keeps its thin lines
+    // sharp; PNG at its default compression (it is lossless anyway).
+    const int quality = qstricmp(format, "JPEG") == 0 ? 100 : -1;
+    if (!image.save(&buffer, format, quality))
+        return QByteArray();
+    return bytes;
+}
+
+} // namespace
+
+bool DesktopUrlOpener::openUrl(const QUrl& url)
+{
+    return hasDesktop() && QDesktopServices::openUrl(url);
+}
+
+QImage DesktopServices::chartImage(const ChartPicture& picture)
+{
+    // Text needs fonts, and fonts need a GUI application.
+    if (picture.isEmpty() || !qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return QImage();
+    GraphStyle style;
+    style.gridLineColor = toQColor(picture.gridLineColor);
+    style.gridLineWidth = picture.gridLineWidth;
+    style.textFontSize = picture.textFontSize;
+    style.legendViewType = picture.legendViewType;
+    style.showCustomMarkerView = picture.showCustomMarkerView;
+    return MultiLineGraphRenderer::renderImage(*picture.source, picture.delegate, picture.size,
+                                               picture.devicePixelRatio, style);
+}
+
+void DesktopServices::install()
+{
+    Services::setUrlOpener(std::make_shared<DesktopUrlOpener>());
+    Clipboard::setHandler([](const QString& text) {
+        if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+            return;
+        if (QClipboard* clipboard = QGuiApplication::clipboard())
+            clipboard->setText(text);
+    });
+    ChartPictures::setEncoder(encodeChart);
+    ReportPdf::setLayout(layOutReportPdf);
+}

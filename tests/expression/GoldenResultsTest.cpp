@@ -12,8 +12,6 @@
 #include <QFile>
 #include <QTextStream>
 #include <bit>
-#include <cstdint>
-#include <cstdlib>
 
 namespace {
 

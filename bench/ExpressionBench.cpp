@@ -2,12 +2,18 @@
 // against muparser (SetExpr + Eval on a reused parser) on the same set.
 // The last line reads "ratio muparser/tallyvane: R", R being the ratio of
 // the two medians over the set.
+//
+// `expression_bench --count tallyvane|muparser REPS` skips the harness: it
+// evaluates every expression once to warm up, then REPS more times, and
+// prints the number of expressions. Instruction counts of two REPS values
+// (bench/expression_instructions.sh) then give the cost of one evaluation.
 #include "AllocationCounter.h"
 #include "expression/EPExpression.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <muParser.h>
 #include <numbers>
@@ -86,10 +92,42 @@ double median(std::vector<double> values)
     return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
 }
 
+// Evaluates each expression 1 + reps times with one engine, outside the
+// benchmark harness.
+int countRuns(const std::string& engine, int reps)
+{
+    double sum = 0;
+    if (engine == "tallyvane") {
+        std::vector<QString> texts;
+        for (const std::string& text : expressions)
+            texts.push_back(QString::fromStdString(text));
+        for (int rep = 0; rep <= reps; ++rep)
+            for (const QString& text : texts)
+                sum += numberByParsingExpression(text).value_or(0.0);
+    } else if (engine == "muparser") {
+        mu::Parser parser;
+        parser.DefineConst("pi", std::numbers::pi);
+        for (int rep = 0; rep <= reps; ++rep) {
+            for (const std::string& text : expressions) {
+                parser.SetExpr(text);
+                sum += parser.Eval();
+            }
+        }
+    } else {
+        std::fprintf(stderr, "unknown engine %s: tallyvane or muparser\n", engine.c_str());
+        return 2;
+    }
+    benchmark::DoNotOptimize(sum);
+    std::printf("expressions: %zu\n", expressions.size());
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    if (argc == 4 && std::string(argv[1]) == "--count")
+        return countRuns(argv[2], std::atoi(argv[3]));
     for (size_t i = 0; i < expressions.size(); ++i) {
         const std::string& text = expressions[i];
         const QString qtext = QString::fromStdString(text);

@@ -1,7 +1,5 @@
 #include "EPExpression.h"
 
-#include <array>
-#include <cstddef>
 #include <numbers>
 
 namespace {
@@ -315,28 +313,4 @@ std::optional<EPAnyToken> EPStandardFunctionSource::functionTokenForName(QString
     if (sameText(name, u"sqrt"))
         return make(EPSqrtFunction());
     return std::nullopt;
-}
-
-// The entry point.
-
-std::optional<double> numberByParsingExpression(QStringView text,
-                                                const QHash<QString, double>* variables)
-{
-    // Typical keypad lines fit in this buffer, so evaluating one needs no
-    // heap memory at all; longer ones spill over to the heap.
-    alignas(std::max_align_t) std::array<std::byte, 16384> buffer;
-    std::pmr::monotonic_buffer_resource arena(buffer.data(), buffer.size());
-
-    const EPDictionaryVariableSource variableSource(variables);
-    const EPStandardFunctionSource functionSource;
-    EPTokenString tokens(&arena);
-    if (!tokens.initWithExpression(text, variableSource, functionSource))
-        return std::nullopt;
-    EPExpression expression(&arena);
-    if (!expression.initWithTokenString(tokens))
-        return std::nullopt;
-    const std::optional<EPNumericalToken> value = expression.evaluateToToken();
-    if (!value)
-        return std::nullopt;
-    return value->doubleValue();
 }

@@ -90,5 +90,7 @@ public:
 
 // Evaluates a keypad expression; nothing when the text is not a valid
 // expression. Impossible maths (1/0, sqrt(-1)) gives infinities and NaN.
+// Gives exactly what EPTokenString and EPExpression give, in one pass over
+// the text (EPEvaluator.cpp).
 std::optional<double> numberByParsingExpression(QStringView text,
                                                 const QHash<QString, double>* variables = nullptr);

@@ -1,6 +1,7 @@
 #include "EPToken.h"
 
 #include "DecimalDigit.h"
+#include "DecimalText.h"
 
 #include <QVarLengthArray>
 #include <QtGlobal>
@@ -31,61 +32,6 @@ std::optional<EPNumericalToken> unary(const EPToken& operand, auto fn)
     if (!operand.hasDoubleValue())
         return std::nullopt;
     return EPNumericalToken(fn(operand.doubleValue()));
-}
-
-// Numbers of at most 15 significant digits and 22 decimals convert exactly
-// with one correctly rounded division: both the digits and the power of ten
-// are exact doubles. (std::from_chars is far slower on this library.)
-std::optional<double> exactShortDecimal(const char* text, qsizetype length)
-{
-    static constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    qint64 mantissa = 0;
-    int digits = 0;
-    int decimals = 0;
-    bool afterPoint = false;
-    const bool negative = length > 0 && text[0] == '-';
-    for (qsizetype i = negative ? 1 : 0; i < length; ++i) {
-        if (text[i] == '.') {
-            afterPoint = true;
-            continue;
-        }
-        if (mantissa == 0 && text[i] == '0') {
-            decimals += afterPoint ? 1 : 0; // leading zeros are not significant
-        } else {
-            if (++digits > 15)
-                return std::nullopt;
-            mantissa = mantissa * 10 + (text[i] - '0');
-            decimals += afterPoint ? 1 : 0;
-        }
-        if (decimals > 22)
-            return std::nullopt;
-    }
-    const double value = double(mantissa) / powersOfTen[decimals];
-    return negative ? -value : value;
-}
-
-// The value of a checked number text, already spelt in ASCII ("-" only
-// first, at most one ".", digits): 0 when it has no digit, an infinity when
-// it is too large for a double, 0 when too small.
-double asciiDecimal(const QVarLengthArray<char, 128>& ascii, bool integerNonZero)
-{
-    bool seenDigit = false;
-    for (char c : ascii)
-        seenDigit = seenDigit || (c >= '0' && c <= '9');
-    if (!seenDigit)
-        return 0.0;
-    if (const std::optional<double> quick = exactShortDecimal(ascii.data(), ascii.size()))
-        return *quick;
-    double value = 0.0;
-    const auto result =
-        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
-    if (result.ec == std::errc::result_out_of_range) {
-        const double magnitude = integerNonZero ? HUGE_VAL : 0.0;
-        return ascii.front() == '-' ? -magnitude : magnitude;
-    }
-    return result.ec == std::errc() ? value : 0.0;
 }
 
 } // namespace
@@ -175,7 +121,7 @@ bool EPNumericalToken::initWithString(QStringView text)
         }
         ++i;
     }
-    m_doubleValue = asciiDecimal(ascii, integerNonZero);
+    m_doubleValue = asciiDecimal(ascii.data(), ascii.size(), integerNonZero);
     return true;
 }
 

@@ -111,6 +111,22 @@ EPTokenString::tokenFromString(QStringView text, const EPTokenStringVariableSour
     return std::nullopt;
 }
 
+std::optional<EPTokenString::WordTokens>
+EPTokenString::tokensForWord(QStringView word, const EPTokenStringVariableSource& variables,
+                             const EPTokenStringFunctionSource& functions)
+{
+    if (std::optional<EPAnyToken> token = tokenFromString(word, variables, functions))
+        return WordTokens{std::move(*token), std::nullopt};
+    // A number written straight before a function name, as the keys type it
+    // ("2" then "sin(" gives the word "2sin"), is the number and the
+    // function side by side, which the evaluator multiplies. Only function
+    // names split off: "2pi" stays one unknown word.
+    std::optional<std::pair<EPAnyToken, EPAnyToken>> pair = numberAndFunction(word, functions);
+    if (!pair)
+        return std::nullopt;
+    return WordTokens{std::move(pair->first), std::move(pair->second)};
+}
+
 bool EPTokenString::initWithExpression(QStringView expression,
                                        const EPTokenStringVariableSource& variables,
                                        const EPTokenStringFunctionSource& functions)
@@ -128,25 +144,14 @@ bool EPTokenString::initWithExpression(QStringView expression,
     const auto flushWord = [&]() {
         if (word.isEmpty())
             return true;
-        const QStringView text(word.constData(), word.size());
-        std::optional<EPAnyToken> token = tokenFromString(text, variables, functions);
-        if (!token) {
-            // A number written straight before a function name, as the
-            // keys type it ("2" then "sin(" gives the word "2sin"), is the
-            // number and the function side by side, which the evaluator
-            // multiplies. Only function names split off: "2pi" stays one
-            // unknown word.
-            std::optional<std::pair<EPAnyToken, EPAnyToken>> pair =
-                numberAndFunction(text, functions);
-            word.clear();
-            if (!pair)
-                return false;
-            m_tokenArray.push_back(std::move(pair->first));
-            m_tokenArray.push_back(std::move(pair->second));
-            return true;
-        }
+        std::optional<WordTokens> tokens =
+            tokensForWord(QStringView(word.constData(), word.size()), variables, functions);
         word.clear();
-        m_tokenArray.push_back(std::move(*token));
+        if (!tokens)
+            return false;
+        m_tokenArray.push_back(std::move(tokens->first));
+        if (tokens->second)
+            m_tokenArray.push_back(std::move(*tokens->second));
         return true;
     };
 

@@ -55,6 +55,17 @@ public:
                                                      const EPTokenStringVariableSource& variables,
                                                      const EPTokenStringFunctionSource& functions);
 
+    // The tokens of one word (blanks already dropped): its token, or a
+    // number and a function when a number is written straight before a
+    // function name ("2sin"); nothing when the word is neither.
+    struct WordTokens {
+        EPAnyToken first;
+        std::optional<EPAnyToken> second;
+    };
+    static std::optional<WordTokens> tokensForWord(QStringView word,
+                                                   const EPTokenStringVariableSource& variables,
+                                                   const EPTokenStringFunctionSource& functions);
+
 private:
     TokenArray m_tokenArray;
 };

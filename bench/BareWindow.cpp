@@ -47,8 +47,7 @@ int main(int argc, char* argv[])
         return 1;
     // As the app: quit from the event loop once the first frame is on screen.
     QObject::connect(
-        window, &QQuickWindow::frameSwapped, &app,
-        [] { QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); }); },
-        Qt::SingleShotConnection);
+        window, &QQuickWindow::frameSwapped, &app, [] { QCoreApplication::exit(0); },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     return app.exec();
 }

@@ -85,7 +85,8 @@ int main(int argc, char* argv[])
     for (int round = 0; round < rounds; ++round)
         for (int index : {0, 1, 2, 3})
             again.push_back(showTab(window, index));
-    if (std::count(first.begin(), first.end(), -1.0) || std::count(again.begin(), again.end(), -1.0)) {
+    if (std::count(first.begin(), first.end(), -1.0) ||
+        std::count(again.begin(), again.end(), -1.0)) {
         std::fprintf(stderr, "tab_switch_bench: a tab switch showed no frame\n");
         return 1;
     }

@@ -19,9 +19,8 @@
 void quitAfterFirstFrame(QQuickWindow* window)
 {
     QObject::connect(
-        window, &QQuickWindow::frameSwapped, qApp,
-        [] { QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(0); }); },
-        Qt::SingleShotConnection);
+        window, &QQuickWindow::frameSwapped, qApp, [] { QCoreApplication::exit(0); },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 ScreenshotDriver::ScreenshotDriver(QQuickWindow* window, const QString& directory, QObject* parent)

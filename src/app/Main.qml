@@ -16,14 +16,20 @@ ApplicationWindow {
     readonly property alias reportsStackView: reportsStack
     readonly property alias aboutStackView: aboutStack
     readonly property alias catalogue: catalogueComponent
-    readonly property alias supportPage: supportComponent
-    readonly property alias infoPage: infoComponent
-    readonly property alias helpDetailPage: helpDetailComponent
+    readonly property url supportPage: page("app/about/SupportPage.qml")
+    readonly property url infoPage: page("app/about/InfoPage.qml")
+    readonly property url helpDetailPage: page("calculator/CalculatorHelpDetailPage.qml")
 
     // Each tab's first page is made when the tab is first shown, or a moment
     // after start-up for the tabs not yet visited: the first frame only
-    // waits for the shown tab.
-    readonly property var tabPages: [catalogueComponent, calculatorPageComponent, reportListComponent, aboutPageComponent]
+    // waits for the shown tab. Pages other than the first tab's are named by
+    // their file, so start-up does not even load their types.
+    readonly property var tabPages: [catalogueComponent, page("calculator/CalculatorPage.qml"), page("reports/ReportListPage.qml"), page("app/about/AboutPage.qml")]
+
+    // The address of a page of this module, by its path in the module.
+    function page(path) {
+        return Qt.resolvedUrl("../" + path);
+    }
 
     function ensureTab(index) {
         const stack = stacks[index];
@@ -33,15 +39,21 @@ ApplicationWindow {
             "reports": reportsModel
         } : {}, StackView.Immediate);
         if (index === 1) {
-            page.historyRequested.connect(() => calculatorStack.push(historyComponent, {
+            page.historyRequested.connect(() => calculatorStack.push(window.page("calculator/CalculatorHistoryPage.qml"), {
                 "calculator": page.controller
             }));
-            page.helpRequested.connect(() => calculatorStack.push(helpComponent));
+            page.helpRequested.connect(() => {
+                const help = calculatorStack.push(window.page("calculator/CalculatorHelpPage.qml"));
+                help.topicChosen.connect((title, source) => calculatorStack.push(window.helpDetailPage, {
+                    "title": title,
+                    "source": source
+                }));
+            });
         } else if (index === 2) {
             page.reportChosen.connect(filePath => openReport(filePath));
         } else if (index === 3) {
-            page.supportRequested.connect(() => aboutStack.push(supportComponent));
-            page.pageRequested.connect((title, source) => aboutStack.push(infoComponent, {
+            page.supportRequested.connect(() => aboutStack.push(window.supportPage));
+            page.pageRequested.connect((title, source) => aboutStack.push(window.infoPage, {
                 "title": title,
                 "source": source
             }));
@@ -56,38 +68,46 @@ ApplicationWindow {
     // Pushes the screen known by `identifier` onto the Functions stack.
     function openScreen(identifier, title) {
         const screens = {
-            "TvmController": tvmComponent,
-            "RoiController": roiComponent,
-            "TipController": tipComponent,
-            "BondController": bondComponent,
-            "NpvController": npvComponent,
-            "CmpController": cmpComponent,
-            "ConstGrowthController": constGrowthComponent,
-            "ExpReturnController": expReturnComponent,
-            "NoncGrowthController": noncGrowthComponent,
-            "BlackScholesController": blackScholesComponent,
-            "CapmController": capmComponent,
-            "WaccController": waccComponent,
-            "PeriodReturnController": periodReturnComponent,
-            "StockTableController": stockListComponent,
-            "RateConversionController": rateConversionComponent,
-            "BreakevenController": breakevenComponent,
-            "DepreciationController": depreciationComponent,
-            "AmortizationController": amortizationComponent,
-            "DatedCashFlowsController": datedCashFlowsComponent,
-            "LoansTableController": loansListComponent
+            "TvmController": "functions/tvm/TvmView.qml",
+            "RoiController": "functions/roi/RoiView.qml",
+            "TipController": "functions/tip/TipView.qml",
+            "BondController": "functions/bond/BondView.qml",
+            "NpvController": "functions/npv/NpvView.qml",
+            "CmpController": "functions/cmp/CmpView.qml",
+            "ConstGrowthController": "functions/constgrowth/ConstGrowthView.qml",
+            "ExpReturnController": "functions/expreturn/ExpReturnView.qml",
+            "NoncGrowthController": "functions/noncgrowth/NoncGrowthView.qml",
+            "BlackScholesController": "functions/blackscholes/BlackScholesView.qml",
+            "CapmController": "functions/capm/CapmView.qml",
+            "WaccController": "functions/wacc/WaccView.qml",
+            "PeriodReturnController": "functions/periodreturn/PeriodReturnView.qml",
+            "RateConversionController": "functions/rateconversion/RateConversionView.qml",
+            "BreakevenController": "functions/breakeven/BreakevenView.qml",
+            "DepreciationController": "functions/depreciation/DepreciationView.qml",
+            "AmortizationController": "functions/amortization/AmortizationView.qml",
+            "DatedCashFlowsController": "functions/datedcashflows/DatedCashFlowsView.qml"
         };
-        const component = screens[identifier];
-        if (component)
-            functionsStack.push(component);
-        else
-            functionsStack.push(comingComponent, {
-                "heading": title
+        // The two lists open further screens themselves.
+        const lists = {
+            "StockTableController": "framework/StockListPage.qml",
+            "LoansTableController": "framework/LoansListPage.qml"
+        };
+        if (screens[identifier]) {
+            functionsStack.push(page(screens[identifier]));
+        } else if (lists[identifier]) {
+            const list = functionsStack.push(page(lists[identifier]));
+            list.calculatorChosen.connect((chosen, chosenTitle) => window.openScreen(chosen, chosenTitle));
+        } else {
+            functionsStack.push(page("app/ComingPage.qml"), {
+                "heading": title,
+                "backText": qsTr("Back"),
+                "blurb": qsTr("This calculator is on its way.")
             });
+        }
     }
 
     function openReport(filePath) {
-        reportsStack.push(reportDetailComponent, {
+        reportsStack.push(page("reports/ReportDetailPage.qml"), {
             "reportFilePath": filePath
         });
     }
@@ -159,10 +179,13 @@ ApplicationWindow {
         onActivated: Qt.quit()
     }
 
-    // Made at start-up: its first load creates the stored reports list, which
-    // has to exist before any calculator saves a report.
+    // Its first load creates the stored reports list, which has to exist
+    // before any calculator saves a report: deferred to just after the first
+    // frame, which then does not wait for the database.
     ReportTableModel {
         id: reportsModel
+
+        deferred: true
     }
 
     footer: TabBar {
@@ -174,7 +197,7 @@ ApplicationWindow {
         // (the stock list, About's pages) keep the tabs.
         visible: {
             const item = window.currentStack.currentItem;
-            return !(item instanceof FunctionScreen || item instanceof ReportDetailPage || item instanceof CalculatorHistoryPage || item instanceof CalculatorHelpPage || item instanceof CalculatorHelpDetailPage);
+            return !(item && item.hidesTabs === true);
         }
         onCurrentIndexChanged: {
             window.ensureTab(currentIndex);
@@ -246,24 +269,6 @@ ApplicationWindow {
     }
 
     Component {
-        id: calculatorPageComponent
-
-        CalculatorPage {}
-    }
-
-    Component {
-        id: reportListComponent
-
-        ReportListPage {}
-    }
-
-    Component {
-        id: aboutPageComponent
-
-        AboutPage {}
-    }
-
-    Component {
         id: catalogueComponent
 
         FunctionCataloguePage {
@@ -272,180 +277,6 @@ ApplicationWindow {
                     window.openScreen(identifier, title);
             }
         }
-    }
-
-    Component {
-        id: tvmComponent
-
-        TvmView {}
-    }
-
-    Component {
-        id: roiComponent
-
-        RoiView {}
-    }
-
-    Component {
-        id: tipComponent
-
-        TipView {}
-    }
-
-    Component {
-        id: bondComponent
-
-        BondView {}
-    }
-
-    Component {
-        id: npvComponent
-
-        NpvView {}
-    }
-
-    Component {
-        id: cmpComponent
-
-        CmpView {}
-    }
-
-    Component {
-        id: blackScholesComponent
-
-        BlackScholesView {}
-    }
-
-    Component {
-        id: capmComponent
-
-        CapmView {}
-    }
-
-    Component {
-        id: waccComponent
-
-        WaccView {}
-    }
-
-    Component {
-        id: expReturnComponent
-
-        ExpReturnView {}
-    }
-
-    Component {
-        id: noncGrowthComponent
-
-        NoncGrowthView {}
-    }
-
-    Component {
-        id: constGrowthComponent
-
-        ConstGrowthView {}
-    }
-
-    Component {
-        id: periodReturnComponent
-
-        PeriodReturnView {}
-    }
-
-    Component {
-        id: rateConversionComponent
-
-        RateConversionView {}
-    }
-
-    Component {
-        id: datedCashFlowsComponent
-
-        DatedCashFlowsView {}
-    }
-
-    Component {
-        id: amortizationComponent
-
-        AmortizationView {}
-    }
-
-    Component {
-        id: depreciationComponent
-
-        DepreciationView {}
-    }
-
-    Component {
-        id: breakevenComponent
-
-        BreakevenView {}
-    }
-
-    Component {
-        id: loansListComponent
-
-        LoansListPage {
-            onCalculatorChosen: (identifier, title) => window.openScreen(identifier, title)
-        }
-    }
-
-    Component {
-        id: stockListComponent
-
-        StockListPage {
-            onCalculatorChosen: (identifier, title) => window.openScreen(identifier, title)
-        }
-    }
-
-    Component {
-        id: comingComponent
-
-        ComingPage {
-            backText: qsTr("Back")
-            blurb: qsTr("This calculator is on its way.")
-        }
-    }
-
-    Component {
-        id: supportComponent
-
-        SupportPage {}
-    }
-
-    Component {
-        id: infoComponent
-
-        InfoPage {}
-    }
-
-    Component {
-        id: historyComponent
-
-        CalculatorHistoryPage {}
-    }
-
-    Component {
-        id: helpComponent
-
-        CalculatorHelpPage {
-            onTopicChosen: (title, source) => calculatorStack.push(helpDetailComponent, {
-                    "title": title,
-                    "source": source
-                })
-        }
-    }
-
-    Component {
-        id: helpDetailComponent
-
-        CalculatorHelpDetailPage {}
-    }
-
-    Component {
-        id: reportDetailComponent
-
-        ReportDetailPage {}
     }
 
     PresenterHost {

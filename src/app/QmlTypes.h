@@ -44,7 +44,11 @@
 #include "reports/ReportTableModel.h"
 
 #include <QObject>
+#include <QQmlContext>
+#include <QQuickWindow>
+#include <QTimer>
 #include <QtQml/qqml.h>
+#include <QtQml/qqmlparserstatus.h>
 
 // Light or dark, following the desktop; AppTheme picks its colours by it.
 struct SystemColorSchemeForeign {
@@ -54,10 +58,39 @@ struct SystemColorSchemeForeign {
     QML_SINGLETON
 };
 
-struct ReportTableModelForeign {
-    Q_GADGET
-    QML_FOREIGN(ReportTableModel)
+// The saved reports as QML makes them: read once the component is complete,
+// or, with `deferred`, in the event loop's first turn after the window's
+// first frame. Reading first creates the store; on a first start that takes
+// long enough to hold the first frame up, and a save needs the user's input,
+// which cannot come before the window is shown.
+class QmlReportTableModel : public ReportTableModel, public QQmlParserStatus {
+    Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(bool deferred MEMBER m_deferred)
     QML_NAMED_ELEMENT(ReportTableModel)
+
+public:
+    explicit QmlReportTableModel(QObject* parent = nullptr) : ReportTableModel(Unloaded{}, parent)
+    {}
+    void classBegin() override {}
+    void componentComplete() override
+    {
+        // Declared in a window's file, the window is its context's object.
+        const QQmlContext* context = qmlContext(this);
+        auto* window = context ? qobject_cast<QQuickWindow*>(context->contextObject()) : nullptr;
+        if (!m_deferred || !window) {
+            loadReportArray();
+            return;
+        }
+        // Queued: the frame may be swapped on the render thread.
+        connect(
+            window, &QQuickWindow::frameSwapped, this,
+            [this] { QTimer::singleShot(0, this, [this] { loadReportArray(); }); },
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
+
+private:
+    bool m_deferred = false;
 };
 
 struct QVFunctionViewForeign {

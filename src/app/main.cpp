@@ -66,7 +66,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setApplicationName(QStringLiteral("Tallyvane"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.quorvex.Tallyvane"));
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/com.quorvex.Tallyvane.svg")));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/window-icon.png")));
     if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
         QQuickStyle::setStyle(QStringLiteral("Basic"));
 

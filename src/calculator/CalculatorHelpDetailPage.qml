@@ -6,6 +6,9 @@ import Tallyvane
 Page {
     id: page
 
+    // This page takes the whole window: the tab bar hides while it is shown.
+    readonly property bool hidesTabs: true
+
     property string source
 
     CalculatorHelpModel {

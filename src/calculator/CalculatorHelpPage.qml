@@ -8,6 +8,9 @@ import Tallyvane
 Page {
     id: page
 
+    // This page takes the whole window: the tab bar hides while it is shown.
+    readonly property bool hidesTabs: true
+
     signal topicChosen(string title, string source)
 
     title: qsTr("Calculator Help")

@@ -10,6 +10,9 @@ import Tallyvane
 Page {
     id: page
 
+    // This page takes the whole window: the tab bar hides while it is shown.
+    readonly property bool hidesTabs: true
+
     property alias calculator: history.calculator
     readonly property alias history: history
 

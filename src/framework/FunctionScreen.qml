@@ -11,6 +11,9 @@ import Tallyvane
 Page {
     id: screen
 
+    // This page takes the whole window: the tab bar hides while it is shown.
+    readonly property bool hidesTabs: true
+
     required property QVFunctionController controller
     readonly property QVFunctionView view: controller.view
     default property alias form: formColumn.data

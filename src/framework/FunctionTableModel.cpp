@@ -37,7 +37,7 @@ QVariant FunctionTableModel::data(const QModelIndex& index, int role) const
     case ImageNameRole:
         return cell.imageName;
     case IconRole:
-        return QStringLiteral("qrc:/icons/%1.svg").arg(cell.imageName);
+        return QStringLiteral("qrc:/icons/%1.png").arg(cell.imageName);
     default:
         return {};
     }

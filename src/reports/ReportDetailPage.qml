@@ -7,6 +7,9 @@ import Tallyvane
 Page {
     id: page
 
+    // This page takes the whole window: the tab bar hides while it is shown.
+    readonly property bool hidesTabs: true
+
     property alias reportFilePath: controller.reportFilePath
     readonly property alias controller: controller
 

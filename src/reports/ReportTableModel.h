@@ -66,6 +66,11 @@ signals:
     void loadErrorChanged();
     void undoChanged();
 
+protected:
+    // For a list that is read later, by a first loadReportArray().
+    struct Unloaded {};
+    ReportTableModel(Unloaded, QObject* parent) : QAbstractListModel(parent) {}
+
 private:
     void setLoadError(const QString& error);
 

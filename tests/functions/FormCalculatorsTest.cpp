@@ -165,7 +165,7 @@ TEST(FunctionCatalogue, EightRowsDispatchedByTitle)
     EXPECT_EQ(FunctionTableModel::rowHeightForListHeight(630), 70);
     EXPECT_TRUE(catalogue.data(catalogue.index(0), FunctionTableModel::IconRole)
                     .toString()
-                    .endsWith("tvm.svg"));
+                    .endsWith("tvm.png"));
 }
 
 } // namespace

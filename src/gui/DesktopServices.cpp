@@ -1,5 +1,6 @@
 #include "gui/DesktopServices.h"
 
+#include "charts/ChartPicture.h"
 #include "charts/MultiLineGraphRenderer.h"
 #include "gui/ReportPdfLayout.h"
 #include "platform/Clipboard.h"
@@ -20,9 +21,27 @@ bool hasDesktop()
            QGuiApplication::platformName() != QLatin1String("minimal");
 }
 
+// The picture as an opaque image at its device pixel ratio.
+QImage chartImage(const ChartPicture& picture)
+{
+    // Text needs fonts, and fonts need a GUI application.
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return QImage();
+    GraphStyle style;
+    style.gridLineColor = toQColor(picture.gridLineColor);
+    style.gridLineWidth = picture.gridLineWidth;
+    style.textFontSize = picture.textFontSize;
+    style.legendViewType = picture.legendViewType;
+    style.showCustomMarkerView = picture.showCustomMarkerView;
+    return MultiLineGraphRenderer::renderImage(*picture.source, picture.delegate, picture.size,
+                                               picture.devicePixelRatio, style);
+}
+
+// Installed as ChartPictures' encoder, which hands over only pictures with a
+// source.
 QByteArray encodeChart(const ChartPicture& picture, const char* format)
 {
-    const QImage image = DesktopServices::chartImage(picture);
+    const QImage image = chartImage(picture);
     if (image.isNull())
         return QByteArray();
     QByteArray bytes;
@@ -41,21 +60,6 @@ QByteArray encodeChart(const ChartPicture& picture, const char* format)
 bool DesktopUrlOpener::openUrl(const QUrl& url)
 {
     return hasDesktop() && QDesktopServices::openUrl(url);
-}
-
-QImage DesktopServices::chartImage(const ChartPicture& picture)
-{
-    // Text needs fonts, and fonts need a GUI application.
-    if (picture.isEmpty() || !qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-        return QImage();
-    GraphStyle style;
-    style.gridLineColor = toQColor(picture.gridLineColor);
-    style.gridLineWidth = picture.gridLineWidth;
-    style.textFontSize = picture.textFontSize;
-    style.legendViewType = picture.legendViewType;
-    style.showCustomMarkerView = picture.showCustomMarkerView;
-    return MultiLineGraphRenderer::renderImage(*picture.source, picture.delegate, picture.size,
-                                               picture.devicePixelRatio, style);
 }
 
 void DesktopServices::install()

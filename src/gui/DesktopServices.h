@@ -1,9 +1,6 @@
 #pragma once
 
-#include "charts/ChartPicture.h"
 #include "platform/UrlOpener.h"
-
-#include <QImage>
 
 // Hands web addresses and files to the desktop. Without a windowing system
 // (offscreen runs) there is no desktop, and nothing opens.
@@ -18,8 +15,5 @@ public:
 namespace DesktopServices {
 
 void install();
-
-// A chart picture drawn as an opaque image at its device pixel ratio.
-QImage chartImage(const ChartPicture& picture);
 
 } // namespace DesktopServices

@@ -1,6 +1,7 @@
 #include "MailComposer.h"
 
 #include "AppPaths.h"
+#include "Services.h"
 #include "UrlOpener.h"
 
 #include <QDir>
@@ -118,7 +119,7 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
             }
             file.close();
             if (result == MailResult::Saved &&
-                !(m_opener && m_opener->openUrl(QUrl::fromLocalFile(path))))
+                !(m_opener ? m_opener : &Services::urlOpener())->openUrl(QUrl::fromLocalFile(path)))
                 result = MailResult::Unopened;
         }
     }

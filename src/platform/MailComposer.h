@@ -44,7 +44,9 @@ public:
 // and opens it with the system's mail program.
 class EmlMailComposer final : public MailComposer {
 public:
-    explicit EmlMailComposer(UrlOpener* opener);
+    // Drafts open with `opener`; without one, with the opener installed in
+    // Services when the draft is written.
+    explicit EmlMailComposer(UrlOpener* opener = nullptr);
     bool canSendMail() const override { return true; }
     void compose(const MailMessage& message, Finished finished) override;
 

@@ -12,8 +12,6 @@ struct Registry {
     std::shared_ptr<MailComposer> mail;
     std::shared_ptr<ReviewPrompt> review;
     std::shared_ptr<UrlOpener> opener;
-    // The default composer opens its drafts with the opener it was made with.
-    bool defaultMail = false;
     Services::Clock clock;
 };
 
@@ -36,10 +34,9 @@ SettingsStore& Services::settings()
 MailComposer& Services::mailComposer()
 {
     auto& r = registry();
-    if (!r.mail) {
-        r.mail = std::make_shared<EmlMailComposer>(&urlOpener());
-        r.defaultMail = true;
-    }
+    // It opens its drafts with whatever opener is installed at the time.
+    if (!r.mail)
+        r.mail = std::make_shared<EmlMailComposer>();
     return *r.mail;
 }
 
@@ -73,7 +70,6 @@ void Services::setSettings(std::shared_ptr<SettingsStore> store)
 void Services::setMailComposer(std::shared_ptr<MailComposer> composer)
 {
     registry().mail = std::move(composer);
-    registry().defaultMail = false;
 }
 
 void Services::setReviewPrompt(std::shared_ptr<ReviewPrompt> prompt)
@@ -83,11 +79,7 @@ void Services::setReviewPrompt(std::shared_ptr<ReviewPrompt> prompt)
 
 void Services::setUrlOpener(std::shared_ptr<UrlOpener> opener)
 {
-    // A default composer made with the old opener is made again on next use.
-    auto& r = registry();
-    if (r.defaultMail)
-        r.mail.reset();
-    r.opener = std::move(opener);
+    registry().opener = std::move(opener);
 }
 
 void Services::setClock(Clock clock)

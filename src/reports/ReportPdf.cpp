@@ -84,7 +84,7 @@ WriteResult saveToDocuments(const QString& reportFileName, const QString& text, 
         const bool laidOut = write(&file, text, page, chartPath);
         const bool ok = laidOut && file.flush() && file.error() == QFileDevice::NoError;
         const QString reason =
-            laidOut ? file.errorString() : QStringLiteral("no PDF writer is available");
+            laidOut ? file.errorString() : QStringLiteral("no PDF layout is available");
         file.close();
         if (!ok || file.size() == 0) {
             file.remove();

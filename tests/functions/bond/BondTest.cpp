@@ -1,10 +1,9 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/bond/BondController.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
 
 #include <QElapsedTimer>
-#include <QLocale>
 #include <cmath>
 #include <vector>
 
@@ -63,71 +62,64 @@ void expectRelative(double actual, double expected, double tolerance, const char
         << what << ": " << actual << " vs " << expected;
 }
 
-class BondTest : public HomeTest {
+class BondTest : public ScreenTest<BondController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        bond = std::make_unique<BondController>();
-        bond->setPresenter(&presenter);
-        view = bond->qvFunctionView();
-    }
-    void type(const QString& outlet, const QString& text) { bond->editField(outlet, text); }
-    void choose(const QString& word)
-    {
-        presenter.script({{word, ""}});
-        bond->openChoice("frequencyButton");
-    }
+    void choose(const QString& word) { ScreenTest::choose("frequencyButton", word); }
     // Fills the form, then picks the frequency: by then the screen has
     // computed before, so the word counts.
     void enter(double face, double coupon, double yield, double years, const char* frequency)
     {
-        type("faceValueField", number(face));
-        type("couponRateField", number(coupon));
-        type("yieldToMaturityField", number(yield));
-        type("yearsField", number(years));
+        type("faceValueField", typed(face));
+        type("couponRateField", typed(coupon));
+        type("yieldToMaturityField", typed(yield));
+        type("yearsField", typed(years));
         choose(frequency);
     }
-    static QString number(double value) { return typed(value); }
-    const BondModel& model() const { return *bond->bondModel(); }
+    const BondModel& model() const { return *screen->bondModel(); }
     QStringList labels() const
     {
-        return {view->text("bondValueLabel"), view->text("maculayDurationLabel"),
-                view->text("modifiedDurationLabel"), view->text("convexityLabel")};
+        return texts(
+            {"bondValueLabel", "maculayDurationLabel", "modifiedDurationLabel", "convexityLabel"});
     }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<BondController> bond;
-    QVFunctionView* view = nullptr;
+    // The model against the listed cash flows of whole coupon periods.
+    void expectReference(double face, double coupon, double yield, long periods, int perYear,
+                         double tolerance)
+    {
+        const Reference r = referenceBond(face, coupon, yield, periods, perYear);
+        expectRelative(model().bondValue, r.price, tolerance, "price");
+        expectRelative(model().maculayDuration, r.macaulay, tolerance, "Macaulay duration");
+        expectRelative(model().modifiedDuration, r.modified, tolerance, "modified duration");
+        expectRelative(model().convexity, r.convexity, tolerance, "convexity");
+    }
 };
 
-// Whole coupon periods: the model agrees with the references to 1e-9.
+// Whole coupon periods: the model agrees with the references to 1e-9; a
+// partial year truncates to whole periods.
 TEST_F(BondTest, AgreesWithIndependentReferences)
 {
     struct Row {
         double face, coupon, yield, years;
         const char* frequency;
         int perYear;
+        double tolerance;
         const char* source;
     };
     const Row rows[] = {
-        {1000, 10, 8, 10, "Semiannually", 2, "textbook premium bond, price 1135.90"},
-        {1000, 5, 5, 10, "Annually", 1, "par bond, annual"},
-        {100, 6, 7, 5, "Quarterly", 4, "discount bond, quarterly"},
-        {1000, 4, 3, 30, "Monthly", 12, "long premium bond, monthly"},
-        {1000, 0, 6, 5, "Semiannually", 2, "zero-coupon bond"},
-        {250, 12, 20, 1, "Monthly", 12, "one-year high-yield bond"},
+        {1000, 10, 8, 10, "Semiannually", 2, 1e-9, "textbook premium bond, price 1135.90"},
+        {1000, 5, 5, 10, "Annually", 1, 1e-9, "par bond, annual"},
+        {100, 6, 7, 5, "Quarterly", 4, 1e-9, "discount bond, quarterly"},
+        {1000, 4, 3, 30, "Monthly", 12, 1e-9, "long premium bond, monthly"},
+        {1000, 0, 6, 5, "Semiannually", 2, 1e-9, "zero-coupon bond"},
+        {250, 12, 20, 1, "Monthly", 12, 1e-9, "one-year high-yield bond"},
+        {1000, 8, 6, 2.9, "Annually", 1, 1e-12, "2.9 years: two periods"},
+        {1000, 8, 6, 2.9, "Quarterly", 4, 1e-12, "11.6 quarters: 11 periods"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.source);
         enter(row.face, row.coupon, row.yield, row.years, row.frequency);
         ASSERT_EQ(model().frequencyValue, row.perYear);
-        const long periods = std::lround(row.years * row.perYear);
-        const Reference r = referenceBond(row.face, row.coupon, row.yield, periods, row.perYear);
-        expectRelative(model().bondValue, r.price, 1e-9, "price");
-        expectRelative(model().maculayDuration, r.macaulay, 1e-9, "Macaulay duration");
-        expectRelative(model().modifiedDuration, r.modified, 1e-9, "modified duration");
-        expectRelative(model().convexity, r.convexity, 1e-9, "convexity");
+        const long periods = long(row.years * row.perYear);
+        expectReference(row.face, row.coupon, row.yield, periods, row.perYear, row.tolerance);
         if (row.coupon > 0)
             expectRelative(model().maculayDuration,
                            closedFormMacaulayYears(row.coupon, row.yield, periods, row.perYear),
@@ -152,12 +144,12 @@ TEST_F(BondTest, ScreenShowsThreeDecimalsForEachFrequency)
     type("couponRateField", "5");
     type("yieldToMaturityField", "5");
     type("yearsField", "10");
-    EXPECT_EQ(labels(), QStringList({"1000", local("8.108"), local("7.722"), local("74.998")}));
+    EXPECT_EQ(labels(), locals({"1000", "8.108", "7.722", "74.998"}));
 
     choose("Semiannually");
     EXPECT_EQ(view->text("frequencyButton"), "Semiannually");
     EXPECT_EQ(model().frequencyValue, 2);
-    EXPECT_EQ(labels(), QStringList({"1000", local("7.989"), local("7.795"), local("73.629")}));
+    EXPECT_EQ(labels(), locals({"1000", "7.989", "7.795", "73.629"}));
 
     choose("Cancel");
     EXPECT_EQ(view->text("frequencyButton"), "Semiannually") << "cancel changes nothing";
@@ -190,40 +182,26 @@ TEST_F(BondTest, FirstComputationIsAnnualWhateverTheButtonSays)
 
     // A title that is none of the four words keeps the previous count.
     view->setText("frequencyButton", "Weekly");
-    bond->fieldChanged();
+    screen->fieldChanged();
     EXPECT_EQ(model().frequency, "Weekly");
     EXPECT_EQ(model().frequencyValue, 2);
     choose("Monthly");
     EXPECT_EQ(model().frequencyValue, 12);
 }
 
-TEST_F(BondTest, PartialYearsTruncateToWholePeriods)
-{
-    enter(1000, 8, 6, 2.9, "Annually");
-    const Reference twoYears = referenceBond(1000, 8, 6, 2, 1);
-    expectRelative(model().bondValue, twoYears.price, 1e-12, "price");
-    expectRelative(model().maculayDuration, twoYears.macaulay, 1e-12, "duration");
-    expectRelative(model().convexity, twoYears.convexity, 1e-12, "convexity");
-
-    choose("Quarterly"); // 2.9 years = 11.6 quarters: 11 periods
-    const Reference elevenQuarters = referenceBond(1000, 8, 6, 11, 4);
-    expectRelative(model().bondValue, elevenQuarters.price, 1e-12, "quarterly price");
-    expectRelative(model().maculayDuration, elevenQuarters.macaulay, 1e-12, "quarterly duration");
-}
-
 TEST_F(BondTest, ImpossibleInputsGiveNaNOrInfinity)
 {
     enter(1000, 5, 0, 10, "Annually");
-    EXPECT_EQ(labels(), QStringList({"NaN", "NaN", "NaN", "NaN"})) << "yield 0 divides by zero";
+    EXPECT_EQ(labels(), QStringList(4, "NaN")) << "yield 0 divides by zero";
 
     enter(0, 5, 5, 10, "Annually");
     EXPECT_EQ(view->text("bondValueLabel"), "0");
     EXPECT_EQ(view->text("maculayDurationLabel"), "NaN") << "0 / 0 on a price of 0";
 
-    enter(1000, 5, 5, 0, "Annually");
-    EXPECT_EQ(labels(), QStringList({"1000", "0", "0", "0"})) << "no coupon periods";
-    enter(1000, 5, 5, 0.5, "Annually");
-    EXPECT_EQ(labels(), QStringList({"1000", "0", "0", "0"})) << "half a year, annual coupons";
+    for (const double years : {0.0, 0.5}) {
+        enter(1000, 5, 5, years, "Annually");
+        EXPECT_EQ(labels(), QStringList({"1000", "0", "0", "0"})) << "no coupon periods" << years;
+    }
 
     type("yearsField", "ten");
     EXPECT_EQ(model().years, 0) << "unreadable text is 0";
@@ -255,29 +233,19 @@ TEST_F(BondTest, VeryLongBondsFinishAndApproachThePerpetuity)
     for (double yield : {5.0, 0.001}) {
         SCOPED_TRACE(yield);
         enter(1000, 4, yield, periods, "Annually");
-        const Reference r = referenceBond(1000, 4, yield, long(periods), 1);
-        expectRelative(model().bondValue, r.price, 1e-9, "price");
-        expectRelative(model().maculayDuration, r.macaulay, 1e-9, "Macaulay duration");
-        expectRelative(model().convexity, r.convexity, 1e-9, "convexity");
+        expectReference(1000, 4, yield, long(periods), 1, 1e-9);
     }
 }
 
 TEST_F(BondTest, ReportListsInputsThenResults)
 {
     enter(1000, 5, 5, 10, "Semiannually");
-    bond->sendReportRequestedNotification("Muni");
-    const QString contents = model().report().contents;
-    EXPECT_EQ(contents, "Financial Report - Bond\nDate: 05-03-2024 14:07\n"
-                        "\n-----------------------------\n\n"
-                        "Face Value: 1000\nCoupon Rate: 5%\nYield to Maturity: 5%\nYears: 10\n"
-                        "Frequency: Semiannually\n\n"
-                        "Bond Value: 1000\nMaculay Duration: " +
-                            local("7.989") + "\nModified Duration: " + local("7.795") +
-                            "\nConvexity: " + local("73.629") + "\n");
-    EXPECT_EQ(model().report().fileName, "bond_Muni_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(model().report().functionTitle, "Bond");
-    EXPECT_EQ(model().report().colorTag, Rgba(0xE8, 0xB7, 0x1A));
-    EXPECT_EQ(readDocument(model().report().fileName), contents);
+    screen->sendReportRequestedNotification("Muni");
+    EXPECT_EQ(reportBody(),
+              local("Face Value: 1000\nCoupon Rate: 5%\nYield to Maturity: 5%\nYears: 10\n"
+                    "Frequency: Semiannually\n\nBond Value: 1000\nMaculay Duration: 7.989\n"
+                    "Modified Duration: 7.795\nConvexity: 73.629\n"));
+    expectReport("Bond", "bond_Muni_05-03-2024 14:07_report.txt", "Bond", Rgba(0xE8, 0xB7, 0x1A));
     EXPECT_GT(view->descriptionHtml().size(), 500);
 }
 

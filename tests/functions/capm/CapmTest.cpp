@@ -1,80 +1,41 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/capm/CapmController.h"
 
-#include <QLocale>
 #include <cmath>
 
 namespace {
 
-class CapmTest : public HomeTest {
+class CapmTest : public ScreenTest<CapmController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<CapmController>();
-        screen->setPresenter(&presenter);
-        view = screen->qvFunctionView();
-    }
-    void type(const QString& outlet, const QString& text) { screen->editField(outlet, text); }
     // Fills all four fields: a value for each, the one to solve gets `junk`.
     void fill(double rs, double rm, double rf, double beta, const QString& unknown,
               const QString& junk = QStringLiteral("?"))
     {
         const std::pair<const char*, double> values[] = {
             {"stockReturn", rs}, {"marketReturn", rm}, {"riskFreeRate", rf}, {"beta", beta}};
-        for (const auto& [name, value] : values) {
-            const QString outlet = QLatin1String(name) + QStringLiteral("Field");
-            type(outlet, QLatin1String(name) == unknown ? junk : number(value));
-        }
+        for (const auto& [name, value] : values)
+            type(QLatin1String(name) + QStringLiteral("Field"),
+                 QLatin1String(name) == unknown ? junk : exact(value));
     }
-    static QString number(double value)
+    void solve(double rs, double rm, double rf, double beta, const QString& unknown,
+               const QString& junk = QStringLiteral("?"))
     {
-        return QString::number(value, 'g', 17).replace('.', QLocale().decimalPoint());
+        fill(rs, rm, rf, beta, unknown, junk);
+        screen->solve(unknown);
     }
     const CapmModel& model() const { return *screen->capmModel(); }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<CapmController> screen;
-    QVFunctionView* view = nullptr;
 };
 
-TEST_F(CapmTest, EachButtonSolvesItsFieldFromTheOtherThree)
+// Rs is built from Rf, Rm and beta by the textbook line; each button solves
+// its own field back from the other three, whatever that field held. The
+// first row: Rf 3 %, Rm 8 %, beta 1.2 give Rs = 3 + 1.2 × 5 = 9 %.
+TEST_F(CapmTest, EachButtonInvertsTheSecurityMarketLine)
 {
     EXPECT_EQ(view->title(), "Capm Calculator");
-    EXPECT_EQ(screen->solveButtons(),
-              QStringList({"stockReturn", "marketReturn", "riskFreeRate", "beta"}));
-
-    // Rf 3 %, Rm 8 %, beta 1.2: Rs = 3 + 1.2 × 5 = 9 %.
-    fill(0, 8, 3, 1.2, "stockReturn", "55");
-    screen->solve("stockReturn");
-    EXPECT_NEAR(model().stockReturn, 9, 1e-12);
-    EXPECT_EQ(view->text("stockReturnField"), "9") << "the typed 55 is replaced";
-
-    fill(9, 0, 3, 1.2, "marketReturn");
-    screen->solve("marketReturn");
-    EXPECT_NEAR(model().marketReturn, 8, 1e-12);
-    EXPECT_EQ(view->text("marketReturnField"), "8");
-
-    fill(9, 8, 0, 1.2, "riskFreeRate", "-7");
-    screen->solve("riskFreeRate");
-    EXPECT_NEAR(model().riskFreeRate, 3, 1e-12);
-    EXPECT_EQ(view->text("riskFreeRateField"), "3");
-
-    fill(9, 8, 3, 0, "beta", "");
-    screen->solve("beta");
-    EXPECT_NEAR(model().beta, 1.2, 1e-12);
-    EXPECT_EQ(view->text("betaField"), local("1.2"));
-
-    // The other fields keep their text.
-    EXPECT_EQ(view->text("stockReturnField"), "9");
-    EXPECT_EQ(view->text("marketReturnField"), "8");
-    EXPECT_EQ(view->text("riskFreeRateField"), "3");
-}
-
-// Rs is built from Rf, Rm and beta by the textbook line; solving any one of
-// the four back from the other three gives it again.
-TEST_F(CapmTest, SolvingAnyValueInvertsTheSecurityMarketLine)
-{
+    const QStringList names = screen->solveButtons();
+    ASSERT_EQ(names, QStringList({"stockReturn", "marketReturn", "riskFreeRate", "beta"}));
+    const QString junk[] = {"55", "?", "-7", ""};
+    const char* firstRowShown[] = {"9", "8", "3", "1.2"};
     struct Row {
         double rf, rm, beta;
         const char* what;
@@ -88,15 +49,20 @@ TEST_F(CapmTest, SolvingAnyValueInvertsTheSecurityMarketLine)
         SCOPED_TRACE(row.what);
         const double rs = row.rf + row.beta * (row.rm - row.rf);
         const double expected[] = {rs, row.rm, row.rf, row.beta};
-        const QStringList names = screen->solveButtons();
         for (int i = 0; i < names.size(); ++i) {
             SCOPED_TRACE(names[i].toStdString());
-            fill(rs, row.rm, row.rf, row.beta, names[i]);
-            screen->solve(names[i]);
+            solve(rs, row.rm, row.rf, row.beta, names[i], junk[i]);
             const double solved = model().property(names[i].toLatin1()).toDouble();
             EXPECT_NEAR(solved, expected[i], 1e-12 * (1 + std::abs(expected[i])));
             EXPECT_EQ(view->text(names[i] + "Field"), QVFunctionModel::stringFromDouble(solved));
+            if (&row == rows) {
+                EXPECT_EQ(view->text(names[i] + "Field"), local(firstRowShown[i]));
+            }
         }
+        // The other fields keep their text.
+        EXPECT_EQ(view->text("stockReturnField"), exact(rs));
+        EXPECT_EQ(view->text("marketReturnField"), exact(row.rm));
+        EXPECT_EQ(view->text("riskFreeRateField"), exact(row.rf));
     }
 }
 
@@ -122,20 +88,20 @@ TEST_F(CapmTest, EditsComputeNothingAndShownRoundingFeedsTheNextSolve)
 
 TEST_F(CapmTest, UnguardedDivisionsShowInfinityOrNaN)
 {
-    fill(9, 8, 0, 1, "riskFreeRate");
-    screen->solve("riskFreeRate");
-    EXPECT_EQ(view->text("riskFreeRateField"), "Infinity") << "beta 1: 0.01 / 0";
-    fill(8, 8, 0, 1, "riskFreeRate");
-    screen->solve("riskFreeRate");
-    EXPECT_EQ(view->text("riskFreeRateField"), "NaN") << "beta 1 with Rs = Rm: 0 / 0";
-
-    fill(9, 0, 3, 0, "marketReturn");
-    screen->solve("marketReturn");
-    EXPECT_EQ(view->text("marketReturnField"), "Infinity") << "beta 0";
-
-    fill(2, 5, 5, 0, "beta");
-    screen->solve("beta");
-    EXPECT_EQ(view->text("betaField"), "-Infinity") << "Rm = Rf";
+    struct Row {
+        double rs, rm, rf, beta;
+        const char *unknown, *shown, *why;
+    };
+    const Row rows[] = {
+        {9, 8, 0, 1, "riskFreeRate", "Infinity", "beta 1: 0.01 / 0"},
+        {8, 8, 0, 1, "riskFreeRate", "NaN", "beta 1 with Rs = Rm: 0 / 0"},
+        {9, 0, 3, 0, "marketReturn", "Infinity", "beta 0"},
+        {2, 5, 5, 0, "beta", "-Infinity", "Rm = Rf"},
+    };
+    for (const Row& row : rows) {
+        solve(row.rs, row.rm, row.rf, row.beta, row.unknown);
+        EXPECT_EQ(view->text(QLatin1String(row.unknown) + "Field"), row.shown) << row.why;
+    }
 
     // An empty form: the stock return is 0, beta is 0 / 0.
     for (const char* outlet :
@@ -149,22 +115,14 @@ TEST_F(CapmTest, UnguardedDivisionsShowInfinityOrNaN)
 
 TEST_F(CapmTest, ReportShowsTheValuesOfTheLastSolve)
 {
-    fill(0, 8, 3, 1.2, "stockReturn");
-    screen->solve("stockReturn");
+    solve(0, 8, 3, 1.2, "stockReturn");
     type("betaField", "2"); // not read until the next solve
     screen->sendReportRequestedNotification("Acme");
-    const QVReport& report = model().report();
-    const QString expected = "Financial Report - Capital Asset Pricing Model\n"
-                             "Date: 05-03-2024 14:07\n"
-                             "\n-----------------------------\n\n"
-                             "Exp. Return (Stock): 9%\nExp. Return (Market): 8%\n"
-                             "Risk Free Rate: 3%\nBeta: " +
-                             local("1.2") + "\n";
-    EXPECT_EQ(report.contents, expected);
-    EXPECT_EQ(report.fileName, "capm_Acme_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(report.functionTitle, "Capm");
-    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(readDocument(report.fileName), expected);
+    EXPECT_EQ(reportBody(), "Exp. Return (Stock): 9%\nExp. Return (Market): 8%\n"
+                            "Risk Free Rate: 3%\nBeta: " +
+                                local("1.2") + "\n");
+    expectReport("Capital Asset Pricing Model", "capm_Acme_05-03-2024 14:07_report.txt", "Capm",
+                 Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(model().reportRequestedNotificationName(), "CapmReportRequestedNotification");
     EXPECT_GT(view->descriptionHtml().size(), 500);
 }

@@ -1,7 +1,6 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/constgrowth/ConstGrowthController.h"
 
-#include <QLocale>
 #include <cmath>
 
 namespace {
@@ -21,37 +20,17 @@ double discountedDividends(double nextDividend, double r, double g)
     return value;
 }
 
-class ConstGrowthTest : public HomeTest {
+class ConstGrowthTest : public ScreenTest<ConstGrowthController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<ConstGrowthController>();
-        screen->setPresenter(&presenter);
-        view = screen->qvFunctionView();
-        model = screen->constGrowthModel();
-    }
-    void choose(const QString& word)
-    {
-        presenter.script({{word, ""}});
-        screen->openChoice("dividendTypeButton");
-    }
+    void choose(const QString& word) { ScreenTest::choose("dividendTypeButton", word); }
     void enter(const char* dividend, const char* returnRate, const char* growthRate)
     {
-        screen->editField("dividendField", local(dividend));
-        screen->editField("returnRateField", local(returnRate));
-        screen->editField("growthRateField", local(growthRate));
+        type("dividendField", local(dividend));
+        type("returnRateField", local(returnRate));
+        type("growthRateField", local(growthRate));
     }
-    QString reportBody() const
-    {
-        const QString contents = model->report().contents;
-        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
-    }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<ConstGrowthController> screen;
-    QVFunctionView* view = nullptr;
-    ConstGrowthModel* model = nullptr;
+    QString price() const { return view->text("priceResultLabel"); }
+    const ConstGrowthModel& model() const { return *screen->constGrowthModel(); }
 };
 
 TEST_F(ConstGrowthTest, PriceFromTheCurrentOrTheNextDividend)
@@ -62,18 +41,15 @@ TEST_F(ConstGrowthTest, PriceFromTheCurrentOrTheNextDividend)
     choose("Current (D0)");
     EXPECT_EQ(view->text("dividendTypeButton"), "Current (D0)");
     enter("2", "10", "5");
-    EXPECT_EQ(model->dividendType, "Current (D0)");
-    EXPECT_DOUBLE_EQ(model->price, 42) << "D1 = 2.1";
-    EXPECT_EQ(view->text("priceResultLabel"), "42");
+    EXPECT_EQ(model().dividendType, "Current (D0)");
+    EXPECT_DOUBLE_EQ(model().price, 42) << "D1 = 2.1";
+    EXPECT_EQ(price(), "42");
 
     choose("Next (D1)");
     EXPECT_EQ(view->text("dividendTypeButton"), "Next (D1)");
-    EXPECT_DOUBLE_EQ(model->price, 40) << "the choice recomputes without another edit";
-    EXPECT_EQ(view->text("priceResultLabel"), "40");
-}
+    EXPECT_DOUBLE_EQ(model().price, 40) << "the choice recomputes without another edit";
+    EXPECT_EQ(price(), "40");
 
-TEST_F(ConstGrowthTest, AgreesWithTheDiscountedDividendStream)
-{
     struct Row {
         const char* type;
         double dividend, r, g;
@@ -85,14 +61,14 @@ TEST_F(ConstGrowthTest, AgreesWithTheDiscountedDividendStream)
         SCOPED_TRACE(std::string(row.type) + " r=" + std::to_string(row.r) +
                      " g=" + std::to_string(row.g));
         choose(row.type);
-        screen->editField("dividendField", QLocale().toString(row.dividend));
-        screen->editField("returnRateField", QLocale().toString(row.r));
-        screen->editField("growthRateField", QLocale().toString(row.g));
+        type("dividendField", QLocale().toString(row.dividend));
+        type("returnRateField", QLocale().toString(row.r));
+        type("growthRateField", QLocale().toString(row.g));
         const double g = row.g / 100;
         const double d1 =
             QLatin1String(row.type) == "Next (D1)" ? row.dividend : row.dividend * (1 + g);
         const double expected = discountedDividends(d1, row.r / 100, g);
-        EXPECT_NEAR(model->price, expected, 1e-9 * expected);
+        EXPECT_NEAR(model().price, expected, 1e-9 * expected);
     }
 }
 
@@ -100,8 +76,8 @@ TEST_F(ConstGrowthTest, DividendTypeSheetOffersTwoTypesAndNoCancel)
 {
     EXPECT_EQ(view->text("dividendTypeButton"), ConstGrowthController::unchosenTitle);
     enter("2", "10", "5");
-    EXPECT_EQ(view->text("priceResultLabel"), "0") << "no type chosen: the price is untouched";
-    EXPECT_EQ(model->dividendType, ConstGrowthController::unchosenTitle);
+    EXPECT_EQ(price(), "0") << "no type chosen: the price is untouched";
+    EXPECT_EQ(model().dividendType, ConstGrowthController::unchosenTitle);
 
     choose("Next (D1)");
     ASSERT_EQ(presenter.requests.size(), 1u);
@@ -114,41 +90,41 @@ TEST_F(ConstGrowthTest, DividendTypeSheetOffersTwoTypesAndNoCancel)
     EXPECT_EQ(sheet.actions[0].title, "Current (D0)");
     EXPECT_EQ(sheet.actions[1].title, "Next (D1)");
     EXPECT_FALSE(sheet.actions[0].cancel || sheet.actions[1].cancel);
-    EXPECT_EQ(view->text("priceResultLabel"), "40");
+    EXPECT_EQ(price(), "40");
 
     // A sheet closed without a choice (or answered with a foreign word)
     // changes nothing.
     choose("");
     choose("Cancel");
     EXPECT_EQ(view->text("dividendTypeButton"), "Next (D1)");
-    EXPECT_EQ(view->text("priceResultLabel"), "40");
+    EXPECT_EQ(price(), "40");
 
     // Typing a foreign title into the button stops the pricing: the last
     // price stays on screen.
     view->setText("dividendTypeButton", "Preferred");
-    screen->editField("dividendField", "4");
-    EXPECT_EQ(view->text("priceResultLabel"), "40");
+    type("dividendField", "4");
+    EXPECT_EQ(price(), "40");
 }
 
 TEST_F(ConstGrowthTest, RatesThatMeetOrCross)
 {
-    choose("Current (D0)");
-    enter("2", "5", "5");
-    EXPECT_EQ(view->text("priceResultLabel"), "Infinity");
-    screen->editField("dividendField", "0");
-    EXPECT_EQ(view->text("priceResultLabel"), "NaN");
-    screen->editField("dividendField", "-1");
-    EXPECT_EQ(view->text("priceResultLabel"), "-Infinity");
-
-    choose("Next (D1)");
-    enter("1", "5", "7");
-    EXPECT_EQ(view->text("priceResultLabel"), "-50") << "growth above return is not an error";
-
-    screen->editField("returnRateField", "ten");
-    screen->editField("growthRateField", "");
-    EXPECT_EQ(model->returnRate, 0);
-    EXPECT_EQ(model->growthRate, 0);
-    EXPECT_EQ(view->text("priceResultLabel"), "Infinity") << "unreadable and empty text are 0";
+    struct Row {
+        const char *type, *dividend, *r, *g, *shown;
+    };
+    const Row rows[] = {
+        {"Current (D0)", "2", "5", "5", "Infinity"},
+        {"Current (D0)", "0", "5", "5", "NaN"},
+        {"Current (D0)", "-1", "5", "5", "-Infinity"},
+        {"Next (D1)", "1", "5", "7", "-50"},       // growth above return is not an error
+        {"Next (D1)", "1", "ten", "", "Infinity"}, // unreadable and empty text are 0
+    };
+    for (const Row& row : rows) {
+        choose(row.type);
+        enter(row.dividend, row.r, row.g);
+        EXPECT_EQ(price(), row.shown) << row.dividend << " " << row.r << " " << row.g;
+    }
+    EXPECT_EQ(model().returnRate, 0);
+    EXPECT_EQ(model().growthRate, 0);
 }
 
 TEST_F(ConstGrowthTest, ReportListsTheInputsAndThePrice)
@@ -161,20 +137,15 @@ TEST_F(ConstGrowthTest, ReportListsTheInputsAndThePrice)
     choose("Current (D0)");
     enter("2.5", "8", "3");
     screen->sendReportRequestedNotification("Utility");
-    const QVReport& report = model->report();
-    EXPECT_TRUE(
-        report.contents.startsWith("Financial Report - Constant Growth\nDate: 05-03-2024 14:07\n"
-                                   "\n-----------------------------\n\n"));
     EXPECT_EQ(reportBody(), "Dividend Type: Current (D0)\nDividend: " + local("2.5") +
                                 "\nRequired Rate of Return: 8%\nGrowth Rate: 3%\n"
                                 "Price of Stock: " +
                                 local("51.5") + "\n");
-    EXPECT_EQ(report.title, "Utility");
-    EXPECT_EQ(report.functionTitle, "Const-Gr");
-    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(report.fileName, "const-growth_Fresh_05-03-2024 14:07_report.txt_Utility_"
-                               "05-03-2024 14:07_report.txt");
-    EXPECT_EQ(readDocument(report.fileName), report.contents);
+    EXPECT_EQ(report().title, "Utility");
+    expectReport("Constant Growth",
+                 "const-growth_Fresh_05-03-2024 14:07_report.txt_Utility_"
+                 "05-03-2024 14:07_report.txt",
+                 "Const-Gr", Rgba(0x35, 0x44, 0x58));
 }
 
 } // namespace

@@ -1,54 +1,52 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/periodreturn/PeriodReturnController.h"
 
-#include <QLocale>
 #include <cmath>
 
 namespace {
 
-class PeriodReturnTest : public HomeTest {
+class PeriodReturnTest : public ScreenTest<PeriodReturnController> {
 protected:
-    void SetUp() override
+    void enter(const char* initial, const char* ending, const char* income)
     {
-        HomeTest::SetUp();
-        screen = std::make_unique<PeriodReturnController>();
-        view = screen->qvFunctionView();
-        model = screen->periodReturnModel();
+        type("initialValueField", local(initial));
+        type("endingValueField", local(ending));
+        type("incomeField", local(income));
     }
-    void enter(const QString& initial, const QString& ending, const QString& income)
-    {
-        screen->editField("initialValueField", initial);
-        screen->editField("endingValueField", ending);
-        screen->editField("incomeField", income);
-    }
-    QString reportBody() const
-    {
-        const QString contents = model->report().contents;
-        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
-    }
-
-    std::unique_ptr<PeriodReturnController> screen;
-    QVFunctionView* view = nullptr;
-    PeriodReturnModel* model = nullptr;
+    QString shown() const { return view->text("hprResultLabel"); }
+    const PeriodReturnModel& model() const { return *screen->periodReturnModel(); }
 };
 
 TEST_F(PeriodReturnTest, ReturnFollowsEveryEdit)
 {
     EXPECT_EQ(view->title(), "Holding Period Return");
     EXPECT_TRUE(view->descriptionHtml().contains("holding-period-return"));
-    EXPECT_TRUE(view->text("hprResultLabel").isEmpty()) << "nothing shown before an edit";
+    EXPECT_TRUE(shown().isEmpty()) << "nothing shown before an edit";
+    type("initialValueField", "100");
+    EXPECT_EQ(shown(), "-100%") << "ending value still 0";
+    type("endingValueField", "110");
+    EXPECT_EQ(shown(), "10%");
+    type("incomeField", "5");
+    EXPECT_EQ(shown(), "15%");
 
-    screen->editField("initialValueField", "100");
-    EXPECT_EQ(view->text("hprResultLabel"), "-100%") << "ending value still 0";
-    screen->editField("endingValueField", "110");
-    EXPECT_EQ(view->text("hprResultLabel"), "10%");
-    screen->editField("incomeField", "5");
-    EXPECT_EQ(view->text("hprResultLabel"), "15%");
-
-    enter(local("48.5"), local("52.75"), local("1.2"));
-    EXPECT_EQ(view->text("hprResultLabel"), local("11.237%"));
-    enter("1000", "1000", "3");
-    EXPECT_EQ(view->text("hprResultLabel"), local("0.3%"));
+    struct Row {
+        const char *initial, *ending, *income, *shown, *why;
+    };
+    const Row rows[] = {
+        {"48.5", "52.75", "1.2", "11.237%", ""},
+        {"1000", "1000", "3", "0.3%", ""},
+        {"100", "80", "", "-20%", "a fall, no income"},
+        {"100", "90", "2", "-8%", ""},
+        {"0", "110", "5", "Infinity%", ""},
+        {"0", "-10", "5", "-Infinity%", ""},
+        {"0", "0", "0", "NaN%", ""},
+        {"abc", "110", "5", "Infinity%", "abc is 0"},
+    };
+    for (const Row& row : rows) {
+        enter(row.initial, row.ending, row.income);
+        EXPECT_EQ(shown(), local(row.shown)) << row.initial << " " << row.ending << " " << row.why;
+    }
+    EXPECT_EQ(model().initialValue, 0) << "unreadable text counts as 0";
 }
 
 TEST_F(PeriodReturnTest, AgreesWithTheGrowthFactorOfTheHolding)
@@ -62,29 +60,12 @@ TEST_F(PeriodReturnTest, AgreesWithTheGrowthFactorOfTheHolding)
                         {0.37, 0.41, 0.02}, {1e6, 1.25e6, 3e4}, {-200, -150, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(std::to_string(row.initial) + " -> " + std::to_string(row.ending));
-        enter(typed(row.initial), typed(row.ending), typed(row.income));
+        type("initialValueField", typed(row.initial));
+        type("endingValueField", typed(row.ending));
+        type("incomeField", typed(row.income));
         const double expected = ((row.ending + row.income) / row.initial - 1) * 100;
-        EXPECT_NEAR(model->hpr, expected, 1e-12 * std::max(1.0, std::fabs(expected)));
+        EXPECT_NEAR(model().hpr, expected, 1e-12 * std::max(1.0, std::fabs(expected)));
     }
-}
-
-TEST_F(PeriodReturnTest, LossesAndAZeroStart)
-{
-    enter("100", "80", "");
-    EXPECT_EQ(view->text("hprResultLabel"), "-20%") << "a fall with no income";
-    enter("100", "90", "2");
-    EXPECT_EQ(view->text("hprResultLabel"), "-8%");
-
-    enter("0", "110", "5");
-    EXPECT_EQ(view->text("hprResultLabel"), "Infinity%");
-    enter("0", "-10", "5");
-    EXPECT_EQ(view->text("hprResultLabel"), "-Infinity%");
-    enter("0", "0", "0");
-    EXPECT_EQ(view->text("hprResultLabel"), "NaN%");
-
-    enter("abc", "110", "5");
-    EXPECT_EQ(model->initialValue, 0) << "unreadable text counts as 0";
-    EXPECT_EQ(view->text("hprResultLabel"), "Infinity%");
 }
 
 TEST_F(PeriodReturnTest, ReportListsInputsAndReturn)
@@ -92,23 +73,17 @@ TEST_F(PeriodReturnTest, ReportListsInputsAndReturn)
     screen->sendReportRequestedNotification("");
     EXPECT_EQ(reportBody(), "Initial Value: 0\nEnding Value: 0\nIncome: 0\nHPR: 0%\n")
         << "before any edit";
-    EXPECT_EQ(model->report().fileName, "period-return__05-03-2024 14:07_report.txt");
+    EXPECT_EQ(report().fileName, "period-return__05-03-2024 14:07_report.txt");
 
-    enter(local("48.5"), local("52.75"), local("1.2"));
+    enter("48.5", "52.75", "1.2");
     setNow(fixedNow().addSecs(120));
     screen->sendReportRequestedNotification("Shares");
-    const QVReport& report = model->report();
-    EXPECT_TRUE(report.contents.startsWith(
-        "Financial Report - Holding Period Return\nDate: 05-03-2024 14:09\n"
-        "\n-----------------------------\n\n"));
     EXPECT_EQ(reportBody(), "Initial Value: " + local("48.5") +
                                 "\nEnding Value: " + local("52.75") + "\nIncome: " + local("1.2") +
                                 "\nHPR: " + local("11.237") + "%\n");
-    EXPECT_EQ(report.functionTitle, "Hpr");
-    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(report.fileName, "period-return__05-03-2024 14:07_report.txt_Shares_"
-                               "05-03-2024 14:09_report.txt");
-    EXPECT_EQ(readDocument(report.fileName), report.contents);
+    expectReport("Holding Period Return",
+                 "period-return__05-03-2024 14:07_report.txt_Shares_05-03-2024 14:09_report.txt",
+                 "Hpr", Rgba(0x35, 0x44, 0x58), "05-03-2024 14:09");
 }
 
 } // namespace

@@ -1,7 +1,6 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/wacc/WaccController.h"
 
-#include <QLocale>
 #include <cmath>
 
 namespace {
@@ -20,31 +19,18 @@ double referenceWacc(const Capital& c)
     return equityWeight * c.ke + debtWeight * afterTaxDebt;
 }
 
-class WaccTest : public HomeTest {
+class WaccTest : public ScreenTest<WaccController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<WaccController>();
-        screen->setPresenter(&presenter);
-        view = screen->qvFunctionView();
-    }
-    void type(const QString& outlet, const QString& text) { screen->editField(outlet, text); }
     void enter(const Capital& c)
     {
-        type("costOfEquityField", number(c.ke));
-        type("equityField", number(c.equity));
-        type("costOfDebtField", number(c.kd));
-        type("debtField", number(c.debt));
-        type("corporateTaxRateField", number(c.tax));
+        type("costOfEquityField", typed(c.ke));
+        type("equityField", typed(c.equity));
+        type("costOfDebtField", typed(c.kd));
+        type("debtField", typed(c.debt));
+        type("corporateTaxRateField", typed(c.tax));
     }
-    static QString number(double value) { return typed(value); }
     QString result() const { return view->text("waccResultLabel"); }
     double wacc() const { return screen->waccModel()->weightedAverageCostOfCapital; }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<WaccController> screen;
-    QVFunctionView* view = nullptr;
 };
 
 TEST_F(WaccTest, WeighsEquityAndAfterTaxDebtByValue)
@@ -65,22 +51,21 @@ TEST_F(WaccTest, WeighsEquityAndAfterTaxDebtByValue)
     enter(rows[0]); // 0.6 × 12 + 0.4 × 8 × 0.7
     EXPECT_NEAR(wacc(), 9.44, 1e-12);
     EXPECT_EQ(result(), local("9.44") + "%");
-}
 
-TEST_F(WaccTest, BoundaryStructures)
-{
-    enter({12, 600, 8, 0, 30, ""});
-    EXPECT_DOUBLE_EQ(wacc(), 12) << "no debt: the cost of equity";
-    EXPECT_EQ(result(), "12%");
-
-    enter({12, 0, 8, 400, 30, ""});
-    EXPECT_DOUBLE_EQ(wacc(), 5.6) << "no equity: the after-tax cost of debt";
-
-    enter({12, 600, 8, 400, 100, ""});
-    EXPECT_DOUBLE_EQ(wacc(), 7.2) << "tax rate 100: the debt term vanishes";
-
+    // Boundary structures.
+    const std::pair<Capital, double> bounds[] = {
+        {{12, 600, 8, 0, 30, "no debt: the cost of equity"}, 12},
+        {{12, 0, 8, 400, 30, "no equity: the after-tax cost of debt"}, 5.6},
+        {{12, 600, 8, 400, 100, "tax rate 100: the debt term vanishes"}, 7.2},
+    };
+    for (const auto& [capital, expected] : bounds) {
+        enter(capital);
+        EXPECT_DOUBLE_EQ(wacc(), expected) << capital.what;
+    }
     type("corporateTaxRateField", "");
     EXPECT_DOUBLE_EQ(wacc(), 0.6 * 12 + 0.4 * 8) << "empty tax field: no tax shield";
+    enter(bounds[0].first);
+    EXPECT_EQ(result(), "12%");
 }
 
 TEST_F(WaccTest, NoCapitalGivesNaN)
@@ -101,19 +86,12 @@ TEST_F(WaccTest, ReportListsInputsAndResult)
 {
     enter({12, 600, 8, 400, 30, ""});
     screen->sendReportRequestedNotification("");
-    const QVReport& report = screen->waccModel()->report();
-    const QString expected = "Financial Report - Weighted Average Cost of Capital\n"
-                             "Date: 05-03-2024 14:07\n"
-                             "\n-----------------------------\n\n"
-                             "Cost of Equity: 12%\nEquity: 600\nCost of Debt: 8%\nDebt: 400\n"
-                             "Corporate Tax Rate: 30%\n"
-                             "Weighted Average Cost of Capital: " +
-                             local("9.44") + "%\n";
-    EXPECT_EQ(report.contents, expected);
-    EXPECT_EQ(report.fileName, "wacc__05-03-2024 14:07_report.txt") << "an empty title";
-    EXPECT_EQ(report.functionTitle, "Wacc");
-    EXPECT_EQ(report.colorTag, Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(readDocument(report.fileName), expected);
+    EXPECT_EQ(reportBody(), "Cost of Equity: 12%\nEquity: 600\nCost of Debt: 8%\nDebt: 400\n"
+                            "Corporate Tax Rate: 30%\n"
+                            "Weighted Average Cost of Capital: " +
+                                local("9.44") + "%\n");
+    expectReport("Weighted Average Cost of Capital", "wacc__05-03-2024 14:07_report.txt", "Wacc",
+                 Rgba(0x35, 0x44, 0x58));
     EXPECT_EQ(screen->waccModel()->reportCreatedNotificationName(),
               "WaccReportCreatedNotification");
     EXPECT_GT(view->descriptionHtml().size(), 500);

@@ -59,6 +59,14 @@ protected:
     QVFunctionView* view = nullptr;
 };
 
+// A notification's sender and its whole userInfo.
+inline void expectNotification(const Notification& seen, const QObject* sender,
+                               const QVariantMap& userInfo)
+{
+    EXPECT_EQ(seen.sender.data(), sender);
+    EXPECT_EQ(seen.userInfo, userInfo);
+}
+
 // Decimal texts in the current locale, as local() writes one.
 inline QStringList locals(std::initializer_list<const char*> numbers)
 {

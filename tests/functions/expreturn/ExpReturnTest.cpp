@@ -1,8 +1,6 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/expreturn/ExpReturnController.h"
-#include "platform/NotificationCenter.h"
 
-#include <QLocale>
 #include <QSignalSpy>
 #include <cmath>
 
@@ -10,11 +8,7 @@ namespace {
 
 // Mean and deviation by the moment formula E[X²] − E[X]², written apart
 // from the model's two passes; probabilities as fractions that add up to 1.
-struct Moments {
-    double mean;
-    double deviation;
-};
-Moments moments(const QList<double>& p, const QList<double>& x)
+std::pair<double, double> moments(const QList<double>& p, const QList<double>& x)
 {
     double m1 = 0;
     double m2 = 0;
@@ -25,22 +19,11 @@ Moments moments(const QList<double>& p, const QList<double>& x)
     return {m1, std::sqrt(m2 - m1 * m1)};
 }
 
-// Records the traffic between the form, the table and the model.
-struct TrafficLog : NotificationLog {
-    TrafficLog()
-        : NotificationLog({"PeriodChangedNotification", "RateChangedNotification",
-                           "ResultCalculatedNotification"})
-    {}
-};
-
-class ExpReturnTest : public HomeTest {
+class ExpReturnTest : public ScreenTest<ExpReturnController> {
 protected:
     void SetUp() override
     {
-        HomeTest::SetUp();
-        screen = std::make_unique<ExpReturnController>();
-        screen->setPresenter(&presenter);
-        view = screen->qvFunctionView();
+        ScreenTest::SetUp();
         model = screen->expReturnModel();
         table = screen->table();
     }
@@ -54,26 +37,17 @@ protected:
     // The three states of the textbook example.
     void threeStates()
     {
-        screen->editField("periodField", "3");
+        type("periodField", "3");
         state(0, "30", "20", "10");
         state(1, "40", "10", "5");
         state(2, "30", "-5", "0");
     }
     QStringList labels() const
     {
-        return {view->text("expReturnAResultLabel"), view->text("expReturnBResultLabel"),
-                view->text("standardDeviationAResultLabel"),
-                view->text("standardDeviationBResultLabel")};
-    }
-    QString reportBody() const
-    {
-        const QString contents = model->report().contents;
-        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
+        return texts({"expReturnAResultLabel", "expReturnBResultLabel",
+                      "standardDeviationAResultLabel", "standardDeviationBResultLabel"});
     }
 
-    ScriptedPresenter presenter;
-    std::unique_ptr<ExpReturnController> screen;
-    QVFunctionView* view = nullptr;
     ExpReturnModel* model = nullptr;
     ExpReturnTableController* table = nullptr;
 };
@@ -87,14 +61,14 @@ TEST_F(ExpReturnTest, FreshScreen)
     EXPECT_EQ(model->rates.size(), 100);
     EXPECT_EQ(table->period(), 4.0);
     EXPECT_EQ(table->stateLabelTexts(), QStringList({"1", "2", "3", "4"}));
-    EXPECT_EQ(table->probabilityTexts(), QStringList({"", "", "", ""})) << "zeros show as empty";
-    EXPECT_EQ(table->stockATexts(), QStringList({"", "", "", ""}));
-    EXPECT_EQ(table->stockBTexts(), QStringList({"", "", "", ""}));
+    EXPECT_EQ(table->probabilityTexts(), QStringList(4, "")) << "zeros show as empty";
+    EXPECT_EQ(table->stockATexts(), QStringList(4, ""));
+    EXPECT_EQ(table->stockBTexts(), QStringList(4, ""));
     EXPECT_TRUE(view->text("expReturnAResultLabel").isEmpty()) << "nothing computed yet";
 
     // An all-zero table gives zeros everywhere.
-    screen->editField("periodField", "4");
-    EXPECT_EQ(labels(), QStringList({"0%", "0%", "0%", "0%"}));
+    type("periodField", "4");
+    EXPECT_EQ(labels(), QStringList(4, "0%"));
 }
 
 // Three states with probabilities adding up to 100 %: the model's two passes
@@ -102,16 +76,15 @@ TEST_F(ExpReturnTest, FreshScreen)
 TEST_F(ExpReturnTest, ResultsMatchTheMomentFormula)
 {
     threeStates();
-    const Moments a = moments({0.3, 0.4, 0.3}, {20, 10, -5});
-    const Moments b = moments({0.3, 0.4, 0.3}, {10, 5, 0});
+    const auto [meanA, deviationA] = moments({0.3, 0.4, 0.3}, {20, 10, -5});
     EXPECT_NEAR(model->expectedReturnA, 8.5, 1e-12);
     EXPECT_NEAR(model->expectedReturnB, 5, 1e-12);
-    EXPECT_NEAR(model->expectedReturnA, a.mean, 1e-12);
-    EXPECT_NEAR(model->standardDeviationA, a.deviation, 1e-9);
-    EXPECT_NEAR(model->standardDeviationB, b.deviation, 1e-9);
+    EXPECT_NEAR(model->expectedReturnA, meanA, 1e-12);
+    EXPECT_NEAR(model->standardDeviationA, deviationA, 1e-9);
+    EXPECT_NEAR(model->standardDeviationB, moments({0.3, 0.4, 0.3}, {10, 5, 0}).second, 1e-9);
     EXPECT_NEAR(model->standardDeviationA, 9.7596, 5e-5);
     EXPECT_NEAR(model->standardDeviationB, 3.8730, 5e-5);
-    EXPECT_EQ(labels(), QStringList({local("8.5%"), "5%", local("9.76%"), local("3.873%")}));
+    EXPECT_EQ(labels(), locals({"8.5%", "5%", "9.76%", "3.873%"}));
     EXPECT_EQ(table->probabilityTexts(), QStringList({"30", "40", "30"}));
     EXPECT_EQ(table->stockATexts(), QStringList({"20", "10", "-5"}));
     EXPECT_EQ(table->stockBTexts(), QStringList({"10", "5", ""}));
@@ -128,9 +101,9 @@ TEST_F(ExpReturnTest, ResultsMatchTheMomentFormula)
     EXPECT_NEAR(model->standardDeviationA, std::sqrt(va) * 100, 1e-9);
 
     // One certain state: no spread at all.
-    screen->editField("periodField", "1");
+    type("periodField", "1");
     state(0, "100", local("7.25"), "-3");
-    EXPECT_EQ(labels(), QStringList({local("7.25%"), "-3%", "0%", "0%"}));
+    EXPECT_EQ(labels(), locals({"7.25%", "-3%", "0%", "0%"}));
 }
 
 // The standard deviation A label is filled from "%.@%%": the precision mark
@@ -144,12 +117,9 @@ TEST_F(ExpReturnTest, StandardDeviationALabelReadsLikeTheOthers)
 
     // An overflowing return: the mean is infinite and the deviation NaN.
     table->stockAChanged(0, overflowing());
-    EXPECT_EQ(view->text("expReturnAResultLabel"), "Infinity%");
-    EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
+    EXPECT_EQ(labels().mid(0, 3), QStringList({"Infinity%", "5%", "NaN%"}));
     table->stockAChanged(0, "-" + overflowing());
-    EXPECT_EQ(view->text("expReturnAResultLabel"), "-Infinity%");
-    EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
-    EXPECT_EQ(view->text("expReturnBResultLabel"), "5%") << "B is untouched";
+    EXPECT_EQ(labels().mid(0, 3), QStringList({"-Infinity%", "5%", "NaN%"})) << "B untouched";
 
     EXPECT_EQ(ExpReturnController::stringWithFormat("%.@%%", "12.5"), "12.5%");
     EXPECT_EQ(ExpReturnController::stringWithFormat("%.2@ of %@", "x"), "x of x");
@@ -160,21 +130,16 @@ TEST_F(ExpReturnTest, StandardDeviationALabelReadsLikeTheOthers)
 TEST_F(ExpReturnTest, PeriodEdits)
 {
     QSignalSpy reloads(table, &ExpReturnTableController::reloaded);
-    const auto period = [&](const QString& text) {
-        screen->editField("periodField", text);
-        return std::pair(model->period, table->numberOfRows());
-    };
-    EXPECT_EQ(period(local("2.9")), std::pair(2, 2)) << "truncated";
-    EXPECT_EQ(period("100"), std::pair(2, 2)) << "ignored";
-    EXPECT_EQ(period("0"), std::pair(2, 2));
-    EXPECT_EQ(period("-3"), std::pair(2, 2));
-    EXPECT_EQ(period(""), std::pair(2, 2));
-    EXPECT_EQ(period("abc"), std::pair(2, 2));
-    EXPECT_EQ(period(overflowing()), std::pair(2, 2));
-    EXPECT_EQ(period("99"), std::pair(99, 99));
-    EXPECT_EQ(period("5 states"), std::pair(99, 99)) << "no leading number: unreadable";
-    EXPECT_EQ(period("1e1"), std::pair(99, 99)) << "no exponent";
-    EXPECT_EQ(period(" 5 "), std::pair(5, 5)) << "blanks around are fine";
+    // Truncated; 100, 0, negatives, unreadable text and overflows ignored;
+    // no leading number and exponents are unreadable; blanks are fine.
+    const std::pair<QString, int> edits[] = {
+        {local("2.9"), 2},  {"100", 2}, {"0", 2},         {"-3", 2},   {"", 2},   {"abc", 2},
+        {overflowing(), 2}, {"99", 99}, {"5 states", 99}, {"1e1", 99}, {" 5 ", 5}};
+    for (const auto& [text, period] : edits) {
+        type("periodField", text);
+        EXPECT_EQ(std::pair(model->period, table->numberOfRows()), std::pair(period, period))
+            << text.toStdString();
+    }
     EXPECT_EQ(reloads.count(), 11) << "the table reloads even when the period stays";
     EXPECT_EQ(table->stateLabelTexts().last(), "5");
 }
@@ -183,47 +148,41 @@ TEST_F(ExpReturnTest, HiddenStatesKeepTheirValues)
 {
     threeStates();
     const QStringList three = labels();
-    screen->editField("periodField", "1");
+    type("periodField", "1");
     // 0.3 × 20 and 0.3 × 10; each deviation about its own smaller mean.
-    EXPECT_EQ(labels(), QStringList({"6%", "3%", local("7.668%"), local("3.834%")}));
+    EXPECT_EQ(labels(), locals({"6%", "3%", "7.668%", "3.834%"}));
     screen->sendReportRequestedNotification("Short");
     EXPECT_FALSE(reportBody().contains("State 2"));
 
-    screen->editField("periodField", "3");
+    type("periodField", "3");
     EXPECT_EQ(labels(), three) << "the second and third states count again";
     EXPECT_EQ(table->stockATexts(), QStringList({"20", "10", "-5"}));
 }
 
 TEST_F(ExpReturnTest, NotificationTraffic)
 {
-    TrafficLog log;
+    NotificationLog log(
+        {"PeriodChangedNotification", "RateChangedNotification", "ResultCalculatedNotification"});
     // Delivery is synchronous: the model, listening since before the log,
     // recomputes while the edit is being delivered, so the log hears the
     // result first.
     table->stockBChanged(2, local("12.5"));
     ASSERT_EQ(log.names(),
               QStringList({"ResultCalculatedNotification", "RateChangedNotification"}));
-    EXPECT_EQ(log.seen[0].sender.data(), model);
-    EXPECT_TRUE(log.seen[0].userInfo.isEmpty());
-    EXPECT_EQ(log.seen[1].sender.data(), table);
-    EXPECT_EQ(log.seen[1].userInfo.keys(), QStringList({"tag", "type", "value"}));
-    EXPECT_EQ(log.seen[1].userInfo.value("type").toString(), "stock-b");
-    EXPECT_EQ(log.seen[1].userInfo.value("tag").toInt(), 2);
-    EXPECT_EQ(log.seen[1].userInfo.value("value").toDouble(), 12.5);
+    expectNotification(log.seen[0], model, {});
+    expectNotification(log.seen[1], table, {{"tag", 2}, {"type", "stock-b"}, {"value", 12.5}});
     EXPECT_EQ(model->rates[2].stockB, 12.5);
     EXPECT_EQ(table->stockBText(2), local("12.5"));
 
     log.seen.clear();
-    screen->editField("periodField", "7");
+    type("periodField", "7");
     ASSERT_EQ(log.names(),
               QStringList({"PeriodChangedNotification", "ResultCalculatedNotification"}));
-    EXPECT_EQ(log.seen[0].sender.data(), screen.get());
-    EXPECT_EQ(log.seen[0].userInfo.keys(), QStringList({"period"}));
-    EXPECT_EQ(log.seen[0].userInfo.value("period").toInt(), 7);
+    expectNotification(log.seen[0], screen.get(), {{"period", 7}});
 
     // A rejected period still tells the table the old one.
     log.seen.clear();
-    screen->editField("periodField", "0");
+    type("periodField", "0");
     ASSERT_EQ(log.seen.size(), 2u);
     EXPECT_EQ(log.seen[0].userInfo.value("period").toInt(), 7);
 
@@ -266,7 +225,7 @@ TEST_F(ExpReturnTest, BadCellsNeverBreakTheScreen)
     EXPECT_EQ(table->numberOfRows(), 0);
 
     // 99 states through the table inputs the command line uses.
-    screen->editField("periodField", "99");
+    type("periodField", "99");
     ASSERT_TRUE(screen->setTableInput("probability", QStringList(99, "1")));
     ASSERT_TRUE(screen->setTableInput("stock-a", QStringList(99, "4")));
     ASSERT_TRUE(screen->setTableInput("stockB", QStringList(99, "-2")));
@@ -282,24 +241,16 @@ TEST_F(ExpReturnTest, Report)
     threeStates();
     table->probabilityChanged(1, local("40.25"));
     screen->sendReportRequestedNotification("Plan A");
+    const QStringList shown = labels();
     EXPECT_EQ(reportBody(),
-              "Period: 3\n"
-              "State 1 -  Probability: 30%, Stock A: 20%, Stock B: 10%\n"
-              "State 2 -  Probability: " +
-                  local("40.25") +
-                  "%, Stock A: 10%, Stock B: 5%\n"
-                  "State 3 -  Probability: 30%, Stock A: -5%, Stock B: 0%\n"
-                  "\nExpected Return A: " +
-                  view->text("expReturnAResultLabel") +
-                  ", Expected Return B: " + view->text("expReturnBResultLabel") +
-                  "\nStandard Deviation A: " + view->text("standardDeviationAResultLabel") +
-                  ", Standard Deviation B: " + view->text("standardDeviationBResultLabel") + "\n");
-    EXPECT_TRUE(model->report().contents.startsWith(
-        "Financial Report - Expected Return\nDate: 05-03-2024 14:07\n"));
-    EXPECT_EQ(model->report().fileName, "expected-return_Plan A_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(model->report().functionTitle, "Exp");
-    EXPECT_EQ(model->report().colorTag, Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(readDocument(model->report().fileName), model->report().contents);
+              local("Period: 3\nState 1 -  Probability: 30%, Stock A: 20%, Stock B: 10%\n"
+                    "State 2 -  Probability: 40.25%, Stock A: 10%, Stock B: 5%\n"
+                    "State 3 -  Probability: 30%, Stock A: -5%, Stock B: 0%\n"
+                    "\nExpected Return A: ") +
+                  shown[0] + ", Expected Return B: " + shown[1] + "\nStandard Deviation A: " +
+                  shown[2] + ", Standard Deviation B: " + shown[3] + "\n");
+    expectReport("Expected Return", "expected-return_Plan A_05-03-2024 14:07_report.txt", "Exp",
+                 Rgba(0x35, 0x44, 0x58));
 }
 
 } // namespace

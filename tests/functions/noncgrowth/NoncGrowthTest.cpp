@@ -1,21 +1,16 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/noncgrowth/NoncGrowthController.h"
-#include "platform/NotificationCenter.h"
 
-#include <QLocale>
 #include <QSignalSpy>
 #include <cmath>
 
 namespace {
 
-class NoncGrowthTest : public HomeTest {
+class NoncGrowthTest : public ScreenTest<NoncGrowthController> {
 protected:
     void SetUp() override
     {
-        HomeTest::SetUp();
-        screen = std::make_unique<NoncGrowthController>();
-        screen->setPresenter(&presenter);
-        view = screen->qvFunctionView();
+        ScreenTest::SetUp();
         model = screen->noncGrowthModel();
         table = screen->table();
     }
@@ -25,15 +20,17 @@ protected:
         table->returnRateChanged(row, returnRate);
         table->growthRateChanged(row, growthRate);
     }
-    QString reportBody() const
+    // Two years of 20 % and 15 % growth, then 5 %, all at a return of 10 %.
+    void threeStages()
     {
-        const QString contents = model->report().contents;
-        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
+        type("dividendField", "2");
+        type("periodField", "3");
+        rates(0, "10", "20");
+        rates(1, "10", "15");
+        rates(2, "10", "5");
     }
+    QString price() const { return view->text("priceResultLabel"); }
 
-    ScriptedPresenter presenter;
-    std::unique_ptr<NoncGrowthController> screen;
-    QVFunctionView* view = nullptr;
     NoncGrowthModel* model = nullptr;
     GrowthTableController* table = nullptr;
 };
@@ -47,94 +44,93 @@ TEST_F(NoncGrowthTest, FreshScreen)
     EXPECT_EQ(model->rates.size(), 100);
     EXPECT_EQ(table->period(), 4.0);
     EXPECT_EQ(table->yearLabelTexts(), QStringList({"1", "2", "3", "4"}));
-    EXPECT_EQ(table->returnRateTexts(), QStringList({"", "", "", ""})) << "zeros show as empty";
-    EXPECT_EQ(table->growthRateTexts(), QStringList({"", "", "", ""}));
-    EXPECT_TRUE(view->text("priceResultLabel").isEmpty()) << "nothing computed yet";
+    EXPECT_EQ(table->returnRateTexts(), QStringList(4, "")) << "zeros show as empty";
+    EXPECT_EQ(table->growthRateTexts(), QStringList(4, ""));
+    EXPECT_TRUE(price().isEmpty()) << "nothing computed yet";
 
     // All-zero rates: three dividends of D0, then D0 / 0 in the last period.
-    screen->editField("dividendField", "2");
-    EXPECT_EQ(view->text("priceResultLabel"), "Infinity");
-    screen->editField("dividendField", "-2");
-    EXPECT_EQ(view->text("priceResultLabel"), "-Infinity");
-    screen->editField("dividendField", "");
-    EXPECT_EQ(view->text("priceResultLabel"), "NaN") << "0 / 0 at the end";
+    for (const auto& [dividend, shown] :
+         {std::pair("2", "Infinity"), std::pair("-2", "-Infinity"), std::pair("", "NaN")}) {
+        type("dividendField", dividend);
+        EXPECT_EQ(price(), shown) << dividend;
+    }
 }
 
 TEST_F(NoncGrowthTest, PriceOfTheThreeStageExample)
 {
-    screen->editField("dividendField", "2");
-    screen->editField("periodField", "3");
-    rates(0, "10", "20");
-    rates(1, "10", "15");
-    rates(2, "10", "5");
-    const double expected = 2.4 / 1.1 + 2.76 / 1.21 + (2.898 / 0.05) / 1.21;
-    EXPECT_NEAR(model->price, expected, 1e-9);
-    EXPECT_EQ(view->text("priceResultLabel"), local("52.364"));
+    threeStages();
+    EXPECT_NEAR(model->price, 2.4 / 1.1 + 2.76 / 1.21 + (2.898 / 0.05) / 1.21, 1e-9);
+    EXPECT_EQ(price(), local("52.364"));
     EXPECT_EQ(table->returnRateTexts(), QStringList({"10", "10", "10"}));
     EXPECT_EQ(table->growthRateTexts(), QStringList({"20", "15", "5"}));
+    const double three = model->price;
 
-    // One period: the terminal value itself, not discounted at all.
-    screen->editField("periodField", "1");
+    // One period: the terminal value itself, not discounted at all; the
+    // hidden rows keep their rates.
+    type("periodField", "1");
+    EXPECT_NEAR(model->price, 2.4 / (0.1 - 0.2), 1e-9) << "a negative perpetuity";
+    type("periodField", "3");
+    EXPECT_EQ(model->price, three);
+    EXPECT_EQ(table->growthRateTexts(), QStringList({"20", "15", "5"}));
+    type("periodField", "1");
     rates(0, "10", "5");
     EXPECT_NEAR(model->price, 42, 1e-9);
-    EXPECT_EQ(view->text("priceResultLabel"), "42");
+    EXPECT_EQ(price(), "42");
 
     // A fractional period has no perpetuity: ceil(2.5) = 3 plain dividends,
     // one period more than the table shows.
     rates(0, "10", "20");
-    screen->editField("periodField", local("2.5"));
+    type("periodField", local("2.5"));
     EXPECT_EQ(model->period, 2.5);
     EXPECT_EQ(table->numberOfRows(), 2);
     EXPECT_NEAR(model->price, 2.4 / 1.1 + 2.76 / 1.21 + 2.898 / 1.331, 1e-9);
 
     // The description page's example: two years of 30 % growth, then 6 %.
-    screen->editField("dividendField", "1");
-    screen->editField("periodField", "3");
+    type("dividendField", "1");
+    type("periodField", "3");
     rates(0, "12", "30");
     rates(1, "12", "30");
     rates(2, "11", "6");
     EXPECT_NEAR(model->price, 1.3 / 1.12 + 1.69 / 1.2544 + 1.7914 / 0.05 / 1.2544, 1e-9);
-    EXPECT_EQ(view->text("priceResultLabel"), local("31.07"));
+    EXPECT_EQ(price(), local("31.07"));
 }
 
 // With the same rates in every period the stages collapse into the
 // one-stage Gordon value D0 (1 + g) / (r - g), whatever the period.
 TEST_F(NoncGrowthTest, ConstantRatesGiveTheGordonValue)
 {
-    screen->editField("dividendField", local("1.5"));
+    type("dividendField", local("1.5"));
     for (int row = 0; row < 99; ++row)
         rates(row, "12", local("4.5"));
     const double gordon = 1.5 * 1.045 / (0.12 - 0.045);
     for (const char* n : {"1", "2", "7", "40", "99"}) {
-        screen->editField("periodField", n);
+        type("periodField", n);
         EXPECT_NEAR(model->price, gordon, 1e-9 * gordon) << "period " << n;
     }
-    EXPECT_EQ(view->text("priceResultLabel"), local("20.9"));
+    EXPECT_EQ(price(), local("20.9"));
 
     // r equal to g in the last period divides by zero.
     rates(98, "7", "7");
-    EXPECT_EQ(view->text("priceResultLabel"), "Infinity");
+    EXPECT_EQ(price(), "Infinity");
 }
 
 TEST_F(NoncGrowthTest, PeriodEdits)
 {
     QSignalSpy reloads(table, &GrowthTableController::reloaded);
-    const auto period = [&](const QString& text) {
-        screen->editField("periodField", text);
-        return std::pair(model->period, table->numberOfRows());
-    };
-    EXPECT_EQ(period(local("2.9")), std::pair(2.9, 2)) << "kept whole, two rows";
-    EXPECT_EQ(period("100"), std::pair(2.9, 2)) << "ignored";
-    EXPECT_EQ(period("0"), std::pair(2.9, 2));
-    EXPECT_EQ(period("-1"), std::pair(2.9, 2));
-    EXPECT_EQ(period("abc"), std::pair(2.9, 2));
-    EXPECT_EQ(period(overflowing()), std::pair(2.9, 2));
-    EXPECT_EQ(period("99"), std::pair(99.0, 99));
-    EXPECT_EQ(period(local("0.5")), std::pair(0.5, 0)) << "half a period, no rows";
+    // Kept whole with as many rows as whole periods; 100, 0, negatives,
+    // unreadable text and overflows ignored; half a period has no rows.
+    const std::tuple<QString, double, int> edits[] = {
+        {local("2.9"), 2.9, 2}, {"100", 2.9, 2},         {"0", 2.9, 2},  {"-1", 2.9, 2},
+        {"abc", 2.9, 2},        {overflowing(), 2.9, 2}, {"99", 99, 99}, {local("0.5"), 0.5, 0}};
+    for (const auto& [text, period, rows] : edits) {
+        type("periodField", text);
+        EXPECT_EQ(std::pair(model->period, table->numberOfRows()), std::pair(period, rows))
+            << text.toStdString();
+    }
     EXPECT_EQ(reloads.count(), 8) << "the table reloads even when the period stays";
 
     // A dividend edit after a period edit is a dividend edit.
-    screen->editField("dividendField", "3");
+    type("dividendField", "3");
     EXPECT_EQ(model->dividend, 3);
     EXPECT_EQ(model->period, 0.5);
     EXPECT_EQ(reloads.count(), 8);
@@ -143,32 +139,17 @@ TEST_F(NoncGrowthTest, PeriodEdits)
 
 TEST_F(NoncGrowthTest, AnEditAfterASignFlipIsRoutedToItsOwnField)
 {
-    screen->editField("periodField", "2");
+    type("periodField", "2");
     rates(0, "10", "5");
     rates(1, "10", "5");
-    screen->editField("dividendField", "1");
+    type("dividendField", "1");
     const double before = model->price;
     // "±" on the period changes its text without a change action.
     view->setText("periodField", "-2");
-    screen->editField("dividendField", "2");
+    type("dividendField", "2");
     EXPECT_EQ(model->dividend, 2) << "the dividend edit was taken for a period edit";
     EXPECT_NEAR(model->price, 2 * before, 1e-9 * before);
     EXPECT_EQ(model->period, 2.0);
-}
-
-TEST_F(NoncGrowthTest, HiddenRowsKeepTheirRates)
-{
-    screen->editField("dividendField", "2");
-    screen->editField("periodField", "3");
-    rates(0, "10", "20");
-    rates(1, "10", "15");
-    rates(2, "10", "5");
-    const double three = model->price;
-    screen->editField("periodField", "1");
-    EXPECT_NEAR(model->price, 2.4 / (0.1 - 0.2), 1e-9) << "a negative perpetuity";
-    screen->editField("periodField", "3");
-    EXPECT_EQ(model->price, three);
-    EXPECT_EQ(table->growthRateTexts(), QStringList({"20", "15", "5"}));
 }
 
 TEST_F(NoncGrowthTest, BadCellsNeverBreakTheScreen)
@@ -192,8 +173,8 @@ TEST_F(NoncGrowthTest, BadCellsNeverBreakTheScreen)
     EXPECT_EQ(table->returnRateText(100000), "");
 
     // The table inputs of the command line.
-    screen->editField("periodField", "2");
-    screen->editField("dividendField", "1");
+    type("periodField", "2");
+    type("dividendField", "1");
     ASSERT_TRUE(screen->setTableInput("return-rate", {"10", "10"}));
     ASSERT_TRUE(screen->setTableInput("growthRate", {"0", "0"}));
     EXPECT_NEAR(model->price, 1 / 1.1 + 1 / 0.1 / 1.1, 1e-9);
@@ -204,31 +185,25 @@ TEST_F(NoncGrowthTest, BadCellsNeverBreakTheScreen)
 
 TEST_F(NoncGrowthTest, ReportCarriesTheConstantGrowthHeading)
 {
-    screen->editField("dividendField", local("2.25"));
-    rates(0, "10", "20");
-    rates(1, "10", "15");
-    rates(2, "10", "5");
+    threeStages();
+    type("dividendField", local("2.25"));
+    type("periodField", "4");
     rates(3, local("9.5"), "4");
     screen->sendReportRequestedNotification("Plan A");
-    EXPECT_EQ(reportBody(), "Dividend: " + local("2.25") +
-                                "\nPeriod: 4\n"
-                                "Period 1 - Required Return: 10%, Growth Rate: 20%\n"
-                                "Period 2 - Required Return: 10%, Growth Rate: 15%\n"
-                                "Period 3 - Required Return: 10%, Growth Rate: 5%\n"
-                                "Period 4 - Required Return: " +
-                                local("9.5") + "%, Growth Rate: 4%\n" +
-                                "\nPrice of Stock: " + view->text("priceResultLabel") + "\n");
-    EXPECT_TRUE(model->report().contents.startsWith(
-        "Financial Report - Constant Growth\nDate: 05-03-2024 14:07\n"));
-    EXPECT_EQ(model->report().fileName, "nonconst-growth_Plan A_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(model->report().functionTitle, "Nonc-Gr");
-    EXPECT_EQ(model->report().colorTag, Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(readDocument(model->report().fileName), model->report().contents);
+    EXPECT_EQ(reportBody(), local("Dividend: 2.25\nPeriod: 4\n"
+                                  "Period 1 - Required Return: 10%, Growth Rate: 20%\n"
+                                  "Period 2 - Required Return: 10%, Growth Rate: 15%\n"
+                                  "Period 3 - Required Return: 10%, Growth Rate: 5%\n"
+                                  "Period 4 - Required Return: 9.5%, Growth Rate: 4%\n"
+                                  "\nPrice of Stock: ") +
+                                price() + "\n");
+    expectReport("Constant Growth", "nonconst-growth_Plan A_05-03-2024 14:07_report.txt", "Nonc-Gr",
+                 Rgba(0x35, 0x44, 0x58));
 
     // A fractional period lists every period begun.
-    screen->editField("periodField", local("2.5"));
+    type("periodField", local("2.5"));
     screen->sendReportRequestedNotification("");
-    EXPECT_TRUE(reportBody().startsWith("Dividend: " + local("2.25") + "\nPeriod: 2\nPeriod 1 "));
+    EXPECT_TRUE(reportBody().startsWith(local("Dividend: 2.25\nPeriod: 2\nPeriod 1 ")));
     EXPECT_TRUE(reportBody().contains("Period 3 - "));
     EXPECT_FALSE(reportBody().contains("Period 4 - "));
 }

@@ -1,9 +1,6 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/expreturn/ExpReturnController.h"
 #include "functions/noncgrowth/NoncGrowthController.h"
-#include "platform/NotificationCenter.h"
-
-#include <QLocale>
 
 // An expected-return screen and a nonconstant-growth screen open at once.
 // Both speak "PeriodChangedNotification", "RateChangedNotification" and
@@ -20,10 +17,10 @@ protected:
         HomeTest::SetUp();
         expReturn = std::make_unique<ExpReturnController>();
         growth = std::make_unique<NoncGrowthController>();
-        centre().addObserver(&counter, "ResultCalculatedNotification",
-                             [this](const Notification& n) { resultSenders << n.sender.data(); });
+        NotificationCenter::defaultCenter().addObserver(
+            &counter, "ResultCalculatedNotification",
+            [this](const Notification& n) { resultSenders << n.sender.data(); });
     }
-    static NotificationCenter& centre() { return NotificationCenter::defaultCenter(); }
     QString erText(const char* outlet) const { return expReturn->qvFunctionView()->text(outlet); }
     QString price() const { return growth->qvFunctionView()->text("priceResultLabel"); }
 
@@ -39,8 +36,7 @@ TEST_F(SharedNotificationsTest, EachScreenFollowsTheOthersPeriod)
     EXPECT_EQ(expReturn->table()->numberOfRows(), 3);
     EXPECT_EQ(growth->table()->numberOfRows(), 3) << "the growth table follows too";
     EXPECT_EQ(growth->noncGrowthModel()->period, 4.0) << "but not the growth model";
-    // The growth form shows its model's (never computed) price.
-    EXPECT_EQ(price(), "0");
+    EXPECT_EQ(price(), "0") << "the growth model's never computed price";
 
     growth->editField("periodField", "7");
     EXPECT_EQ(expReturn->table()->numberOfRows(), 7);
@@ -58,14 +54,12 @@ TEST_F(SharedNotificationsTest, EveryRateEditRecomputesBothModels)
     // States: expected return A 8.5 % over three states.
     expReturn->editField("periodField", "3");
     ExpReturnTableController* states = expReturn->table();
-    states->probabilityChanged(0, "30");
-    states->stockAChanged(0, "20");
-    states->probabilityChanged(1, "40");
-    states->stockAChanged(1, "10");
-    states->probabilityChanged(2, "30");
-    states->stockAChanged(2, "-5");
-    EXPECT_EQ(erText("expReturnAResultLabel"),
-              QString("8.5%").replace('.', QLocale().decimalPoint()));
+    for (const auto& [row, probability, a] :
+         {std::tuple(0, "30", "20"), std::tuple(1, "40", "10"), std::tuple(2, "30", "-5")}) {
+        states->probabilityChanged(row, probability);
+        states->stockAChanged(row, a);
+    }
+    EXPECT_EQ(erText("expReturnAResultLabel"), local("8.5%"));
 
     // A growth edit: the expected-return model takes nothing from it but
     // computes (first, as the older listener); then the growth model.
@@ -76,8 +70,7 @@ TEST_F(SharedNotificationsTest, EveryRateEditRecomputesBothModels)
     EXPECT_EQ(expReturn->expReturnModel()->rates[0].probability, 30) << "row 0 untouched";
     EXPECT_EQ(expReturn->expReturnModel()->rates[0].stockA, 20);
     EXPECT_EQ(growth->noncGrowthModel()->rates[0].growthRate, 20);
-    EXPECT_EQ(erText("expReturnAResultLabel"),
-              QString("8.5%").replace('.', QLocale().decimalPoint()));
+    EXPECT_EQ(erText("expReturnAResultLabel"), local("8.5%"));
 
     // A state edit: the growth model ignores "stock-b" but recomputes.
     resultSenders.clear();
@@ -93,8 +86,7 @@ TEST_F(SharedNotificationsTest, EveryRateEditRecomputesBothModels)
     growth->editField("periodField", "1");
     EXPECT_EQ(resultSenders, QList<QObject*>({growth->model()}));
     EXPECT_EQ(price(), "-12") << "2.4 / (0 - 0.2)";
-    EXPECT_EQ(erText("standardDeviationBResultLabel"),
-              QString("2.449%").replace('.', QLocale().decimalPoint()));
+    EXPECT_EQ(erText("standardDeviationBResultLabel"), local("2.449%"));
 }
 
 TEST_F(SharedNotificationsTest, ClosingOneScreenLeavesTheOtherWorking)
@@ -103,9 +95,9 @@ TEST_F(SharedNotificationsTest, ClosingOneScreenLeavesTheOtherWorking)
     expReturn->editField("periodField", "2");
     expReturn->table()->probabilityChanged(0, "100");
     expReturn->table()->stockAChanged(0, "6");
-    centre().post("RateChangedNotification", nullptr,
-                  {{"type", "return-rate"}, {"tag", 0}, {"value", 10.0}});
-    centre().post("PeriodChangedNotification", nullptr, {{"period", 5}});
+    NotificationCenter::defaultCenter().post(
+        "RateChangedNotification", nullptr, {{"type", "return-rate"}, {"tag", 0}, {"value", 10.0}});
+    NotificationCenter::defaultCenter().post("PeriodChangedNotification", nullptr, {{"period", 5}});
     EXPECT_EQ(expReturn->table()->numberOfRows(), 5);
     EXPECT_EQ(erText("expReturnAResultLabel"), "6%");
     EXPECT_EQ(resultSenders.size(), 4);

@@ -1,149 +1,110 @@
-#include "TestSupport.h"
 #include "framework/FunctionTableModel.h"
 #include "framework/QVNumericTextField.h"
+#include "functions/ScreenTest.h"
 #include "functions/roi/RoiController.h"
 #include "functions/tip/TipController.h"
-#include "platform/NotificationCenter.h"
-#include "platform/Services.h"
-#include "reports/QVFileManager.h"
-
-#include <QLocale>
 
 namespace {
 
-// Types into the screen's fields the way the user does, one edit each.
-class FormTest : public HomeTest {
-protected:
-    static QString reportBody(const QVFunctionModel& model)
-    {
-        const QString contents = model.report().contents;
-        return contents.mid(contents.indexOf("-----------------------------\n\n") + 31);
-    }
-};
+using RoiTest = ScreenTest<RoiController>;
+using TipTest = ScreenTest<TipController>;
 
-TEST_F(FormTest, RoiResultsFollowEveryEdit)
+TEST_F(RoiTest, ResultsFollowEveryEdit)
 {
-    RoiController roi;
-    const QVFunctionView* view = roi.qvFunctionView();
     EXPECT_EQ(view->title(), "ROI Calculator");
-    roi.editField("investmentField", "1000");
-    roi.editField("futureValueField", "1250");
-    EXPECT_EQ(view->text("annualizedRoiResultLabel"), "Infinity%") << "0 years so far";
-    roi.editField("yearsField", "2");
-    EXPECT_EQ(view->text("gainResultLabel"), "250");
-    EXPECT_EQ(view->text("roiResultLabel"), "25%");
-    EXPECT_EQ(view->text("annualizedRoiResultLabel"), local("12.5%"));
+    EXPECT_GT(view->descriptionHtml().size(), 500);
 
-    roi.sendReportRequestedNotification("Plan A");
-    EXPECT_EQ(reportBody(*roi.model()), "Investment: 1000\nIncome: 1250\nYears: 2\n"
-                                        "Gain or Loss: 250\nRoi: 25%\nAnnualized Roi: " +
-                                            local("12.5") + "%\n");
-    EXPECT_TRUE(roi.model()->report().contents.startsWith(
+    type("investmentField", "1000");
+    type("futureValueField", "1250");
+    EXPECT_EQ(view->text("annualizedRoiResultLabel"), "Infinity%") << "0 years so far";
+    type("yearsField", "2");
+    EXPECT_EQ(texts({"gainResultLabel", "roiResultLabel", "annualizedRoiResultLabel"}),
+              locals({"250", "25%", "12.5%"}));
+    screen->sendReportRequestedNotification("Plan A");
+    EXPECT_EQ(reportBody(), local("Investment: 1000\nIncome: 1250\nYears: 2\n"
+                                  "Gain or Loss: 250\nRoi: 25%\nAnnualized Roi: 12.5%\n"));
+    EXPECT_TRUE(report().contents.startsWith(
         "Financial Report - Return on Investment\nDate: 05-03-2024 14:07\n"));
-    EXPECT_EQ(roi.model()->report().fileName, "roi_Plan A_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(roi.model()->report().colorTag, Rgba(0x1F, 0xDA, 0x9A));
+    EXPECT_EQ(report().fileName, "roi_Plan A_05-03-2024 14:07_report.txt");
+    EXPECT_EQ(report().colorTag, Rgba(0x1F, 0xDA, 0x9A));
 }
 
-TEST_F(FormTest, RoiEdgeCases)
+TEST_F(RoiTest, EdgeCases)
 {
-    RoiController roi;
-    const QVFunctionView* view = roi.qvFunctionView();
-    roi.sendReportRequestedNotification("");
-    EXPECT_EQ(reportBody(*roi.model()), "Investment: 0\nIncome: 0\nYears: 0\nGain or Loss: 0\n"
-                                        "Roi: NaN%\nAnnualized Roi: NaN%\n")
+    screen->sendReportRequestedNotification("");
+    EXPECT_EQ(reportBody(), "Investment: 0\nIncome: 0\nYears: 0\nGain or Loss: 0\n"
+                            "Roi: NaN%\nAnnualized Roi: NaN%\n")
         << "before any edit";
     EXPECT_TRUE(view->text("roiResultLabel").isEmpty()) << "the screen shows nothing yet";
 
-    roi.editField("investmentField", "0");
-    roi.editField("futureValueField", "100");
-    roi.editField("yearsField", "1");
-    EXPECT_EQ(view->text("gainResultLabel"), "100");
-    EXPECT_EQ(view->text("roiResultLabel"), "Infinity%");
+    type("investmentField", "0");
+    type("futureValueField", "100");
+    type("yearsField", "1");
+    EXPECT_EQ(texts({"gainResultLabel", "roiResultLabel"}), QStringList({"100", "Infinity%"}));
 
-    roi.editField("investmentField", "1000");
-    roi.editField("futureValueField", "800");
-    EXPECT_EQ(view->text("gainResultLabel"), "-200");
-    EXPECT_EQ(view->text("roiResultLabel"), "-20%");
-    roi.editField("yearsField", "abc");
+    type("investmentField", "1000");
+    type("futureValueField", "800");
+    EXPECT_EQ(texts({"gainResultLabel", "roiResultLabel"}), QStringList({"-200", "-20%"}));
+    type("yearsField", "abc");
     EXPECT_EQ(view->text("annualizedRoiResultLabel"), "-Infinity%") << "unreadable text is 0";
-    roi.editField("investmentField", "1.000,5x");
-    EXPECT_EQ(roi.roiModel()->investmentAmount, 0);
+    type("investmentField", "1.000,5x");
+    EXPECT_EQ(screen->roiModel()->investmentAmount, 0);
 }
 
-TEST_F(FormTest, TipSplitsThePreTaxTip)
+TEST_F(RoiTest, ChangeSignDoesNotRecompute)
 {
-    TipController tip;
-    const QVFunctionView* view = tip.qvFunctionView();
-    EXPECT_EQ(view->title(), "TIP Calculator");
-    tip.editField("billField", "107");
-    tip.editField("salesTaxField", "7");
-    tip.editField("tipPercentField", "15");
-    tip.editField("numberOfPeopleField", "2");
-    EXPECT_EQ(view->text("tipResultLabel"), "15");
-    EXPECT_EQ(view->text("totalAmountResultLabel"), "122");
-    EXPECT_EQ(view->text("tipPerPersonResultLabel"), local("7.5"));
-    EXPECT_EQ(view->text("totalPerPersonResultLabel"), "61");
-
-    tip.editField("numberOfPeopleField", local("3.7"));
-    EXPECT_EQ(tip.tipModel()->numberOfPeople, 3);
-    tip.sendReportRequestedNotification("dinner");
-    EXPECT_EQ(reportBody(*tip.model()), "Bill: 107\nTip Percent: 15\nNumber of People: 3\n"
-                                        "Tip: 15\nTotal Amount: 122\nTip Per Person: 5\n"
-                                        "Total Per Person: " +
-                                            local("40.667") + "\n")
-        << "no sales-tax line";
-    EXPECT_TRUE(tip.model()->report().contents.startsWith("Financial Report - Tip\n"));
-    EXPECT_EQ(tip.model()->report().functionTitle, "Tip");
-}
-
-TEST_F(FormTest, TipWithNobodyOrNegativePeople)
-{
-    {
-        TipController fresh;
-        fresh.sendReportRequestedNotification("");
-        EXPECT_TRUE(fresh.model()->report().contents.endsWith(
-            "Bill: 0\nTip Percent: 0\nNumber of People: 0\nTip: 0\nTotal Amount: 0\n"
-            "Tip Per Person: NaN\nTotal Per Person: NaN\n"))
-            << "a report before any edit";
-    }
-    TipController tip;
-    const QVFunctionView* view = tip.qvFunctionView();
-    tip.editField("billField", "100");
-    tip.editField("tipPercentField", "20");
-    tip.editField("numberOfPeopleField", "0");
-    EXPECT_EQ(view->text("totalAmountResultLabel"), "120");
-    EXPECT_EQ(view->text("tipPerPersonResultLabel"), "Infinity");
-    tip.editField("numberOfPeopleField", "-1.5");
-    EXPECT_EQ(tip.tipModel()->numberOfPeople, -1);
-    EXPECT_EQ(view->text("totalPerPersonResultLabel"), "-120");
-    tip.editField("numberOfPeopleField", typed(1e99));
-    EXPECT_EQ(tip.tipModel()->numberOfPeople, INT_MAX) << "saturates instead of overflowing";
-}
-
-TEST_F(FormTest, ChangeSignDoesNotRecompute)
-{
-    RoiController roi;
-    roi.editField("investmentField", "100");
-    roi.editField("futureValueField", "150");
-    roi.editField("yearsField", "1");
-    const QString before = roi.qvFunctionView()->text("gainResultLabel");
-    QVFunctionView* view = roi.qvFunctionView();
+    type("investmentField", "100");
+    type("futureValueField", "150");
+    type("yearsField", "1");
+    const QString before = view->text("gainResultLabel");
     view->setText("futureValueField",
                   QVNumericTextField::changedSign(view->text("futureValueField")));
     EXPECT_EQ(view->text("futureValueField"), "-150");
     EXPECT_EQ(view->text("gainResultLabel"), before) << "until the next edit";
-    roi.fieldChanged();
+    screen->fieldChanged();
     EXPECT_EQ(view->text("gainResultLabel"), "-250");
 }
 
-TEST_F(FormTest, DescriptionsExistForEveryScreen)
+TEST_F(TipTest, SplitsThePreTaxTip)
 {
-    RoiController roi;
-    TipController tip;
-    for (QVFunctionController* c :
-         {static_cast<QVFunctionController*>(&roi), static_cast<QVFunctionController*>(&tip)})
-        EXPECT_GT(c->qvFunctionView()->descriptionHtml().size(), 500)
-            << c->model()->descriptionName().toStdString();
+    EXPECT_EQ(view->title(), "TIP Calculator");
+    EXPECT_GT(view->descriptionHtml().size(), 500);
+    screen->sendReportRequestedNotification("");
+    EXPECT_EQ(reportBody(), "Bill: 0\nTip Percent: 0\nNumber of People: 0\nTip: 0\n"
+                            "Total Amount: 0\nTip Per Person: NaN\nTotal Per Person: NaN\n")
+        << "a report before any edit";
+
+    type("billField", "107");
+    type("salesTaxField", "7");
+    type("tipPercentField", "15");
+    type("numberOfPeopleField", "2");
+    EXPECT_EQ(texts({"tipResultLabel", "totalAmountResultLabel", "tipPerPersonResultLabel",
+                     "totalPerPersonResultLabel"}),
+              locals({"15", "122", "7.5", "61"}));
+
+    type("numberOfPeopleField", local("3.7"));
+    EXPECT_EQ(screen->tipModel()->numberOfPeople, 3);
+    screen->sendReportRequestedNotification("dinner");
+    EXPECT_EQ(reportBody(), local("Bill: 107\nTip Percent: 15\nNumber of People: 3\n"
+                                  "Tip: 15\nTotal Amount: 122\nTip Per Person: 5\n"
+                                  "Total Per Person: 40.667\n"))
+        << "no sales-tax line";
+    EXPECT_TRUE(report().contents.startsWith("Financial Report - Tip\n"));
+    EXPECT_EQ(report().functionTitle, "Tip");
+}
+
+TEST_F(TipTest, NobodyOrNegativePeople)
+{
+    type("billField", "100");
+    type("tipPercentField", "20");
+    type("numberOfPeopleField", "0");
+    EXPECT_EQ(texts({"totalAmountResultLabel", "tipPerPersonResultLabel"}),
+              QStringList({"120", "Infinity"}));
+    type("numberOfPeopleField", "-1.5");
+    EXPECT_EQ(screen->tipModel()->numberOfPeople, -1);
+    EXPECT_EQ(view->text("totalPerPersonResultLabel"), "-120");
+    type("numberOfPeopleField", typed(1e99));
+    EXPECT_EQ(screen->tipModel()->numberOfPeople, INT_MAX) << "saturates instead of overflowing";
 }
 
 TEST(FunctionCatalogue, EightRowsDispatchedByTitle)

@@ -1,117 +1,100 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/tvm/TvmController.h"
 #include "platform/Services.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QLocale>
 #include <cmath>
 
 namespace {
 
-class TvmTest : public HomeTest {
+class TvmTest : public ScreenTest<TvmController> {
 protected:
-    void SetUp() override
+    // Types each outlet's text in turn: {"pvField", "1000"}, ...
+    void fill(std::initializer_list<std::pair<const char*, QString>> fields)
     {
-        HomeTest::SetUp();
-        tvm = std::make_unique<TvmController>();
-        tvm->setPresenter(&presenter);
-        view = tvm->qvFunctionView();
+        for (const auto& [outlet, text] : fields)
+            type(outlet, text);
     }
-    void type(const QString& outlet, const QString& text) { tvm->editField(outlet, text); }
-    void choose(const QString& outlet, const QString& word)
-    {
-        presenter.script({{word, ""}});
-        tvm->openChoice(outlet);
-    }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<TvmController> tvm;
-    QVFunctionView* view = nullptr;
+    const TvmModel& model() const { return *screen->tvmModel(); }
 };
 
 TEST_F(TvmTest, DefaultsAreBeginningModeAndAnnualPayments)
 {
-    EXPECT_EQ(tvm->tvmModel()->paymentMode, "BEG");
-    EXPECT_EQ(tvm->tvmModel()->paymentFrequency, 1);
-    EXPECT_EQ(view->text("modeButton"), "BEG");
-    EXPECT_EQ(view->text("frequencyButton"), "Annually");
+    EXPECT_EQ(model().paymentMode, "BEG");
+    EXPECT_EQ(model().paymentFrequency, 1);
+    EXPECT_EQ(texts({"modeButton", "frequencyButton"}), QStringList({"BEG", "Annually"}));
     EXPECT_EQ(view->title(), "TVM Calculator");
 }
 
 TEST_F(TvmTest, FutureValueOfMonthlyCompounding)
 {
-    type("pvField", "1000");
-    type("interestField", "12");
-    type("periodField", "12");
-    type("pmtField", "0");
+    fill({{"pvField", "1000"}, {"interestField", "12"}, {"periodField", "12"}, {"pmtField", "0"}});
     choose("frequencyButton", "Monthly");
     choose("modeButton", "END");
     EXPECT_EQ(view->text("frequencyButton"), "Monthly");
     EXPECT_EQ(presenter.requests[0].title, "Frequency");
     EXPECT_EQ(presenter.requests[0].message, "Please choose a frequency.");
     EXPECT_EQ(presenter.requests[1].message, "Please choose a mode for your payments.");
-    tvm->futureValueClicked();
+    screen->futureValueClicked();
     EXPECT_EQ(view->text("fvField"), local("1126.825"));
-    EXPECT_NEAR(tvm->tvmModel()->futureValue, 1000 * std::pow(1.01, 12), 1e-9);
-    EXPECT_EQ(tvm->tvmModel()->lastCalculated, "FV");
-    EXPECT_TRUE(tvm->chartShown());
+    EXPECT_NEAR(model().futureValue, 1000 * std::pow(1.01, 12), 1e-9);
+    EXPECT_EQ(model().lastCalculated, "FV");
+    EXPECT_TRUE(screen->chartShown());
+
+    // Solving N clears the chart without drawing a new one.
+    screen->periodClicked();
+    EXPECT_FALSE(screen->chartShown());
+    EXPECT_EQ(model().lastCalculated, "FV");
 }
 
 TEST_F(TvmTest, SolvedValuesRoundTripThroughEveryButton)
 {
     choose("frequencyButton", "Monthly");
     choose("modeButton", "END");
-    type("pvField", "250000");
-    type("fvField", "0");
-    type("interestField", "6");
-    type("periodField", "360");
-    tvm->paymentClicked();
-    const double payment = tvm->tvmModel()->payment;
-    EXPECT_NEAR(payment, -1498.876313, 1e-6);
+    fill({{"pvField", "250000"}, {"fvField", "0"}, {"interestField", "6"}, {"periodField", "360"}});
+    screen->paymentClicked();
+    EXPECT_NEAR(model().payment, -1498.876313, 1e-6);
 
     // The payment field shows three decimals, and the next solve reads it.
     EXPECT_EQ(view->text("pmtField"), local("-1498.876"));
-    tvm->presentValueClicked();
-    EXPECT_NEAR(tvm->tvmModel()->presentValue, 1498.876 * (1 - std::pow(1.005, -360)) / 0.005,
-                1e-6);
-    tvm->periodClicked();
-    EXPECT_NEAR(tvm->tvmModel()->period, 360, 1e-3);
-    type("pvField", "250000");
-    type("interestField", "0");
-    tvm->interestRateClicked();
-    EXPECT_NEAR(tvm->tvmModel()->interestRate, 6, 1e-3);
+    screen->presentValueClicked();
+    EXPECT_NEAR(model().presentValue, 1498.876 * (1 - std::pow(1.005, -360)) / 0.005, 1e-6);
+    screen->periodClicked();
+    EXPECT_NEAR(model().period, 360, 1e-3);
+    fill({{"pvField", "250000"}, {"interestField", "0"}});
+    screen->interestRateClicked();
+    EXPECT_NEAR(model().interestRate, 6, 1e-3);
 }
 
 TEST_F(TvmTest, BeginAndEndDifferOnlyOnPayments)
 {
-    type("pvField", "1000");
-    type("interestField", "5");
-    type("periodField", "10");
-    tvm->futureValueClicked();
-    const double beg = tvm->tvmModel()->futureValue;
+    fill({{"pvField", "1000"}, {"interestField", "5"}, {"periodField", "10"}});
+    screen->futureValueClicked();
+    const double beg = model().futureValue;
     choose("modeButton", "END");
-    tvm->futureValueClicked();
-    EXPECT_EQ(tvm->tvmModel()->futureValue, beg) << "no payments: BEG and END agree";
+    screen->futureValueClicked();
+    EXPECT_EQ(model().futureValue, beg) << "no payments: BEG and END agree";
     type("pmtField", "100");
-    tvm->futureValueClicked();
-    const double end = tvm->tvmModel()->futureValue;
+    screen->futureValueClicked();
+    const double end = model().futureValue;
     choose("modeButton", "BEG");
-    tvm->futureValueClicked();
-    EXPECT_NEAR(tvm->tvmModel()->futureValue - 1000 * std::pow(1.05, 10),
+    screen->futureValueClicked();
+    EXPECT_NEAR(model().futureValue - 1000 * std::pow(1.05, 10),
                 (end - 1000 * std::pow(1.05, 10)) * 1.05, 1e-9);
 }
 
 // The I/Y button: rates inside 0 %..100 % exactly as before (pinned to 17
-// digits), rates outside found beyond the range, none as NaN.
+// digits), rates outside found beyond the range, none as NaN; large amounts
+// still find the rate.
 TEST_F(TvmTest, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
 {
     struct Case {
-        const char *pv, *pmt, *fv, *n, *frequency;
+        QString pv, pmt, fv;
+        const char *n, *frequency;
         double expected;
         double tolerance; // 0: exact
         const char* shown;
@@ -122,196 +105,95 @@ TEST_F(TvmTest, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
         {"1000", "0", "900", "5", "Annually", -2.0851637639, 5e-11, "-2.085"},
         {"1000", "0", "5000", "1", "Annually", 400, 1e-9, "400"},
         {"1000", "0", "-5", "5", "Annually", NAN, 0, "NaN"},
+        {typed(1e12), "0", QString::number(1e12 * std::pow(1.07, 30), 'f', 2), "30", "Annually", 7,
+         1e-6, "7"},
     };
     choose("modeButton", "END");
     for (const Case& c : cases) {
-        type("pvField", c.pv);
-        type("pmtField", c.pmt);
-        type("fvField", c.fv);
-        type("periodField", c.n);
+        SCOPED_TRACE(c.fv.toStdString());
+        fill({{"pvField", c.pv}, {"pmtField", c.pmt}, {"fvField", c.fv}, {"periodField", c.n}});
         choose("frequencyButton", c.frequency);
-        tvm->interestRateClicked();
-        const double rate = tvm->tvmModel()->interestRate;
+        screen->interestRateClicked();
+        const double rate = model().interestRate;
         if (std::isnan(c.expected))
-            EXPECT_TRUE(std::isnan(rate)) << c.fv;
+            EXPECT_TRUE(std::isnan(rate));
         else if (c.tolerance == 0)
-            EXPECT_EQ(rate, c.expected) << c.fv;
+            EXPECT_EQ(rate, c.expected);
         else
-            EXPECT_NEAR(rate, c.expected, c.tolerance) << c.fv;
-        EXPECT_EQ(view->text("interestField"),
-                  QString::fromLatin1(c.shown).replace('.', QLocale().decimalPoint()))
-            << c.fv;
+            EXPECT_NEAR(rate, c.expected, c.tolerance);
+        EXPECT_EQ(view->text("interestField"), local(c.shown));
     }
-}
-
-TEST_F(TvmTest, LargeAmountsStillFindTheRate)
-{
-    type("pvField", typed(1e12));
-    type("periodField", "30");
-    type("fvField", QString::number(1e12 * std::pow(1.07, 30), 'f', 2));
-    tvm->interestRateClicked();
-    EXPECT_NEAR(tvm->tvmModel()->interestRate, 7, 1e-6);
 }
 
 TEST_F(TvmTest, ChartSeriesAndLabels)
 {
-    type("pvField", "1000");
-    type("interestField", "10");
-    type("periodField", "2.7");
-    tvm->futureValueClicked();
-    const TvmModel* m = tvm->tvmModel();
-    EXPECT_EQ(m->dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2"}));
-    const auto values = m->dataForYAxisWithLineNumber(0);
+    fill({{"pvField", "1000"}, {"interestField", "10"}, {"periodField", "2.7"}});
+    screen->futureValueClicked();
+    const TvmModel& m = model();
+    EXPECT_EQ(m.dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2"}));
+    const auto values = m.dataForYAxisWithLineNumber(0);
     ASSERT_EQ(values.size(), 2);
     EXPECT_NEAR(*values[0], 1100, 1e-9);
     EXPECT_NEAR(*values[1], 1210, 1e-9);
-    EXPECT_EQ(m->nameForTheLineWithLineNumber(0), "FV");
-    EXPECT_EQ(m->colorForTheLineWithLineNumber(0), Rgba(0x28, 0xAB, 0xE3));
-    EXPECT_EQ(m->typeOfLineToBeDrawnWithLineNumber(0), 2);
-    EXPECT_TRUE(m->shouldDrawPointsWithLineNumber(0));
-    EXPECT_FALSE(m->shouldFillGraphWithLineNumber(0));
-    EXPECT_EQ(m->customViewForLineChartTouchWithXValueAndYValue("1", 1100).text, "FV: 1100");
+    EXPECT_EQ(m.nameForTheLineWithLineNumber(0), "FV");
+    EXPECT_EQ(m.colorForTheLineWithLineNumber(0), Rgba(0x28, 0xAB, 0xE3));
+    EXPECT_EQ(m.typeOfLineToBeDrawnWithLineNumber(0), 2);
+    EXPECT_TRUE(m.shouldDrawPointsWithLineNumber(0));
+    EXPECT_FALSE(m.shouldFillGraphWithLineNumber(0));
+    EXPECT_EQ(m.customViewForLineChartTouchWithXValueAndYValue("1", 1100).text, "FV: 1100");
 
     type("periodField", "0");
-    tvm->futureValueClicked();
-    EXPECT_FALSE(tvm->chartShown()) << "no periods, no chart";
-    EXPECT_TRUE(m->dataForLastCalculated().isEmpty());
-}
+    screen->futureValueClicked();
+    EXPECT_FALSE(screen->chartShown()) << "no periods, no chart";
+    EXPECT_TRUE(m.dataForLastCalculated().isEmpty());
 
-TEST_F(TvmTest, SolvingNClearsTheChartWithoutANewOne)
-{
-    type("pvField", "100");
-    type("fvField", "200");
-    type("interestField", "7");
-    type("periodField", "10");
-    tvm->futureValueClicked();
-    ASSERT_TRUE(tvm->chartShown());
-    tvm->periodClicked();
-    EXPECT_FALSE(tvm->chartShown());
-    EXPECT_EQ(tvm->tvmModel()->lastCalculated, "FV");
-}
-
-TEST_F(TvmTest, LongTermsAreSampledOverTheirWholeLength)
-{
+    // Long terms are sampled over their whole length.
     type("pvField", "100");
     type("interestField", "1");
     for (const double periods : {3000.0, 1e9}) {
         type("periodField", typed(periods));
-        tvm->futureValueClicked();
-        const TvmModel* m = tvm->tvmModel();
-        QStringList labels = m->dataForXAxisWithLineNumber(0);
-        const auto values = m->dataForYAxisWithLineNumber(0);
+        screen->futureValueClicked();
+        QStringList labels = m.dataForXAxisWithLineNumber(0);
+        const auto values = m.dataForYAxisWithLineNumber(0);
         EXPECT_EQ(values.size(), TvmModel::maximumChartPeriods);
         ASSERT_EQ(labels.size(), TvmModel::maximumChartPeriods + 1);
         EXPECT_EQ(labels.first(), "0");
         EXPECT_EQ(labels.last(), typed(periods)) << "the chart reaches the last period";
-        const double last = m->calculateFutureValueWithPeriod(int(periods));
+        const double last = m.calculateFutureValueWithPeriod(int(periods));
         EXPECT_TRUE(*values.last() == last || (std::isnan(*values.last()) && std::isnan(last)));
         EXPECT_EQ(labels.removeDuplicates(), 0);
     }
 }
 
-TEST_F(TvmTest, MailedPictureIsTheChartAsDrawnAfterTheSettingsChange)
+// The mailed report carries the chart as graph.png (a JPEG), drawn at twice
+// the screen's size, as it was drawn for the solve even when mode and
+// frequency change after it.
+TEST_F(TvmTest, MailedReportCarriesTheChartAsDrawnForTheSolve)
 {
     auto mail = std::make_shared<RecordingMailComposer>();
     Services::setMailComposer(mail);
-    type("pvField", "1000");
-    type("pmtField", "500");
-    type("interestField", "7");
-    type("periodField", "10");
-    tvm->setChartSize(QSize(300, 200));
-    tvm->futureValueClicked();
-    const auto drawn = tvm->tvmModel()->dataForYAxisWithLineNumber(0);
-    const QByteArray expected = ChartPictures::encode(tvm->reportChart(), "JPEG");
+    fill({{"pvField", "1000"}, {"pmtField", "500"}, {"interestField", "7"}, {"periodField", "10"}});
+    screen->setChartSize(QSize(300, 200));
+    screen->setChartSize(QSize(300, -16)); // hidden until the first solve
+    screen->futureValueClicked();
+    const auto drawn = model().dataForYAxisWithLineNumber(0);
+    const QByteArray expected = ChartPictures::encode(screen->reportChart(), "JPEG");
 
-    // Mode and frequency change after the solve; the result and the chart
-    // on the screen still belong to that solve, and so does the picture.
     choose("modeButton", "END");
     choose("frequencyButton", "Monthly");
-    EXPECT_EQ(tvm->tvmModel()->dataForYAxisWithLineNumber(0), drawn);
+    EXPECT_EQ(model().dataForYAxisWithLineNumber(0), drawn);
     presenter.script({{"Send Email", ""}});
-    tvm->exportClicked();
-    ASSERT_EQ(mail->messages.size(), 1u);
-    ASSERT_EQ(mail->messages[0].attachments.size(), 2);
-    EXPECT_EQ(mail->messages[0].attachments[1].data, expected);
-    EXPECT_NE(tvm->tvmModel()->dataForLastCalculated(), drawn) << "the settings did change";
-}
-
-TEST_F(TvmTest, ASavedReportKeepsItsChartAndItsPdfShowsIt)
-{
-    ReportTableModel list; // the saved list exists before any save
-    type("pvField", "1000");
-    type("interestField", "5");
-    type("periodField", "10");
-    tvm->setChartSize(QSize(300, 200));
-    tvm->futureValueClicked();
-    presenter.script({{"Save", ""}, {"OK", "Plan"}, {"OK", ""}});
-    tvm->exportClicked();
-    ASSERT_EQ(presenter.requests.back().title, "Calculation Saved");
-    const QString text = QDir(documents()).filePath(tvm->model()->report().fileName);
-    const QString chart =
-        QDir(documents()).filePath("tvm_description_Plan_05-03-2024 14:07_chart.png");
-    EXPECT_EQ(QImage(chart).size(), QSize(600, 400));
-
-    ReportDetailController detail;
-    ScriptedPresenter detailPresenter;
-    detail.setPresenter(&detailPresenter);
-    detail.setReportFilePath(text);
-    detailPresenter.script({{"Save as PDF", ""}, {"OK", ""}});
-    detail.actionClicked();
-    QFile pdf(QDir(documents()).filePath("tvm_description_Plan_05-03-2024 14:07_report.pdf"));
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(pdf.readAll().contains("/Subtype /Image")) << "the chart is in the PDF";
-}
-
-TEST_F(TvmTest, PaymentOverNoPeriodsAtANegativeRateFollowsTheFormula)
-{
-    // PMT = i (FV - PV g) / ((1 + iB)(g - 1)) with g - 1 = +0: -50 / +0.
-    type("fvField", "1000");
-    type("interestField", "-5");
-    type("periodField", "0");
-    tvm->paymentClicked();
-    EXPECT_EQ(view->text("pmtField"), "-Infinity");
-    type("interestField", "5");
-    tvm->paymentClicked();
-    EXPECT_EQ(view->text("pmtField"), "Infinity");
-}
-
-TEST_F(TvmTest, ReportRepeatsThePeriodOnThePaymentLine)
-{
-    type("pvField", "1000");
-    type("interestField", "12");
-    type("periodField", "12");
-    type("pmtField", "55");
-    tvm->futureValueClicked();
-    tvm->sendReportRequestedNotification("plan");
-    const QString contents = tvm->model()->report().contents;
-    EXPECT_TRUE(contents.startsWith("Financial Report - Time Value of Money\n"));
-    EXPECT_TRUE(contents.contains("\nPeriod: 12\nPayment: 12\nPayment Frequency: 1\nMode: BEG\n"));
-    EXPECT_TRUE(contents.contains("Interest Rate: 12%\n"));
-    EXPECT_EQ(tvm->model()->report().fileName, "tvm_description_plan_05-03-2024 14:07_report.txt");
-}
-
-TEST_F(TvmTest, MailedReportCarriesTheChartAsGraphPng)
-{
-    auto mail = std::make_shared<RecordingMailComposer>();
-    Services::setMailComposer(mail);
-    type("pvField", "1000");
-    type("interestField", "5");
-    type("periodField", "10");
-    tvm->setChartSize(QSize(300, 200));
-    tvm->setChartSize(QSize(300, -16)); // hidden until the first solve
-    tvm->futureValueClicked();
-    presenter.script({{"Send Email", ""}});
-    tvm->exportClicked();
+    screen->exportClicked();
     ASSERT_EQ(mail->messages.size(), 1u);
     const QList<MailAttachment>& attachments = mail->messages[0].attachments;
     ASSERT_EQ(attachments.size(), 2);
     EXPECT_EQ(attachments[0].fileName, "tvm_description__05-03-2024 14:07_report.txt");
     EXPECT_EQ(attachments[1].fileName, "graph.png");
     EXPECT_EQ(attachments[1].mimeType, "image/jpeg");
+    EXPECT_EQ(attachments[1].data, expected);
+    EXPECT_NE(model().dataForLastCalculated(), drawn) << "the settings did change";
     const QImage chart = QImage::fromData(attachments[1].data, "JPEG");
-    EXPECT_EQ(chart.size(), QSize(600, 400)) << "drawn at twice the screen's size";
+    EXPECT_EQ(chart.size(), QSize(600, 400));
     // The line colour shows up somewhere in the picture.
     bool blue = false;
     for (int y = 0; y < chart.height() && !blue; ++y)
@@ -323,13 +205,61 @@ TEST_F(TvmTest, MailedReportCarriesTheChartAsGraphPng)
     EXPECT_TRUE(blue);
 }
 
-TEST_F(TvmTest, ZeroRateGivesNonFiniteResults)
+TEST_F(TvmTest, ASavedReportKeepsItsChartAndItsPdfShowsIt)
 {
-    type("pvField", "100");
-    type("pmtField", "10");
-    type("periodField", "5");
-    tvm->futureValueClicked();
+    ReportTableModel list; // the saved list exists before any save
+    fill({{"pvField", "1000"}, {"interestField", "5"}, {"periodField", "10"}});
+    screen->setChartSize(QSize(300, 200));
+    screen->futureValueClicked();
+    presenter.script({{"Save", ""}, {"OK", "Plan"}, {"OK", ""}});
+    screen->exportClicked();
+    ASSERT_EQ(presenter.requests.back().title, "Calculation Saved");
+    const QDir documentsDir(documents());
+    EXPECT_EQ(
+        QImage(documentsDir.filePath("tvm_description_Plan_05-03-2024 14:07_chart.png")).size(),
+        QSize(600, 400));
+
+    ReportDetailController detail;
+    ScriptedPresenter detailPresenter;
+    detail.setPresenter(&detailPresenter);
+    detail.setReportFilePath(documentsDir.filePath(report().fileName));
+    detailPresenter.script({{"Save as PDF", ""}, {"OK", ""}});
+    detail.actionClicked();
+    QFile pdf(documentsDir.filePath("tvm_description_Plan_05-03-2024 14:07_report.pdf"));
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(pdf.readAll().contains("/Subtype /Image")) << "the chart is in the PDF";
+}
+
+TEST_F(TvmTest, NonFiniteResults)
+{
+    // PMT = i (FV - PV g) / ((1 + iB)(g - 1)) with g - 1 = +0: -50 / +0.
+    fill({{"fvField", "1000"}, {"interestField", "-5"}, {"periodField", "0"}});
+    screen->paymentClicked();
+    EXPECT_EQ(view->text("pmtField"), "-Infinity");
+    type("interestField", "5");
+    screen->paymentClicked();
+    EXPECT_EQ(view->text("pmtField"), "Infinity");
+
+    // A zero rate.
+    fill({{"pvField", "100"},
+          {"pmtField", "10"},
+          {"periodField", "5"},
+          {"interestField", ""},
+          {"fvField", ""}});
+    screen->futureValueClicked();
     EXPECT_EQ(view->text("fvField"), "NaN");
+}
+
+TEST_F(TvmTest, ReportRepeatsThePeriodOnThePaymentLine)
+{
+    fill({{"pvField", "1000"}, {"interestField", "12"}, {"periodField", "12"}, {"pmtField", "55"}});
+    screen->futureValueClicked();
+    screen->sendReportRequestedNotification("plan");
+    const QString contents = report().contents;
+    EXPECT_TRUE(contents.startsWith("Financial Report - Time Value of Money\n"));
+    EXPECT_TRUE(contents.contains("\nPeriod: 12\nPayment: 12\nPayment Frequency: 1\nMode: BEG\n"));
+    EXPECT_TRUE(contents.contains("Interest Rate: 12%\n"));
+    EXPECT_EQ(report().fileName, "tvm_description_plan_05-03-2024 14:07_report.txt");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
-#include "TestSupport.h"
+#include "functions/ScreenTest.h"
 #include "functions/cmp/CmpController.h"
+#include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
 
 #include <QElapsedTimer>
@@ -23,23 +24,12 @@ double referenceBalance(double principal, double ratePercent, int m, double mont
     return principal * growth + deposit * annuity * (due ? 1.0 + i : 1.0);
 }
 
-class CmpTest : public HomeTest {
+class CmpTest : public ScreenTest<CmpController> {
 protected:
     void SetUp() override
     {
-        HomeTest::SetUp();
-        review = std::make_shared<CountingReviewPrompt>();
-        Services::setReviewPrompt(review);
-        cmp = std::make_unique<CmpController>();
-        cmp->setPresenter(&presenter);
-        view = cmp->qvFunctionView();
-        model = cmp->cmpModel();
-    }
-    void type(const QString& outlet, const QString& text) { cmp->editField(outlet, text); }
-    void choose(const QString& outlet, const QString& word)
-    {
-        presenter.script({{word, ""}});
-        cmp->openChoice(outlet);
+        ScreenTest::SetUp();
+        model = screen->cmpModel();
     }
     void enter(const char* principal, const char* rate, const char* years, const char* deposit)
     {
@@ -48,11 +38,12 @@ protected:
         type("periodField", local(years));
         type("paymentField", local(deposit));
     }
+    QStringList results() const
+    {
+        return texts({"balanceResultLabel", "interestAmounResultLabel", "totalPrincipalResultLabel",
+                      "apyResultLabel"});
+    }
 
-    std::shared_ptr<CountingReviewPrompt> review;
-    ScriptedPresenter presenter;
-    std::unique_ptr<CmpController> cmp;
-    QVFunctionView* view = nullptr;
     CmpModel* model = nullptr;
 };
 
@@ -63,15 +54,11 @@ TEST_F(CmpTest, MonthlyDepositsAtEitherEndOfTheMonth)
     EXPECT_EQ(view->text("modeButton"), "END");
     EXPECT_EQ(view->text("frequencyButton"), "Monthly");
     enter("1000", "6", "1", "100");
-    EXPECT_EQ(view->text("balanceResultLabel"), local("2295.234"));
-    EXPECT_EQ(view->text("interestAmounResultLabel"), local("95.234"));
-    EXPECT_EQ(view->text("totalPrincipalResultLabel"), "2200");
-    EXPECT_EQ(view->text("apyResultLabel"), local("6.168%"));
+    EXPECT_EQ(results(), locals({"2295.234", "95.234", "2200", "6.168%"}));
 
     choose("modeButton", "BEG");
     EXPECT_EQ(view->text("modeButton"), "BEG");
-    EXPECT_EQ(view->text("balanceResultLabel"), local("2301.402"));
-    EXPECT_EQ(view->text("interestAmounResultLabel"), local("101.402"));
+    EXPECT_EQ(results().mid(0, 2), locals({"2301.402", "101.402"}));
 
     choose("modeButton", "END");
     choose("frequencyButton", "Annually");
@@ -127,7 +114,7 @@ TEST_F(CmpTest, FractionalTermsRunWholeMonthsButCountEveryDeposit)
         type("periodField", local(term));
         EXPECT_EQ(model->balance, 1000) << term;
         EXPECT_EQ(model->totalPrincipal, 1000 + 12 * 100 * std::atof(term)) << term;
-        EXPECT_FALSE(cmp->chartShown()) << term;
+        EXPECT_FALSE(screen->chartShown()) << term;
     }
     type("periodField", typed(1e-30));
     EXPECT_NEAR(model->balance, 1105, 1e-9) << "the first month always runs";
@@ -177,7 +164,7 @@ TEST_F(CmpTest, ChoiceSheetsAskForAReviewAndRecompute)
     EXPECT_EQ(titles.size(), 5);
     for (const char* word : {"Monthly", "Quarterly", "Semiannually", "Annually", "Cancel"})
         EXPECT_TRUE(titles.contains(word)) << word;
-    EXPECT_EQ(review->requestCount(), 2);
+    EXPECT_EQ(static_cast<CountingReviewPrompt&>(Services::reviewPrompt()).requestCount(), 2);
 
     EXPECT_EQ(view->text("modeButton"), "END") << "cancelled";
     EXPECT_EQ(model->compounding, "Quarterly");
@@ -187,19 +174,12 @@ TEST_F(CmpTest, ChoiceSheetsAskForAReviewAndRecompute)
 TEST_F(CmpTest, ReportRepeatsTheTotalPrincipalLabelForTheInterest)
 {
     enter("1000", "6", "1", "100");
-    cmp->sendReportRequestedNotification("Savings");
-    const QVReport& report = model->report();
-    const QString d = QLocale().decimalPoint();
-    EXPECT_EQ(report.contents, "Financial Report - Compound Interest\nDate: 05-03-2024 14:07\n"
-                               "\n-----------------------------\n\n"
-                               "Principal Amount: 1000\nAnnual Rate: 6\nYears: 1\nPayment: 100\n"
-                               "Mode: END\nCompounding: Monthly\nTotal Principal: 2200\n"
-                               "Total Principal: 95" +
-                                   d + "234\nBalance: 2295" + d + "234\nAPY: 6" + d + "168%\n");
-    EXPECT_EQ(report.fileName, "cmp_Savings_05-03-2024 14:07_report.txt");
-    EXPECT_EQ(report.functionTitle, "Cmp");
-    EXPECT_EQ(report.colorTag, Rgba(0xF7, 0xEA, 0xC8));
-    EXPECT_EQ(readDocument(report.fileName), report.contents);
+    screen->sendReportRequestedNotification("Savings");
+    EXPECT_EQ(reportBody(), local("Principal Amount: 1000\nAnnual Rate: 6\nYears: 1\nPayment: 100\n"
+                                  "Mode: END\nCompounding: Monthly\nTotal Principal: 2200\n"
+                                  "Total Principal: 95.234\nBalance: 2295.234\nAPY: 6.168%\n"));
+    expectReport("Compound Interest", "cmp_Savings_05-03-2024 14:07_report.txt", "Cmp",
+                 Rgba(0xF7, 0xEA, 0xC8));
 }
 
 TEST_F(CmpTest, HugeTermsFinishAtOnce)
@@ -232,12 +212,12 @@ TEST_F(CmpTest, HugeTermsFinishAtOnce)
 
 TEST_F(CmpTest, ChartShowsTheBalanceAtEachYearEnd)
 {
-    QSignalSpy redraws(cmp.get(), &CmpController::chartChanged);
+    QSignalSpy redraws(screen.get(), &CmpController::chartChanged);
     enter("1000", "6", "2.5", "100");
     EXPECT_EQ(redraws.count(), 4);
-    EXPECT_TRUE(cmp->chartShown());
-    EXPECT_EQ(cmp->chartDataSource(), cmp->model());
-    const auto* source = qobject_cast<MultiLineGraphDataSource*>(cmp->chartDataSource());
+    EXPECT_TRUE(screen->chartShown());
+    EXPECT_EQ(screen->chartDataSource(), screen->model());
+    const auto* source = qobject_cast<MultiLineGraphDataSource*>(screen->chartDataSource());
     ASSERT_NE(source, nullptr);
     EXPECT_EQ(source->dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2", "3"}));
     const auto values = source->dataForYAxisWithLineNumber(0);
@@ -247,7 +227,7 @@ TEST_F(CmpTest, ChartShowsTheBalanceAtEachYearEnd)
     EXPECT_NEAR(*values[2], referenceBalance(1000, 6, 12, 24, 100, false), 1e-9);
     EXPECT_EQ(*values[3], model->balance) << "the part year ends with the term";
     EXPECT_EQ(source->nameForTheLineWithLineNumber(0), "Balance");
-    const auto* delegate = qobject_cast<MultiLineGraphDelegate*>(cmp->chartDataSource());
+    const auto* delegate = qobject_cast<MultiLineGraphDelegate*>(screen->chartDataSource());
     ASSERT_NE(delegate, nullptr);
     EXPECT_EQ(delegate->customViewForLineChartTouchWithXValueAndYValue("1", 1100).text,
               "Year 1: 1100");

@@ -1,8 +1,8 @@
 // The calculators of "Loans and More": amortization schedule, dated cash
 // flows, interest rate conversion, breakeven and depreciation, through their
 // screens' controllers.
-#include "TestSupport.h"
 #include "framework/NumberFormat.h"
+#include "functions/ScreenTest.h"
 #include "functions/amortization/AmortizationController.h"
 #include "functions/breakeven/BreakevenController.h"
 #include "functions/datedcashflows/DatedCashFlowsController.h"
@@ -15,24 +15,15 @@
 
 namespace {
 
-class RateConversionTest : public HomeTest {
+class RateConversionTest : public ScreenTest<RateConversionController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<RateConversionController>();
-        screen->setPresenter(&presenter);
-    }
     RateConversionModel* model() const { return screen->rateConversionModel(); }
-    void fill(const QString& nominal, const QString& effective, const QString& count)
+    void fill(const char* nominal, const char* effective, const QString& count)
     {
-        screen->editField("nominalRateField", local(nominal.toLatin1().constData()));
-        screen->editField("effectiveRateField", local(effective.toLatin1().constData()));
-        screen->editField("compoundingPerYearField", count);
+        type("nominalRateField", local(nominal));
+        type("effectiveRateField", local(effective));
+        type("compoundingPerYearField", count);
     }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<RateConversionController> screen;
 };
 
 // References: the definitions of the spreadsheet functions EFFECT(r, m) =
@@ -94,26 +85,16 @@ TEST_F(RateConversionTest, FewerThanOneCompoundingIsNaNAndTheReportSaysSo)
     fill("6", "", "12");
     screen->solve("effectiveRate");
     screen->sendReportRequestedNotification("Savings");
-    const QString contents = model()->report().contents;
-    EXPECT_TRUE(contents.startsWith("Financial Report - Interest Rate Conversion\nDate: "));
-    EXPECT_TRUE(contents.endsWith(local("Nominal Rate: 6%\nCompounding Per Year: 12\n"
-                                        "Effective Rate: 6.168%\n"
-                                        "Continuous Compounding Effective Rate: 6.184%\n")))
-        << contents.toStdString();
-    EXPECT_EQ(model()->report().fileName, "rate-conversion_Savings_05-03-2024 14:07_report.txt");
+    EXPECT_TRUE(
+        report().contents.startsWith("Financial Report - Interest Rate Conversion\nDate: "));
+    EXPECT_TRUE(report().contents.endsWith(
+        local("Nominal Rate: 6%\nCompounding Per Year: 12\nEffective Rate: 6.168%\n"
+              "Continuous Compounding Effective Rate: 6.184%\n")))
+        << report().contents.toStdString();
+    EXPECT_EQ(report().fileName, "rate-conversion_Savings_05-03-2024 14:07_report.txt");
 }
 
-class BreakevenTest : public HomeTest {
-protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<BreakevenController>();
-        screen->setPresenter(&presenter);
-    }
-    ScriptedPresenter presenter;
-    std::unique_ptr<BreakevenController> screen;
-};
+using BreakevenTest = ScreenTest<BreakevenController>;
 
 // profit = quantity × (price − variable) − fixed, each value solved from
 // the other four (the textbook case: 10000 fixed, 15 variable, 40 price
@@ -136,8 +117,8 @@ TEST_F(BreakevenTest, EachValueIsSolvedFromTheOtherFour)
                                 "quantityField"};
         for (const QString& unknown : names) {
             for (int i = 0; i < 5; ++i)
-                screen->editField(fields[i], typed(values[i]));
-            screen->editField(unknown + "Field", "");
+                type(fields[i], typed(values[i]));
+            type(unknown + "Field", "");
             screen->solve(unknown);
             const double expected =
                 values[QStringList({"fixedCost", "variableCost", "price", "profit", "quantity"})
@@ -148,45 +129,31 @@ TEST_F(BreakevenTest, EachValueIsSolvedFromTheOtherFour)
         }
     }
     // A price that only covers the variable cost never breaks even.
-    screen->editField("priceField", "15");
-    screen->editField("variableCostField", "15");
-    screen->editField("fixedCostField", "10000");
-    screen->editField("profitField", "");
+    type("priceField", "15");
+    type("variableCostField", "15");
+    type("fixedCostField", "10000");
+    type("profitField", "");
     screen->solve("quantity");
     EXPECT_EQ(screen->qvFunctionView()->text("quantityField"), "Infinity");
 }
 
-} // namespace
-
-namespace {
-
-class DepreciationTest : public HomeTest {
+class DepreciationTest : public ScreenTest<DepreciationController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<DepreciationController>();
-        screen->setPresenter(&presenter);
-    }
     QList<double> amounts(const QString& cost, const QString& salvage, const QString& life,
                           const QString& months, const QString& method,
                           const QString& factor = "200")
     {
-        screen->editField("costField", cost);
-        screen->editField("salvageField", salvage);
-        screen->editField("lifeField", life);
-        screen->editField("firstYearMonthsField", months);
-        screen->editField("factorField", factor);
-        presenter.script({{method, ""}});
-        screen->openChoice("methodButton");
+        type("costField", cost);
+        type("salvageField", salvage);
+        type("lifeField", life);
+        type("firstYearMonthsField", months);
+        type("factorField", factor);
+        choose("methodButton", method);
         QList<double> list;
         for (const auto& year : screen->depreciationModel()->schedule)
             list << year.depreciation;
         return list;
     }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<DepreciationController> screen;
 };
 
 // References, each the documented example of the spreadsheet function of
@@ -259,31 +226,17 @@ TEST_F(DepreciationTest, APartialFirstYearSpreadsEachYearOfLifeAndEndsAtTheSalva
     }
 }
 
-} // namespace
-
-namespace {
-
-class AmortizationTest : public HomeTest {
+class AmortizationTest : public ScreenTest<AmortizationController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<AmortizationController>();
-        screen->setPresenter(&presenter);
-    }
-    const AmortizationModel& loan(const QString& amount, const QString& rate, const QString& years,
+    const AmortizationModel& loan(const QString& amount, const char* rate, const QString& years,
                                   const QString& frequency = "Monthly")
     {
-        presenter.script({{frequency, ""}});
-        screen->openChoice("paymentsPerYearButton");
-        screen->editField("loanAmountField", amount);
-        screen->editField("annualRateField", local(rate.toLatin1().constData()));
-        screen->editField("yearsField", years);
+        choose("paymentsPerYearButton", frequency);
+        type("loanAmountField", amount);
+        type("annualRateField", local(rate));
+        type("yearsField", years);
         return *screen->amortizationModel();
     }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<AmortizationController> screen;
 };
 
 // References: the lender's schedule in whole cents (payment and every
@@ -323,7 +276,7 @@ TEST_F(AmortizationTest, ScheduleInCentsToTheLastPayment)
 // evaluated from those definitions in Python).
 TEST_F(AmortizationTest, UnroundedScheduleFollowsTheIpmtAndPpmtDefinitions)
 {
-    screen->editField("roundToCentsField", "0");
+    type("roundToCentsField", "0");
     const AmortizationModel& m = loan("200000", "6.5", "30");
     EXPECT_NEAR(m.payment, 1264.1360469859305, 1e-9);
     const struct {
@@ -340,9 +293,9 @@ TEST_F(AmortizationTest, UnroundedScheduleFollowsTheIpmtAndPpmtDefinitions)
 
 TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
 {
-    screen->editField("rangeStartField", "13");
-    screen->editField("rangeEndField", "24");
-    screen->editField("firstPaymentDateField", "2027-01-01");
+    type("rangeStartField", "13");
+    type("rangeEndField", "24");
+    type("firstPaymentDateField", "2027-01-01");
     const AmortizationModel& m = loan("200000", "6.5", "30");
     double principal = 0, interest = 0;
     for (int k = 13; k <= 24; ++k) {
@@ -357,17 +310,15 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     EXPECT_EQ(m.payoffDate, QDate(2056, 12, 1));
 
     // BEG: the first payment is made at once and carries no interest.
-    presenter.script({{"BEG", ""}});
-    screen->openChoice("paymentModeButton");
+    choose("paymentModeButton", "BEG");
     EXPECT_EQ(m.schedule.first().interest, 0.0);
     EXPECT_NEAR(m.payment, std::round(1264.1360469859305 / (1 + 0.065 / 12) * 100) / 100, 1e-9);
     EXPECT_EQ(m.schedule.last().balance, 0.0);
 
     // An extra 200 with every payment ends the loan years early.
-    presenter.script({{"END", ""}});
-    screen->openChoice("paymentModeButton");
+    choose("paymentModeButton", "END");
     const double fullInterest = m.totalInterest;
-    screen->editField("extraPaymentField", "200");
+    type("extraPaymentField", "200");
     EXPECT_LT(m.numberOfPayments, 300);
     EXPECT_LT(m.totalInterest, fullInterest);
     EXPECT_EQ(m.schedule.last().balance, 0.0);
@@ -400,30 +351,17 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     EXPECT_FALSE(screen->chartShown());
 }
 
-} // namespace
-
-namespace {
-
-class DatedCashFlowsTest : public HomeTest {
+class DatedCashFlowsTest : public ScreenTest<DatedCashFlowsController> {
 protected:
-    void SetUp() override
-    {
-        HomeTest::SetUp();
-        screen = std::make_unique<DatedCashFlowsController>();
-        screen->setPresenter(&presenter);
-    }
     const DatedCashFlowsModel& flows(const QStringList& dates, const QStringList& amounts,
                                      const QString& rate = "0")
     {
-        screen->editField("rateField", rate);
+        type("rateField", rate);
         screen->setTableInput("dates", dates);
         screen->setTableInput("amounts", amounts);
-        screen->editField("rowCountField", QString::number(dates.size()));
+        type("rowCountField", QString::number(dates.size()));
         return *screen->datedCashFlowsModel();
     }
-
-    ScriptedPresenter presenter;
-    std::unique_ptr<DatedCashFlowsController> screen;
 };
 
 // References: the documented examples of the spreadsheet functions XNPV and

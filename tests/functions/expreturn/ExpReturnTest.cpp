@@ -104,23 +104,14 @@ TEST_F(ExpReturnTest, ResultsMatchTheMomentFormula)
     type("periodField", "1");
     state(0, "100", local("7.25"), "-3");
     EXPECT_EQ(labels(), locals({"7.25%", "-3%", "0%", "0%"}));
-}
 
-// The standard deviation A label is filled from "%.@%%": the precision mark
-// is ignored, so it reads like the other three labels, non-finite values
-// included.
-TEST_F(ExpReturnTest, StandardDeviationALabelReadsLikeTheOthers)
-{
-    threeStates();
-    EXPECT_EQ(view->text("standardDeviationAResultLabel"),
-              ExpReturnController::stringFromDouble(model->standardDeviationA) + "%");
-
-    // An overflowing return: the mean is infinite and the deviation NaN.
+    // An overflowing return: the mean is infinite and the deviation NaN,
+    // written like the other labels although the deviation A label's format
+    // is "%.@%%".
     table->stockAChanged(0, overflowing());
-    EXPECT_EQ(labels().mid(0, 3), QStringList({"Infinity%", "5%", "NaN%"}));
+    EXPECT_EQ(labels().mid(0, 3), QStringList({"Infinity%", "-3%", "NaN%"}));
     table->stockAChanged(0, "-" + overflowing());
-    EXPECT_EQ(labels().mid(0, 3), QStringList({"-Infinity%", "5%", "NaN%"})) << "B untouched";
-
+    EXPECT_EQ(labels().mid(0, 3), QStringList({"-Infinity%", "-3%", "NaN%"})) << "B untouched";
     EXPECT_EQ(ExpReturnController::stringWithFormat("%.@%%", "12.5"), "12.5%");
     EXPECT_EQ(ExpReturnController::stringWithFormat("%.2@ of %@", "x"), "x of x");
     EXPECT_EQ(ExpReturnController::stringWithFormat("100%% %d %", "x"), "100% %d %")

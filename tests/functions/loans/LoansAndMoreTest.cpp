@@ -73,10 +73,8 @@ TEST_F(RateConversionTest, EffectiveAndNominalFollowTheSpreadsheetDefinitions)
                 << nominal << " compounded " << count;
         }
     }
-}
 
-TEST_F(RateConversionTest, FewerThanOneCompoundingIsNaNAndTheReportSaysSo)
-{
+    // Fewer than one compounding a year is NaN.
     fill("6", "", "0.5");
     screen->solve("effectiveRate");
     EXPECT_TRUE(std::isnan(model()->effectiveRate));

@@ -49,10 +49,8 @@ TEST_F(RoiTest, EdgeCases)
     EXPECT_EQ(view->text("annualizedRoiResultLabel"), "-Infinity%") << "unreadable text is 0";
     type("investmentField", "1.000,5x");
     EXPECT_EQ(screen->roiModel()->investmentAmount, 0);
-}
 
-TEST_F(RoiTest, ChangeSignDoesNotRecompute)
-{
+    // "±" changes the text without recomputing until the next edit.
     type("investmentField", "100");
     type("futureValueField", "150");
     type("yearsField", "1");

@@ -22,16 +22,14 @@ protected:
     const TvmModel& model() const { return *screen->tvmModel(); }
 };
 
-TEST_F(TvmTest, DefaultsAreBeginningModeAndAnnualPayments)
+TEST_F(TvmTest, FutureValueOfMonthlyCompounding)
 {
+    // Defaults: beginning mode and annual payments.
     EXPECT_EQ(model().paymentMode, "BEG");
     EXPECT_EQ(model().paymentFrequency, 1);
     EXPECT_EQ(texts({"modeButton", "frequencyButton"}), QStringList({"BEG", "Annually"}));
     EXPECT_EQ(view->title(), "TVM Calculator");
-}
 
-TEST_F(TvmTest, FutureValueOfMonthlyCompounding)
-{
     fill({{"pvField", "1000"}, {"interestField", "12"}, {"periodField", "12"}, {"pmtField", "0"}});
     choose("frequencyButton", "Monthly");
     choose("modeButton", "END");

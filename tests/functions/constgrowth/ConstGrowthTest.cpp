@@ -70,6 +70,25 @@ TEST_F(ConstGrowthTest, PriceFromTheCurrentOrTheNextDividend)
         const double expected = discountedDividends(d1, row.r / 100, g);
         EXPECT_NEAR(model().price, expected, 1e-9 * expected);
     }
+
+    // Rates that meet or cross.
+    struct Edge {
+        const char *type, *dividend, *r, *g, *shown;
+    };
+    const Edge edges[] = {
+        {"Current (D0)", "2", "5", "5", "Infinity"},
+        {"Current (D0)", "0", "5", "5", "NaN"},
+        {"Current (D0)", "-1", "5", "5", "-Infinity"},
+        {"Next (D1)", "1", "5", "7", "-50"},       // growth above return is not an error
+        {"Next (D1)", "1", "ten", "", "Infinity"}, // unreadable and empty text are 0
+    };
+    for (const Edge& row : edges) {
+        choose(row.type);
+        enter(row.dividend, row.r, row.g);
+        EXPECT_EQ(price(), row.shown) << row.dividend << " " << row.r << " " << row.g;
+    }
+    EXPECT_EQ(model().returnRate, 0);
+    EXPECT_EQ(model().growthRate, 0);
 }
 
 TEST_F(ConstGrowthTest, DividendTypeSheetOffersTwoTypesAndNoCancel)
@@ -104,27 +123,6 @@ TEST_F(ConstGrowthTest, DividendTypeSheetOffersTwoTypesAndNoCancel)
     view->setText("dividendTypeButton", "Preferred");
     type("dividendField", "4");
     EXPECT_EQ(price(), "40");
-}
-
-TEST_F(ConstGrowthTest, RatesThatMeetOrCross)
-{
-    struct Row {
-        const char *type, *dividend, *r, *g, *shown;
-    };
-    const Row rows[] = {
-        {"Current (D0)", "2", "5", "5", "Infinity"},
-        {"Current (D0)", "0", "5", "5", "NaN"},
-        {"Current (D0)", "-1", "5", "5", "-Infinity"},
-        {"Next (D1)", "1", "5", "7", "-50"},       // growth above return is not an error
-        {"Next (D1)", "1", "ten", "", "Infinity"}, // unreadable and empty text are 0
-    };
-    for (const Row& row : rows) {
-        choose(row.type);
-        enter(row.dividend, row.r, row.g);
-        EXPECT_EQ(price(), row.shown) << row.dividend << " " << row.r << " " << row.g;
-    }
-    EXPECT_EQ(model().returnRate, 0);
-    EXPECT_EQ(model().growthRate, 0);
 }
 
 TEST_F(ConstGrowthTest, ReportListsTheInputsAndThePrice)

@@ -135,10 +135,7 @@ TEST_F(NoncGrowthTest, PeriodEdits)
     EXPECT_EQ(model->period, 0.5);
     EXPECT_EQ(reloads.count(), 8);
     EXPECT_NEAR(model->price, 3, 1e-12) << "one plain dividend, at rates of 0";
-}
 
-TEST_F(NoncGrowthTest, AnEditAfterASignFlipIsRoutedToItsOwnField)
-{
     type("periodField", "2");
     rates(0, "10", "5");
     rates(1, "10", "5");

@@ -165,10 +165,7 @@ TEST_F(NpvTest, PeriodEdits)
             << text.toStdString();
     }
     EXPECT_EQ(reloads.count(), 12) << "the table reloads even when the period stays";
-}
 
-TEST_F(NpvTest, AnEditAfterASignFlipIsRoutedToItsOwnField)
-{
     type("periodField", "2");
     cashFlows({"-100", "110"});
     type("discountRateField", "10");

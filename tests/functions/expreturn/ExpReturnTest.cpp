@@ -58,7 +58,6 @@ TEST_F(ExpReturnTest, FreshScreen)
     EXPECT_TRUE(view->descriptionHtml().contains("standard deviation"));
     EXPECT_EQ(view->text("periodField"), "4");
     EXPECT_EQ(model->period, 4);
-    EXPECT_EQ(model->rates.size(), 100);
     EXPECT_EQ(table->period(), 4.0);
     EXPECT_EQ(table->stateLabelTexts(), QStringList({"1", "2", "3", "4"}));
     EXPECT_EQ(table->probabilityTexts(), QStringList(4, "")) << "zeros show as empty";

@@ -89,8 +89,6 @@ TEST_F(WaccTest, ReportListsInputsAndResult)
                                 local("9.44") + "%\n");
     expectReport("Weighted Average Cost of Capital", "wacc__05-03-2024 14:07_report.txt", "Wacc",
                  Rgba(0x35, 0x44, 0x58));
-    EXPECT_EQ(screen->waccModel()->reportCreatedNotificationName(),
-              "WaccReportCreatedNotification");
     EXPECT_GT(view->descriptionHtml().size(), 500);
 }
 

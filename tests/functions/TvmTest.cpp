@@ -103,6 +103,9 @@ TEST_F(TvmTest, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
         {"1000", "0", "900", "5", "Annually", "END", -2.0851637639, 5e-11, "-2.085"},
         {"1000", "0", "5000", "1", "Annually", "END", 400, 1e-9, "400"},
         {"1000", "0", "-5", "5", "Annually", "END", NAN, 0, "NaN"},
+        // Payments at the beginning: the root of PV g + PMT (1 + i)(g - 1)/i + FV,
+        // g = (1 + i)^n, found to 40 digits with Python's mpmath.
+        {"10000", "-1200", "0", "12", "Annually", "BEG", 7.450290892334763, 1e-9, "7.45"},
         {typed(1e12), "0", QString::number(1e12 * std::pow(1.07, 30), 'f', 2), "30", "Annually",
          "BEG", 7, 1e-6, "7"},
     };

@@ -4,6 +4,7 @@
 // record-golden-results), whose dictionary must match the one below.
 #include "ExpressionTestSupport.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTextStream>
 #include <bit>
@@ -61,6 +62,24 @@ TEST(GoldenResults, EveryRecordedLineGivesItsRecordedBits)
     }
     EXPECT_EQ(failures, 0);
     EXPECT_GT(lines, 4000);
+}
+
+// Every input the fuzzer ever crashed on is kept in fuzz/regressions and
+// must now evaluate (to a number or to nothing) without harm, read as UTF-8
+// and as UTF-16, including those kept after the file was recorded.
+TEST(FuzzRegressions, EveryKeptInputEvaluatesQuietly)
+{
+    const QDir dir(QStringLiteral(FUZZ_REGRESSIONS_DIR));
+    for (const QString& name : dir.entryList(QDir::Files | QDir::NoDotAndDotDot)) {
+        if (name.startsWith(QLatin1Char('.')))
+            continue;
+        QFile file(dir.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        const QByteArray bytes = file.readAll();
+        (void)numberByParsingExpression(QString::fromUtf8(bytes));
+        (void)numberByParsingExpression(
+            QStringView(reinterpret_cast<const char16_t*>(bytes.constData()), bytes.size() / 2));
+    }
 }
 
 } // namespace

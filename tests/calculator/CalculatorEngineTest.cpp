@@ -17,8 +17,6 @@ protected:
     void SetUp() override
     {
         HomeTest::SetUp();
-        review = std::make_shared<CountingReviewPrompt>();
-        Services::setReviewPrompt(review);
         engine = std::make_unique<CalculatorController>();
         engine->setPresenter(&presenter);
     }
@@ -26,9 +24,20 @@ protected:
     // Each argument is a key title, or a run of characters typed one key
     // each.
     void keys(std::initializer_list<QString> presses) { pressKeys(keypad, presses); }
+    // A 250,000 mortgage over 30 years at 6 %, paid and compounded monthly.
+    void solveMortgagePayment()
+    {
+        keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",
+              "PMT"});
+    }
 
     QString display() const { return engine->displayNumber(); }
     QString label() const { return engine->resultLabel(); }
+    const CalculatorModel& model() const { return engine->model(); }
+    static int reviews()
+    {
+        return static_cast<CountingReviewPrompt&>(Services::reviewPrompt()).requestCount();
+    }
     QStringList commands() const
     {
         QStringList out;
@@ -39,32 +48,29 @@ protected:
 
     CalculatorKeypad keypad;
     ScriptedPresenter presenter;
-    std::shared_ptr<CountingReviewPrompt> review;
     std::unique_ptr<CalculatorController> engine;
 };
 
-TEST_F(EngineTest, StartsClearedWithDefaultRegisters)
-{
-    EXPECT_EQ(display(), "0");
-    EXPECT_EQ(engine->model().paymentFrequency, 1);
-    EXPECT_EQ(engine->model().compounding, 1);
-    EXPECT_EQ(engine->model().paymentMode, "END");
-    EXPECT_EQ(engine->cashFlowArray().size(), 100u);
-    EXPECT_EQ(engine->historyCount(), 0);
-}
-
 TEST_F(EngineTest, TypingAndEvaluatingExpressions)
 {
-    keys({"1+2*3", "="});
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(model().paymentFrequency, 1);
+    EXPECT_EQ(model().compounding, 1);
+    EXPECT_EQ(model().paymentMode, "END");
+    EXPECT_EQ(engine->cashFlowArray().size(), 100u);
+
+    keys({"2*+3", "="});
+    EXPECT_EQ(display(), "0") << "an invalid line shows 0";
+    EXPECT_EQ(engine->historyCount(), 0) << "and logs nothing";
+
+    keys({"CE", "1+2*3", "="});
     EXPECT_EQ(display(), "7");
     EXPECT_EQ(label(), "Ans");
     EXPECT_EQ(engine->expression(), "1+2*3") << "= leaves the expression";
     ASSERT_EQ(engine->historyCount(), 1);
     const HistoryEntry entry = engine->logArray()->first();
-    EXPECT_EQ(entry.result, "7");
-    EXPECT_EQ(entry.expression, "1+2*3");
-    EXPECT_EQ(entry.command, "Evaluate Expression");
-    EXPECT_EQ(entry.resultLabel, "Ans");
+    EXPECT_EQ(QStringList({entry.result, entry.expression, entry.command, entry.resultLabel}),
+              QStringList({"7", "1+2*3", "Evaluate Expression", "Ans"}));
 
     keys({"CE", "2", "y\u02e3", "0.5", "="});
     EXPECT_EQ(engine->expression(), "2^0.5");
@@ -75,10 +81,9 @@ TEST_F(EngineTest, TypingAndEvaluatingExpressions)
     EXPECT_EQ(display(), "0");
     keys({"CE", "2ND", "\u03c0", "2ND", "\u221ax", "4", ")", "LN", "1", ")", "+"});
     EXPECT_EQ(engine->expression(), "pisqrt(4)ln(1)+");
-}
 
-TEST_F(EngineTest, LettersFromAKeyboardReachFunctionsWithoutKeys)
-{
+    // Letters from a keyboard reach functions without keys.
+    keys({"CE"});
     engine->typeLetters("atan");
     keys({"(", "1", ")", "*", "4", "="});
     EXPECT_EQ(display(), local("3.1416"));
@@ -86,17 +91,22 @@ TEST_F(EngineTest, LettersFromAKeyboardReachFunctionsWithoutKeys)
     EXPECT_EQ(engine->expression(), "atan(1)*4") << "only letters are typed";
 }
 
-TEST_F(EngineTest, InvalidExpressionShowsZeroAndLogsNothing)
+// The function keys type "sin(" after a number: the number multiplies.
+TEST_F(EngineTest, NumberBeforeAFunctionKeyMultiplies)
 {
-    keys({"2*+3", "="});
+    keys({"2", "2ND", "SIN", "2ND", "0", ")", "="});
+    EXPECT_EQ(engine->expression(), "2sin(0)");
     EXPECT_EQ(display(), "0");
-    EXPECT_EQ(engine->historyCount(), 0);
+    EXPECT_EQ(engine->historyCount(), 1) << "a value, not an invalid line";
+    keys({"CE", "2", "\u221ax", "9", ")", "="});
+    EXPECT_EQ(display(), "6");
+    keys({"CE", "3", "LN", "1", ")", "+1", "="});
+    EXPECT_EQ(display(), "1");
 }
 
 TEST_F(EngineTest, CaretEditing)
 {
-    keys({"123"});
-    keys({"\u2190", "\u2190", "9"});
+    keys({"123", "\u2190", "\u2190", "9"});
     EXPECT_EQ(engine->expression(), "1923");
     keys({"\u21e6"});
     EXPECT_EQ(engine->expression(), "123");
@@ -144,17 +154,42 @@ TEST_F(EngineTest, KeyboardEditingAndPastedText)
     EXPECT_EQ(history.resultAt(5), "");
 }
 
-TEST_F(EngineTest, LoanPaymentThroughTheKeys)
+// A register key on an empty line shows the register and stores nothing;
+// text on the line is still an entry, an unreadable one storing 0.
+TEST_F(EngineTest, LoanPaymentThroughTheKeysThenItsRegisters)
 {
-    keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",
-          "PMT"});
+    solveMortgagePayment();
     EXPECT_EQ(label(), "PMT");
     EXPECT_EQ(display(), local("-1498.8764"));
     EXPECT_EQ(engine->command(), "Compute PMT");
     EXPECT_FALSE(engine->waitingCompute());
     EXPECT_EQ(commands().last(), "Compute PMT");
     EXPECT_EQ(commands().count("Evaluate Expression"), 6) << "each entry logs its value";
-    EXPECT_GE(review->requestCount(), 2) << "PV and FV entries ask for a review";
+    EXPECT_GE(reviews(), 2) << "PV and FV entries ask for a review";
+
+    const int logged = engine->historyCount();
+    const double payment = model().pmt;
+    for (const auto& [key, shown] : {std::pair{"PV", "250000"},
+                                     {"PMT", "-1498.8764"},
+                                     {"N", "360"},
+                                     {"I/Y", "6"},
+                                     {"FV", "0"},
+                                     {"P/Y", "12"},
+                                     {"C/Y", "12"}}) {
+        keys({"CE", key});
+        EXPECT_EQ(label(), key);
+        EXPECT_EQ(display(), local(shown)) << key;
+    }
+    EXPECT_EQ(model().pmt, payment) << "looking stores nothing";
+    EXPECT_EQ(model().pv, 250000);
+    EXPECT_EQ(model().paymentFrequency, 12);
+    EXPECT_EQ(engine->historyCount(), logged) << "and logs nothing";
+    keys({"CPT", "I/Y"});
+    EXPECT_EQ(display(), "6") << "the solve still has every register";
+    keys({"2*", "PV"});
+    EXPECT_EQ(model().pv, 0) << "an unreadable line stores 0";
+    EXPECT_EQ(display(), "0");
+    EXPECT_EQ(engine->expression(), "");
 }
 
 TEST_F(EngineTest, ComputeNWithoutAHistoryEntryComputePvWithOne)
@@ -163,8 +198,8 @@ TEST_F(EngineTest, ComputeNWithoutAHistoryEntryComputePvWithOne)
     const int before = engine->historyCount();
     keys({"2", "CPT", "N"});
     EXPECT_EQ(label(), "N");
-    EXPECT_NEAR(engine->model().period, 10, 1e-6);
-    EXPECT_EQ(display(), NumberFormat::displayString(engine->model().period));
+    EXPECT_NEAR(model().period, 10, 1e-6);
+    EXPECT_EQ(display(), NumberFormat::displayString(model().period));
     EXPECT_EQ(engine->historyCount(), before) << "Compute N is not logged";
     EXPECT_EQ(engine->expression(), "2") << "a compute leaves the expression";
 
@@ -174,32 +209,21 @@ TEST_F(EngineTest, ComputeNWithoutAHistoryEntryComputePvWithOne)
     EXPECT_EQ(commands().last(), "Compute PV");
 }
 
-TEST_F(EngineTest, RegisterEntryWithAnInvalidExpressionStoresZero)
-{
-    keys({"5", "PV", "2*", "PV"});
-    EXPECT_EQ(display(), "0");
-    EXPECT_EQ(engine->model().pv, 0);
-    EXPECT_EQ(engine->expression(), "");
-}
-
-TEST_F(EngineTest, CptStaysArmedThroughPyAndCy)
+TEST_F(EngineTest, CptStaysArmedThroughPyAndCyAndBegTravelsWithEveryKey)
 {
     keys({"CPT", "4", "P/Y", "2.9", "C/Y"});
     EXPECT_TRUE(engine->waitingCompute());
-    EXPECT_EQ(engine->model().paymentFrequency, 4);
-    EXPECT_EQ(engine->model().compounding, 2);
+    EXPECT_EQ(model().paymentFrequency, 4);
+    EXPECT_EQ(model().compounding, 2);
     keys({"CPT", "FV"});
     EXPECT_FALSE(engine->waitingCompute());
-}
 
-TEST_F(EngineTest, BegToggleTravelsWithEveryKey)
-{
+    keys({"CE", "1", "P/Y", "1", "C/Y", "BEG"});
+    EXPECT_EQ(model().paymentMode, "BEG");
+    keys({"5", "N", "4", "I/Y", "0", "PV", "100", "PMT", "CPT", "FV"});
+    EXPECT_NEAR(model().fv, 100 * (std::pow(1.04, 5) - 1) / 0.04 * 1.04, 1e-9);
     keys({"BEG"});
-    EXPECT_EQ(engine->model().paymentMode, "BEG");
-    keys({"5", "N", "4", "I/Y", "100", "PMT", "CPT", "FV"});
-    EXPECT_NEAR(engine->model().fv, 100 * (std::pow(1.04, 5) - 1) / 0.04 * 1.04, 1e-9);
-    keys({"BEG"});
-    EXPECT_EQ(engine->model().paymentMode, "END");
+    EXPECT_EQ(model().paymentMode, "END");
 }
 
 TEST_F(EngineTest, CashFlowWalkAndEnter)
@@ -220,14 +244,14 @@ TEST_F(EngineTest, CashFlowWalkAndEnter)
     EXPECT_EQ(engine->cashFlowArray()[0].cash, "-100");
 
     keys({"10", "I/Y"});
-    EXPECT_EQ(engine->model().rate, 10) << "I/Y is entered in cash-flow mode";
+    EXPECT_EQ(model().rate, 10) << "I/Y is entered in cash-flow mode";
     keys({"=", "5", "PV", "N"});
-    EXPECT_EQ(engine->model().pv, 0) << "PV and N do nothing in cash-flow mode";
+    EXPECT_EQ(model().pv, 0) << "PV and N do nothing in cash-flow mode";
 
     keys({"CPT", "NPV"});
     EXPECT_EQ(label(), "NPV");
-    EXPECT_NEAR(engine->model().npv, 0, 1e-12);
-    EXPECT_EQ(display(), NumberFormat::displayString(engine->model().npv))
+    EXPECT_NEAR(model().npv, 0, 1e-12);
+    EXPECT_EQ(display(), NumberFormat::displayString(model().npv))
         << "a rounding residue shows as ±0.0001: the display rounds away from zero";
     keys({"CPT", "IRR"});
     EXPECT_EQ(label(), "IRR");
@@ -246,57 +270,24 @@ TEST_F(EngineTest, EnterInCashFlowModeEmptiesTheLine)
     EXPECT_EQ(display(), "-1000");
     keys({"\u2193", "500", "ENTER", "10", "I/Y"});
     EXPECT_EQ(engine->cashFlowArray()[1].cash, "500");
-    EXPECT_EQ(engine->model().rate, 10) << "not 50010";
+    EXPECT_EQ(model().rate, 10) << "not 50010";
     keys({"\u2193", "3", "ENTER", "ENTER"});
     EXPECT_EQ(engine->cashFlowArray()[1].freq, "3") << "ENTER on an empty line gives 0: refused";
     keys({"\u2191", "ENTER"});
     EXPECT_EQ(engine->cashFlowArray()[1].cash, "0") << "an amount of 0 is taken";
 }
 
-// A register key on an empty line shows the register and stores nothing;
-// text on the line is still an entry, an unreadable one storing 0.
-TEST_F(EngineTest, RegisterKeyOnAnEmptyLineShowsTheRegister)
+TEST_F(EngineTest, CashFlowCursorStopsAtF99AndIrrNeedsCpt)
 {
-    keys({"12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT",
-          "PMT"});
-    const int logged = engine->historyCount();
-    const double payment = engine->model().pmt;
-    for (const auto& [key, shown] : {std::pair{"PV", "250000"},
-                                     {"PMT", "-1498.8764"},
-                                     {"N", "360"},
-                                     {"I/Y", "6"},
-                                     {"FV", "0"},
-                                     {"P/Y", "12"},
-                                     {"C/Y", "12"}}) {
-        keys({"CE", key});
-        EXPECT_EQ(label(), key);
-        EXPECT_EQ(display(), local(shown)) << key;
-    }
-    EXPECT_EQ(engine->model().pmt, payment) << "looking stores nothing";
-    EXPECT_EQ(engine->model().pv, 250000);
-    EXPECT_EQ(engine->model().paymentFrequency, 12);
-    EXPECT_EQ(engine->historyCount(), logged) << "and logs nothing";
-    keys({"CPT", "I/Y"});
-    EXPECT_EQ(display(), "6") << "the solve still has every register";
-    keys({"2*", "PV"});
-    EXPECT_EQ(engine->model().pv, 0) << "an unreadable line stores 0";
-}
-
-// The function keys type "sin(" after a number: the number multiplies.
-TEST_F(EngineTest, NumberBeforeAFunctionKeyMultiplies)
-{
-    keys({"2", "2ND", "SIN", "2ND", "0", ")", "="});
-    EXPECT_EQ(engine->expression(), "2sin(0)");
+    keys({"IRR"});
+    EXPECT_EQ(engine->historyCount(), 0);
+    const int before = reviews();
+    keys({"NPV"});
+    EXPECT_EQ(reviews(), before + 1) << "NPV always asks for a review";
+    keys({"CPT", "NPV"});
+    EXPECT_EQ(label(), "NPV") << "NPV works outside cash-flow mode";
     EXPECT_EQ(display(), "0");
-    EXPECT_EQ(engine->historyCount(), 1) << "a value, not an invalid line";
-    keys({"CE", "2", "\u221ax", "9", ")", "="});
-    EXPECT_EQ(display(), "6");
-    keys({"CE", "3", "LN", "1", ")", "+1", "="});
-    EXPECT_EQ(display(), "1");
-}
 
-TEST_F(EngineTest, CashFlowCursorStopsAtF99)
-{
     keys({"CF"});
     for (int i = 0; i < 250; ++i)
         keys({"\u2193"});
@@ -306,18 +297,6 @@ TEST_F(EngineTest, CashFlowCursorStopsAtF99)
     EXPECT_EQ(engine->cashFlowArray()[99].freq, "7");
     keys({"\u2191"});
     EXPECT_EQ(label(), "CF99");
-}
-
-TEST_F(EngineTest, IrrNeedsCptAndNpvWorksOutsideCashFlowMode)
-{
-    keys({"IRR"});
-    EXPECT_EQ(engine->historyCount(), 0);
-    const int reviews = review->requestCount();
-    keys({"NPV"});
-    EXPECT_EQ(review->requestCount(), reviews + 1) << "NPV always asks for a review";
-    keys({"CPT", "NPV"});
-    EXPECT_EQ(label(), "NPV");
-    EXPECT_EQ(display(), "0");
 }
 
 TEST_F(EngineTest, StoreAndRecallWithTheirAlerts)
@@ -332,15 +311,14 @@ TEST_F(EngineTest, StoreAndRecallWithTheirAlerts)
     EXPECT_TRUE(presenter.requests[0].numericTextField);
     EXPECT_EQ(engine->resultStorage().value(7), "42");
 
-    presenter.script({{"OK", "101"}});
-    keys({"STO"});
+    // Out of range is refused; negative indices are kept; unreadable is 0.
+    for (const char* index : {"101", "-5", "abc"}) {
+        presenter.script({{"OK", index}});
+        keys({"STO"});
+    }
     EXPECT_FALSE(engine->resultStorage().contains(101));
-    presenter.script({{"OK", "-5"}});
-    keys({"STO"});
     EXPECT_EQ(engine->resultStorage().value(-5), "42");
-    presenter.script({{"OK", "abc"}});
-    keys({"STO"});
-    EXPECT_EQ(engine->resultStorage().value(0), "42") << "unreadable text is index 0";
+    EXPECT_EQ(engine->resultStorage().value(0), "42");
 
     keys({"CE", "1", "="});
     presenter.script({{"OK", "7"}});
@@ -352,10 +330,8 @@ TEST_F(EngineTest, StoreAndRecallWithTheirAlerts)
     EXPECT_EQ(engine->expression(), "42");
     EXPECT_EQ(label(), "Ans");
     keys({"CE", "1.5", "="});
-    presenter.script({{"OK", "8"}});
-    keys({"STO", "CE"});
-    presenter.script({{"OK", "8"}});
-    keys({"RCL"});
+    presenter.script({{"OK", "8"}, {"OK", "8"}});
+    keys({"STO", "CE", "RCL"});
     EXPECT_EQ(display(), local("1.5"));
     EXPECT_EQ(engine->expression(), "1.5") << "the expression line always takes a point";
     keys({"*", "2", "="});
@@ -371,45 +347,39 @@ TEST_F(EngineTest, ResetKeepsTheCursorAndClearsTheRest)
 {
     keys({"CF", "\u2193", "\u2193", "\u2193", "5", "ENTER"});
     presenter.script({{"OK", "3"}});
-    keys({"STO", "CF", "1", "PV", "CPT"});
-    keys({"2ND", "RESET"});
+    keys({"STO", "CF", "1", "PV", "CPT", "2ND", "RESET"});
     EXPECT_EQ(display(), "0");
     EXPECT_EQ(engine->upCount(), 3);
     EXPECT_TRUE(engine->waitingCompute()) << "RESET leaves CPT armed";
-    EXPECT_EQ(engine->model().pv, 0);
+    EXPECT_EQ(model().pv, 0);
     EXPECT_TRUE(engine->resultStorage().isEmpty());
     EXPECT_EQ(engine->historyCount(), 0);
     EXPECT_EQ(engine->cashFlowArray()[2].cash, "0");
 }
 
-TEST_F(EngineTest, HistoryClearIsLocalToTheScreen)
+TEST_F(EngineTest, HistoryRowsAndAClearLocalToTheScreen)
 {
-    keys({"1+1", "=", "CE", "2*3", "="});
+    keys({"1+1", "=", "CE", "2*3", "=", "CE", "100", "PV", "5", "I/Y", "10", "N", "CPT", "FV"});
     QSignalSpy historySpy(engine.get(), &CalculatorController::historyRequested);
     keys({"2ND", "HIST"});
     EXPECT_EQ(historySpy.count(), 1);
 
     CalculatorHistoryModel history;
     history.setCalculator(engine.get());
-    ASSERT_EQ(history.rowCount(), 2);
-    EXPECT_EQ(history.data(history.index(1), CalculatorHistoryModel::ResultRole), "6");
-    EXPECT_EQ(history.data(history.index(1), CalculatorHistoryModel::DetailRole), "2*3");
+    const auto cell = [&](int row, int role) { return history.data(history.index(row), role); };
+    const int last = history.rowCount() - 1;
+    ASSERT_EQ(last, 5);
+    EXPECT_EQ(cell(1, CalculatorHistoryModel::ResultRole), "6");
+    EXPECT_EQ(cell(1, CalculatorHistoryModel::DetailRole), "2*3");
+    // Computes show their command and label, without an equals sign.
+    EXPECT_EQ(cell(last, CalculatorHistoryModel::DetailRole), "Compute FV");
+    EXPECT_EQ(cell(last, CalculatorHistoryModel::LabelRole), "FV");
     history.clearClicked();
     EXPECT_EQ(history.rowCount(), 0);
 
     CalculatorHistoryModel again;
     again.setCalculator(engine.get());
-    EXPECT_EQ(again.rowCount(), 2);
-}
-
-TEST_F(EngineTest, HistoryRowsShowCommandsAndLabelsWithoutEquals)
-{
-    keys({"100", "PV", "5", "I/Y", "10", "N", "CPT", "FV"});
-    CalculatorHistoryModel history;
-    history.setCalculator(engine.get());
-    const int last = history.rowCount() - 1;
-    EXPECT_EQ(history.data(history.index(last), CalculatorHistoryModel::DetailRole), "Compute FV");
-    EXPECT_EQ(history.data(history.index(last), CalculatorHistoryModel::LabelRole), "FV");
+    EXPECT_EQ(again.rowCount(), 6);
 }
 
 TEST(Keypad, GridTitlesTogglesAndNotifications)
@@ -452,23 +422,27 @@ TEST(Keypad, PackedLayoutWithADoubleWidthZero)
     const int zero = keypad.indexOfShownTitle("0");
     EXPECT_EQ(zero, 41);
     EXPECT_NEAR(keypad.keyRect(zero, w, h).width(), 2 * 82.4, 1e-9);
-    // The last row: CE, 0, ".", "=".
-    for (int i = 40; i < 44; ++i)
-        EXPECT_EQ(keypad.keyRect(i, w, h).top(), 8 * 70) << i;
-    EXPECT_LE(keypad.keyRect(43, w, h).right(), w);
-    for (int i = 0; i < 44; ++i)
+    for (int i = 0; i < 44; ++i) {
         EXPECT_LE(keypad.keyRect(i, w, h).right(), w + 1e-9) << i;
+        if (i >= 40) { // the last row: CE, 0, ".", "="
+            EXPECT_EQ(keypad.keyRect(i, w, h).top(), 8 * 70) << i;
+        }
+    }
+    EXPECT_LE(keypad.keyRect(43, w, h).right(), w);
     EXPECT_TRUE(keypad.keyRect(44, w, h).isNull());
 }
 
 TEST(Keypad, PhysicalKeysMapToTitles)
 {
-    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Return, "\r"), "=");
-    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Backspace, ""), "\u21e6");
-    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Left, ""), "\u2190");
-    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_7, "7"), "7");
-    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_AsciiCircum, "^"), "y\u02e3");
-    EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_A, "a"), "");
+    const struct {
+        int key;
+        const char* text;
+        QString title;
+    } rows[] = {{Qt::Key_Return, "\r", "="},           {Qt::Key_Backspace, "", "\u21e6"},
+                {Qt::Key_Left, "", "\u2190"},          {Qt::Key_7, "7", "7"},
+                {Qt::Key_AsciiCircum, "^", "y\u02e3"}, {Qt::Key_A, "a", ""}};
+    for (const auto& row : rows)
+        EXPECT_EQ(CalculatorKeypad::titleForKeyboard(row.key, row.text), row.title) << row.text;
     EXPECT_EQ(CalculatorKeypad::titleForKeyboard(Qt::Key_Enter, "", true), "ENTER")
         << "in cash-flow mode Enter stores the slot";
 }

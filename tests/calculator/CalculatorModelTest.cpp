@@ -47,23 +47,20 @@ TEST(RateConversion, EqualCompoundingKeepsTheRate)
                 12 * (std::pow(1.06, 1.0 / 12) - 1), 1e-15);
 }
 
-TEST(TvmSolver, TextbookFutureValueAndRateBisection)
+TEST(TvmSolver, TextbookFutureValueAndMortgagePayment)
 {
+    // 100 at 10 % for 10 years: 100 x 1.1^10.
     CalculatorModel m = registers(10, 10, 100, 0, 0);
     m.computeFutureValue();
     EXPECT_NEAR(m.fv, 259.374246010, 1e-9);
-
     m.fv = 259.374246;
     m.rate = 0;
     m.computeRate();
     EXPECT_NEAR(m.rate, 10, 1e-6);
-}
 
-TEST(TvmSolver, MortgagePaymentAndSignConvention)
-{
     // 250,000 over 30 years at 6 % monthly: money is unsigned by direction,
     // so the payment that clears the loan comes out negative.
-    CalculatorModel m = registers(360, 6, 250000, 0, 0, 12, 12);
+    m = registers(360, 6, 250000, 0, 0, 12, 12);
     m.computePayment();
     EXPECT_NEAR(m.pmt, -1498.876313, 1e-6);
     m.computePeriod();
@@ -122,20 +119,23 @@ TEST(TvmSolver, BeginModeMultipliesThePaymentTermAndCyIsTruncated)
     EXPECT_EQ(a.fv, b.fv) << "C/Y 2.9 acts as 2";
 }
 
-TEST(TvmSolver, ZeroRateGivesNonFiniteResultsNotErrors)
+TEST(TvmSolver, ZeroRateOrZeroPyGivesNonFiniteResultsNotErrors)
 {
-    CalculatorModel m = registers(10, 0, 100, 10, 0);
-    m.computeFutureValue();
-    EXPECT_FALSE(std::isfinite(m.fv));
-    m = registers(10, 0, 100, 10, 0);
-    m.computePayment();
-    EXPECT_FALSE(std::isfinite(m.pmt));
-    m = registers(10, 0, 100, 10, 500);
-    m.computePeriod();
-    EXPECT_FALSE(std::isfinite(m.period));
-    m = registers(10, 5, 100, 10, 0, 0); // P/Y 0
-    m.computePresentValue();
-    EXPECT_FALSE(std::isfinite(m.pv));
+    const struct {
+        CalculatorModel m;
+        void (CalculatorModel::*solve)();
+        double CalculatorModel::*reg;
+    } cases[] = {
+        {registers(10, 0, 100, 10, 0), &CalculatorModel::computeFutureValue, &CalculatorModel::fv},
+        {registers(10, 0, 100, 10, 0), &CalculatorModel::computePayment, &CalculatorModel::pmt},
+        {registers(10, 0, 100, 10, 500), &CalculatorModel::computePeriod, &CalculatorModel::period},
+        {registers(10, 5, 100, 10, 0, 0), &CalculatorModel::computePresentValue,
+         &CalculatorModel::pv},
+    };
+    for (auto c : cases) {
+        (c.m.*c.solve)();
+        EXPECT_FALSE(std::isfinite(c.m.*c.reg)) << c.m.*c.reg;
+    }
 }
 
 // CPT I/Y: inside 0 %..100 % the bisection's answers are pinned to the
@@ -202,6 +202,12 @@ TEST(FinanceMath, GrowthFactorsMatchThePowerWhereItIsExact)
 
 TEST(CashFlows, NpvDiscountsEachPeriodAndFrequenciesRepeat)
 {
+    // -1000, then 300, 400, 500: IRR 8.896 %.
+    const CashFlowList textbook = flows({{"-1000", "1"}, {"300", "1"}, {"400", "1"}, {"500", "1"}});
+    const double textbookIrr = CalculatorModel::calculateIrr(textbook);
+    EXPECT_NEAR(textbookIrr, 0.0889633947, 1e-6);
+    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(textbook, textbookIrr), 0, 1e-6);
+
     const CashFlowList simple = flows({{"-100", "1"}, {"110", "1"}});
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(simple, 0.1), 0, 1e-12);
     EXPECT_NEAR(CalculatorModel::calculateIrr(simple), 0.1, 1e-6);
@@ -276,15 +282,6 @@ TEST(CashFlows, IrrIsNaNWhereThereIsNone)
     EXPECT_LE(std::fabs(CalculatorModel::calculateNpvWithRate(run, irr)), 1e-6);
 }
 
-TEST(CashFlows, TextbookIrr)
-{
-    // -1000, then 300, 400, 500: IRR ≈ 8.896 %.
-    const CashFlowList list = flows({{"-1000", "1"}, {"300", "1"}, {"400", "1"}, {"500", "1"}});
-    const double irr = CalculatorModel::calculateIrr(list);
-    EXPECT_NEAR(irr, 0.0889633947, 1e-6);
-    EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(list, irr), 0, 1e-6);
-}
-
 TEST(NumberFromText, ReadsDisplayTextsBack)
 {
     EXPECT_EQ(CalculatorModel::numberFromText("12.5"), 12.5);
@@ -293,10 +290,7 @@ TEST(NumberFromText, ReadsDisplayTextsBack)
     EXPECT_EQ(CalculatorModel::numberFromText("-Infinity"), -INFINITY);
     EXPECT_EQ(CalculatorModel::numberFromText("junk"), 0);
     EXPECT_EQ(CalculatorModel::numberFromText(""), 0);
-}
-
-TEST(Expressions, EvaluateWithPiOnly)
-{
+    // Expressions know pi and no other variable.
     EXPECT_EQ(CalculatorModel::evaluateExpression("2*pi"), 2 * M_PI);
     EXPECT_FALSE(CalculatorModel::evaluateExpression("x").has_value());
 }

@@ -122,11 +122,9 @@ TEST(GraphLayoutTest, XStepsForVariousLabelCounts)
     l = layoutOf({counting(4)});
     EXPECT_EQ(labelIndices(l), QList<int>({0, 1, 2, 3, 3}));
     EXPECT_EQ(tickXs(l), QList<double>({0, 113, 226, 340, 340}));
-}
 
-TEST(GraphLayoutTest, ZoomRaisesTheStepCountOnlyWithoutADivisor)
-{
-    GraphLayout l = layoutOf({counting(12)}, 2.0);
+    // Zoom raises the step count only without a divisor.
+    l = layoutOf({counting(12)}, 2.0);
     EXPECT_EQ(l.widht, 800);
     EXPECT_EQ(labelIndices(l), QList<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
     EXPECT_EQ(l.xTicks[10].x, 672);
@@ -199,17 +197,15 @@ TEST(GraphLayoutTest, ZeroRangeGivesInfiniteStepYWithoutCrashing)
     EXPECT_FALSE(std::isfinite(l.points[0][1].position.y()));
     EXPECT_EQ(l.nearestPoint(100), std::nullopt);
     EXPECT_EQ(labelIndices(l), QList<int>({0, 1, 2, 2}));
-}
 
-TEST(GraphLayoutTest, NullValuesAndUnknownLabelsAreSkipped)
-{
-    const GraphLayout l =
+    // Null values and unknown labels are skipped.
+    const GraphLayout gaps =
         layoutOf({{"full", Rgba(255, 0, 0), {"a", "b", "c", "d"}, {1, 2, 3, 4}},
                   {"gaps", Rgba(0, 0, 255), {"a", "z", "c"}, {9, 5, std::nullopt}}});
-    EXPECT_EQ(l.maxY, 9.0f);
-    ASSERT_EQ(l.points[1].size(), 1);
-    EXPECT_NE(l.point({1, 0}), nullptr);
-    EXPECT_EQ(l.point({1, 1}), nullptr);
+    EXPECT_EQ(gaps.maxY, 9.0f);
+    ASSERT_EQ(gaps.points[1].size(), 1);
+    EXPECT_NE(gaps.point({1, 0}), nullptr);
+    EXPECT_EQ(gaps.point({1, 1}), nullptr);
 }
 
 TEST(GraphLayoutTest, NearestPointByXWithTheEarlierLineOnTies)
@@ -246,10 +242,8 @@ TEST(GraphLayoutTest, LegendTakesItsHeightFromThePlot)
     GraphLayout::layoutLegend(QList<LegendDataRenderer>(3, {QString(20, 'x'), Rgba(255, 0, 0)}), 0,
                               300, fixedMeasure, &height);
     EXPECT_EQ(height, 5 + 14 + 4 + 14 + 5);
-}
 
-TEST(GraphLayoutTest, MarkerFrameStaysInsideItsBounds)
-{
+    // The marker frame stays inside its bounds.
     const QRectF bounds(0, 10, 400, 256);
     EXPECT_EQ(GraphLayout::markerFrame({200, 100}, {100, 30}, bounds), QRectF(150, 62, 100, 30));
     // No room above: below the point. Near the right edge: pushed left.

@@ -64,7 +64,7 @@ protected:
     GraphLayout layout;
 };
 
-TEST_F(RendererTest, ImageFromADataSourceHasTheRequestedSize)
+TEST_F(RendererTest, ImageFromADataSourceHasTheRequestedSizeEvenEmptyOrFlat)
 {
     const QImage image = MultiLineGraphRenderer::renderImage(source, &source, {320, 240});
     EXPECT_EQ(image.size(), QSize(320, 240));
@@ -75,6 +75,15 @@ TEST_F(RendererTest, ImageFromADataSourceHasTheRequestedSize)
     EXPECT_EQ(sharp.deviceIndependentSize(), QSizeF(320, 240));
 
     EXPECT_TRUE(MultiLineGraphRenderer::renderImage(source, &source, {0, 240}).isNull());
+
+    FakeGraphSource empty;
+    EXPECT_FALSE(MultiLineGraphRenderer::renderImage(empty, nullptr, {200, 100}).isNull());
+    // All values 0: no y axis can be placed, but the x labels still show.
+    FakeGraphSource flat({{"flat", Rgba(0x28, 0xab, 0xe3), {"0", "1", "2"}, {0, 0, 0}}});
+    const QImage flatImage = MultiLineGraphRenderer::renderImage(flat, &flat, {200, 150});
+    data = GraphData::fromDataSource(flat);
+    layout = MultiLineGraphRenderer::layout(data, style, {200, 150});
+    EXPECT_GT(count(flatImage, layout.xTicks[1].labelFrame.translated(0, 10), notWhite), 3);
 }
 
 TEST_F(RendererTest, SeriesLegendAndLabelsArePainted)
@@ -90,20 +99,17 @@ TEST_F(RendererTest, SeriesLegendAndLabelsArePainted)
         EXPECT_GT(count(image, layout.yTicks.last().labelFrame.translated(0, 10), notWhite), 5);
     }
 
+    // Reveal draws the leading part of the line.
+    EXPECT_EQ(count(render({0, 0.0, {}}), layout.graphScrollFrame, near(line, 10)), 0);
+    const QImage half = render({0, 0.5, {}});
+    EXPECT_GT(count(half, around(pointInView(0)), near(line)), 0);
+    EXPECT_EQ(count(half, around(pointInView(11), 3), near(line)), 0);
+
     // Scrolled to the right end of a zoomed plot.
     layout = MultiLineGraphRenderer::layout(data, style, {400, 300}, 2.0);
     const double contentX = layout.maximumContentX();
     const QImage scrolled = render({contentX, 1, {}});
     EXPECT_GT(count(scrolled, around(pointInView(11, contentX)), near(line)), 0);
-}
-
-TEST_F(RendererTest, RevealDrawsTheLeadingPartOfTheLine)
-{
-    EXPECT_EQ(count(render({0, 0.0, {}}), layout.graphScrollFrame, near(line, 10)), 0);
-
-    const QImage half = render({0, 0.5, {}});
-    EXPECT_GT(count(half, around(pointInView(0)), near(line)), 0);
-    EXPECT_EQ(count(half, around(pointInView(11), 3), near(line)), 0);
 }
 
 TEST_F(RendererTest, GridLinesFollowTheirSwitchesButKeepTheOuterOnes)
@@ -151,19 +157,6 @@ TEST_F(RendererTest, MarkerUsesTheDelegateWhenAsked)
     EXPECT_GT(
         count(image, box.adjusted(8, 6, -8, -6), [](QColor c) { return c.lightness() < 100; }), 10);
     EXPECT_EQ(count(image, around({box.left() + 3, box.center().y()}), near(style.markerColor)), 0);
-}
-
-TEST_F(RendererTest, EmptyAndFlatChartsPaintWithoutTrouble)
-{
-    FakeGraphSource empty;
-    EXPECT_FALSE(MultiLineGraphRenderer::renderImage(empty, nullptr, {200, 100}).isNull());
-
-    // All values 0: no y axis can be placed, but the x labels still show.
-    FakeGraphSource flat({{"flat", Rgba(0x28, 0xab, 0xe3), {"0", "1", "2"}, {0, 0, 0}}});
-    const QImage image = MultiLineGraphRenderer::renderImage(flat, &flat, {200, 150});
-    data = GraphData::fromDataSource(flat);
-    layout = MultiLineGraphRenderer::layout(data, style, {200, 150});
-    EXPECT_GT(count(image, layout.xTicks[1].labelFrame.translated(0, 10), notWhite), 3);
 }
 
 } // namespace

@@ -59,6 +59,17 @@ TEST_F(ViewTest, DrawsNothingUntilAskedThenReadsTheSource)
     EXPECT_EQ(view.drawnFraction(), 1.0);
     EXPECT_EQ(view.grabImage().size(), QSize(400, 300));
 
+    // With animation the line is revealed from nothing to the whole;
+    // switching it off mid-way shows everything at once.
+    EXPECT_TRUE(MultiLineGraphView().animated()) << "on by default";
+    view.setAnimated(true);
+    view.drawGraph();
+    EXPECT_EQ(view.drawnFraction(), 0.0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.drawnFraction() == 1.0; }, 5000));
+    view.drawGraph();
+    view.setAnimated(false);
+    EXPECT_EQ(view.drawnFraction(), 1.0);
+
     // New data shows after a reload; a vanished source empties the chart.
     source.lines().append(FakeGraphSource::growth(5, "PV"));
     view.reloadGraph();
@@ -166,21 +177,6 @@ TEST_F(ViewTest, TwoFingersPinchToZoom)
     EXPECT_DOUBLE_EQ(view.contentX(), 100);
     QTest::touchEvent(&window, screen).release(0, {125, 100}).release(1, {275, 100});
     EXPECT_DOUBLE_EQ(view.lastScale(), 1.5);
-}
-
-TEST_F(ViewTest, RevealRunsFromNothingToTheWholeLine)
-{
-    MultiLineGraphView fresh;
-    EXPECT_TRUE(fresh.animated());
-    view.setAnimated(true);
-    view.drawGraph();
-    EXPECT_EQ(view.drawnFraction(), 0.0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view.drawnFraction() == 1.0; }, 5000));
-
-    // Switching the animation off mid-way shows everything at once.
-    view.drawGraph();
-    view.setAnimated(false);
-    EXPECT_EQ(view.drawnFraction(), 1.0);
 }
 
 } // namespace

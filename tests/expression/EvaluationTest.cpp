@@ -8,111 +8,119 @@ namespace {
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
+struct Row {
+    const char* text;
+    double value;
+};
+
+void expectValues(std::initializer_list<Row> rows)
+{
+    for (const Row& row : rows)
+        CHECK_EVAL(row.text, row.value);
+}
+
+void expectInvalid(std::initializer_list<const char*> texts)
+{
+    for (const char* text : texts)
+        CHECK_INVALID(text);
+}
+
 TEST(Precedence, PowersThenProductsThenSumsAllLeftAssociative)
 {
-    CHECK_EVAL("1+2*3", 7);
-    CHECK_EVAL("(1+2)*3", 9);
-    CHECK_EVAL("2^3^2", 64);
-    CHECK_EVAL("2*3^2", 18);
-    CHECK_EVAL("8/4/2", 1);
-    CHECK_EVAL("10-4-3", 3);
-    CHECK_EVAL("1+2*3^2-8/4", 17);
-    CHECK_EVAL("0.1+0.2", 0.1 + 0.2);
+    expectValues({{"1+2*3", 7},
+                  {"(1+2)*3", 9},
+                  {"2^3^2", 64},
+                  {"2*3^2", 18},
+                  {"8/4/2", 1},
+                  {"10-4-3", 3},
+                  {"1+2*3^2-8/4", 17},
+                  {"0.1+0.2", 0.1 + 0.2}});
 }
 
 TEST(ImpliedMultiplication, JoinsOperandsSideBySide)
 {
-    CHECK_EVAL("2(3)", 6);
-    CHECK_EVAL("(1)(2)", 2);
-    CHECK_EVAL("(2)pi", 2 * std::numbers::pi);
-    CHECK_EVAL("(2)sin(0)", 0);
-    CHECK_EVAL("(3)sqrt(4)", 6);
+    expectValues({{"2(3)", 6},
+                  {"(1)(2)", 2},
+                  {"(2)pi", 2 * std::numbers::pi},
+                  {"(2)sin(0)", 0},
+                  {"(3)sqrt(4)", 6},
+                  {"3(1+1)(2)", 12},
+                  {"pi(2)", 2 * std::numbers::pi},
+                  {"2(3)^2", 18}}); // the power binds to its group first
     // A number written straight before a function name multiplies it, as
     // the keys type it; before "pi" (a variable) the word stays unknown.
-    CHECK_EVAL("2sin(0)", 0);
-    CHECK_EVAL("2sqrt(9)", 6);
-    CHECK_EVAL("3ln(2)", 3 * std::log(2.0));
-    CHECK_EVAL("0.5cos(0)", 0.5);
-    CHECK_EVAL("2^2sqrt(4)", 8) << "the power takes the number, then the product";
-    CHECK_EVAL("1 0sqrt(4)", 20) << "blanks are dropped before the split";
-    CHECK_INVALID("2pi");
-    CHECK_INVALID("2sin");
-    CHECK_INVALID("2sinx(1)");
-    CHECK_INVALID("2.5.1sqrt(4)");
-    CHECK_INVALID("sin2(1)");
-    CHECK_EVAL("3(1+1)(2)", 12);
-    CHECK_EVAL("pi(2)", 2 * std::numbers::pi);
-    CHECK_EVAL("2(3)^2", 18) << "the power binds to its group first";
+    // "2^2sqrt(4)": the power takes the number, then the product; blanks are
+    // dropped before the split.
+    expectValues({{"2sin(0)", 0},
+                  {"2sqrt(9)", 6},
+                  {"3ln(2)", 3 * std::log(2.0)},
+                  {"0.5cos(0)", 0.5},
+                  {"2^2sqrt(4)", 8},
+                  {"1 0sqrt(4)", 20}});
+    expectInvalid({"2pi", "2sin", "2sinx(1)", "2.5.1sqrt(4)", "sin2(1)"});
 }
 
-TEST(Negation, LeadingAndAfterOperators)
+TEST(Negation, LeadingAfterOperatorsAndAfterADivision)
 {
-    CHECK_EVAL("-2^2", -4);
-    CHECK_EVAL("2^-2", 0.25);
-    CHECK_EVAL("2*-3", -6);
-    CHECK_EVAL("2--3", 5);
-    CHECK_EVAL("-(2+3)", -5);
-    CHECK_EVAL("2^-(1+1)", 0.25);
-    CHECK_EVAL("--2", 2);
-    CHECK_EVAL("-pi", -std::numbers::pi);
-    CHECK_EVAL("2^-pi", std::pow(2, -std::numbers::pi));
-    CHECK_EVAL("2+-3", -1);
-    CHECK_EVAL("(-2)^2", 4);
-    CHECK_EVAL("(2)-3", -1) << "after a group the minus subtracts";
     // After "^" only the first minus negates the operand; the next one is a
-    // "-1 *" of its own.
-    CHECK_EVAL("2^--3", 1.5);
-}
-
-TEST(Negation, AfterADivisionItDivides)
-{
-    CHECK_EVAL("4/-2", -2);
-    CHECK_EVAL("4/--2", 2);
-    CHECK_EVAL("8/-2*3", -12);
-    CHECK_EVAL("4/-2^2", -1);
-    CHECK_EVAL("4/-(1+1)", -2);
-    CHECK_EVAL("1/-pi", -1 / std::numbers::pi);
-    CHECK_EVAL("4/---2", -2);
-    CHECK_EVAL("6/3*-2", -4) << "a multiplication in between ends the chain";
-}
-
-TEST(Negation, OnlySinAndCosKeepItAfterAPower)
-{
-    CHECK_EVAL("2^-sin(1)", std::pow(2, -std::sin(1.0)));
-    CHECK_EVAL("2^-cos(1)", std::pow(2, -std::cos(1.0)));
-    CHECK_EVAL("2^-sqrt(4)", 4);
-    CHECK_EVAL("2^-log(100)", 4);
-    CHECK_EVAL("2^-ln(1)", 1);
-    CHECK_EVAL("2^-tan(0)", 1);
-    CHECK_EVAL("-sin(1)", -std::sin(1.0));
+    // "-1 *" of its own. After a group the minus subtracts.
+    expectValues({{"-2^2", -4},
+                  {"2^-2", 0.25},
+                  {"2*-3", -6},
+                  {"2--3", 5},
+                  {"-(2+3)", -5},
+                  {"2^-(1+1)", 0.25},
+                  {"--2", 2},
+                  {"-pi", -std::numbers::pi},
+                  {"2^-pi", std::pow(2, -std::numbers::pi)},
+                  {"2+-3", -1},
+                  {"(-2)^2", 4},
+                  {"(2)-3", -1},
+                  {"2^--3", 1.5},
+                  {"(-1)", -1}});
+    // After a division the minus divides by -1; a multiplication in between
+    // ends the chain.
+    expectValues({{"4/-2", -2},
+                  {"4/--2", 2},
+                  {"8/-2*3", -12},
+                  {"4/-2^2", -1},
+                  {"4/-(1+1)", -2},
+                  {"1/-pi", -1 / std::numbers::pi},
+                  {"4/---2", -2},
+                  {"6/3*-2", -4}});
+    // After a power only sin and cos keep it.
+    expectValues({{"2^-sin(1)", std::pow(2, -std::sin(1.0))},
+                  {"2^-cos(1)", std::pow(2, -std::cos(1.0))},
+                  {"2^-sqrt(4)", 4},
+                  {"2^-log(100)", 4},
+                  {"2^-ln(1)", 1},
+                  {"2^-tan(0)", 1},
+                  {"-sin(1)", -std::sin(1.0)}});
 }
 
 TEST(Functions, RadiansAndIeeeResults)
 {
-    CHECK_EVAL("log(100)", 2);
-    CHECK_EVAL("ln(1)", 0);
-    CHECK_EVAL("sqrt(16)", 4);
-    CHECK_NEAR_EVAL("atan(1)", 0.785398, 1e-6);
-    CHECK_NEAR_EVAL("sin(pi)", 0, 1e-15);
-    CHECK_EVAL("sin(pi)", std::sin(std::numbers::pi)) << "near 0, not 0";
-    CHECK_EVAL("cos(0)", 1);
-    CHECK_EVAL("tan(0)", 0);
-    CHECK_EVAL("sqrt(sqrt(16))", 2);
+    // sin(pi) is near 0, not 0; a function takes the next operand only.
+    expectValues({{"log(100)", 2},
+                  {"ln(1)", 0},
+                  {"sqrt(16)", 4},
+                  {"atan(1)", std::numbers::pi / 4},
+                  {"sin(pi)", std::sin(std::numbers::pi)},
+                  {"cos(0)", 1},
+                  {"tan(0)", 0},
+                  {"sqrt(sqrt(16))", 2},
+                  {"sqrt(9)sqrt(4)", 6},
+                  {"sqrt(9)(4)", 12},
+                  {"sqrt(9)+1", 4}});
     CHECK_INVALID("sqrt 9") << "blanks are dropped: the word is sqrt9";
-    CHECK_EVAL("sqrt(9)sqrt(4)", 6);
-    CHECK_EVAL("sqrt(9)(4)", 12) << "the function takes the next operand only";
-    CHECK_EVAL("sqrt(9)+1", 4);
-}
-
-TEST(Functions, ImpossibleMathsIsANumberNotAFailure)
-{
-    CHECK_EVAL("1/0", inf);
-    CHECK_EVAL("-1/0", -inf);
-    CHECK_EVAL("sqrt(-1)", nan);
-    CHECK_EVAL("log(0)", -inf);
-    CHECK_EVAL("ln(-1)", nan);
-    CHECK_EVAL("0/0", nan);
-    CHECK_EVAL("10^400", inf);
+    // Impossible maths is a number, not a failure.
+    expectValues({{"1/0", inf},
+                  {"-1/0", -inf},
+                  {"sqrt(-1)", nan},
+                  {"log(0)", -inf},
+                  {"ln(-1)", nan},
+                  {"0/0", nan},
+                  {"10^400", inf}});
 }
 
 TEST(Variables, PiAndTheDictionary)
@@ -137,19 +145,12 @@ TEST(Variables, PiAndTheDictionary)
     EXPECT_FALSE(none.variableExists(u"rate"));
 }
 
+// A plus never negates: after an operator it stays one, and fails.
 TEST(Failures, MalformedInputGivesNoNumber)
 {
-    for (const char* text : {"+3",    "2*+3",       "2+*3",  "3-",   "()", "(2",  "2)",  ")(",
-                             "(()",   "sin",        "sin-1", "2^",   "*",  "-",   "--",  "(1+)",
-                             "sin()", "sinsqrt(4)", "2**3",  "1..2", "",   "   ", "(((", "2+(3*)"})
-        CHECK_INVALID(text);
-}
-
-TEST(Failures, EveryNegationAfterAnOperatorButPlusStaysAnOperator)
-{
-    CHECK_INVALID("2^+3");
-    CHECK_INVALID("(+1)");
-    CHECK_EVAL("(-1)", -1);
+    expectInvalid({"+3",    "2*+3",       "2+*3", "3-",   "()", "(2",  "2)",   ")(",    "(()",
+                   "sin",   "sin-1",      "2^",   "*",    "-",  "--",  "(1+)", "2^+3",  "(+1)",
+                   "sin()", "sinsqrt(4)", "2**3", "1..2", "",   "   ", "(((",  "2+(3*)"});
 }
 
 TEST(Nesting, UpTo256LevelsEvaluateDeeperGiveNoNumber)
@@ -223,13 +224,10 @@ TEST(EvaluationSteps, RunInTheirFixedOrder)
 
 TEST(Locale, NumbersAlwaysUseAPoint)
 {
-    // The keypad types "." whatever the locale says.
-    CHECK_EVAL("2.5*2", 5);
-    CHECK_INVALID("2,5");
-    CHECK_INVALID("2\u066b5") << "only \".\" is a point on the expression line";
-    // Digits of any script count as their values, as in every number text.
-    CHECK_EVAL("\uff11+\uff12", 3);
-    CHECK_EVAL("\u0663.\u0665*\u06f2", 7);
+    // The keypad types "." whatever the locale says; digits of any script
+    // count as their values, as in every number text.
+    expectValues({{"2.5*2", 5}, {"\uff11+\uff12", 3}, {"\u0663.\u0665*\u06f2", 7}});
+    expectInvalid({"2,5", "2\u066b5"});
 }
 
 } // namespace

@@ -7,8 +7,8 @@
 #include <optional>
 
 // CHECK_EVAL(text, value): the expression gives exactly `value` (NaN
-// matches NaN). CHECK_NEAR_EVAL allows a tolerance; CHECK_INVALID expects no
-// number. Failures name the expression and the calling line.
+// matches NaN); CHECK_INVALID(text) expects no number. Failures name the
+// expression and what it gave.
 inline ::testing::AssertionResult evaluatesTo(const char* textExpr, const char*, const char* text,
                                               double expected)
 {
@@ -32,9 +32,3 @@ inline ::testing::AssertionResult isInvalid(const char*, const char* text)
 
 #define CHECK_EVAL(text, value) EXPECT_PRED_FORMAT2(evaluatesTo, text, value)
 #define CHECK_INVALID(text) EXPECT_PRED_FORMAT1(isInvalid, text)
-#define CHECK_NEAR_EVAL(text, value, tolerance)                                                    \
-    do {                                                                                           \
-        const std::optional<double> got_ = numberByParsingExpression(QStringLiteral(text));        \
-        ASSERT_TRUE(got_.has_value()) << text;                                                     \
-        EXPECT_NEAR(*got_, (value), (tolerance)) << text;                                          \
-    } while (false)

@@ -21,7 +21,9 @@ QString display(double v)
     return s.replace(QLocale().decimalPoint(), QStringLiteral("."));
 }
 
-TEST(ResultFormat, PlainDecimalWithoutGroupingOrTrailingZeros)
+// Results: the shortest decimal of the double, rounded half to even to
+// three digits, no grouping and no trailing zeros.
+TEST(ResultFormat, PlainDecimalRoundedHalfToEven)
 {
     EXPECT_EQ(results(1234567.891), "1234567.891");
     EXPECT_EQ(results(1000000), "1000000");
@@ -31,10 +33,6 @@ TEST(ResultFormat, PlainDecimalWithoutGroupingOrTrailingZeros)
     EXPECT_EQ(results(-1.25), "-1.25");
     EXPECT_EQ(results(2.5), "2.5");
     EXPECT_EQ(results(0.12345), "0.123");
-}
-
-TEST(ResultFormat, RoundsTheShortestDecimalHalfToEven)
-{
     EXPECT_EQ(results(0.0625), "0.062");
     EXPECT_EQ(results(0.0635), "0.064");
     EXPECT_EQ(results(0.0005), "0");
@@ -46,32 +44,21 @@ TEST(ResultFormat, RoundsTheShortestDecimalHalfToEven)
     EXPECT_EQ(results(2.675), "2.675");
     EXPECT_EQ(results(1.0005), "1");
     EXPECT_EQ(results(-0.0625), "-0.062");
-}
-
-TEST(ResultFormat, CarriesThroughNines)
-{
+    // Carries through nines; values that round to zero have no sign.
     EXPECT_EQ(results(9.9996), "10");
     EXPECT_EQ(results(999.9999), "1000");
     EXPECT_EQ(results(-0.9999), "-1");
-}
-
-TEST(ResultFormat, ValuesThatRoundToZeroHaveNoSign)
-{
     EXPECT_EQ(results(-0.0), "0");
     EXPECT_EQ(results(-0.0001), "0");
 }
 
-TEST(ResultFormat, ExtremeMagnitudesArePositional)
+TEST(ResultFormat, ExtremeMagnitudesArePositionalNonFiniteValuesSpelledOut)
 {
     EXPECT_EQ(results(1e21), "1000000000000000000000");
     EXPECT_EQ(results(1.5e-10), "0");
     EXPECT_EQ(results(123456789012345678.0), "123456789012345680");
     EXPECT_EQ(results(std::numeric_limits<double>::max()).size(), 309);
     EXPECT_EQ(results(std::numeric_limits<double>::denorm_min()), "0");
-}
-
-TEST(ResultFormat, NonFiniteValuesAreSpelledOut)
-{
     EXPECT_EQ(results(std::nan("")), "NaN");
     EXPECT_EQ(results(std::numeric_limits<double>::infinity()), "Infinity");
     EXPECT_EQ(results(-std::numeric_limits<double>::infinity()), "-Infinity");
@@ -91,17 +78,13 @@ TEST(KeypadFormat, FourDigitsRoundedAwayFromZero)
     EXPECT_EQ(display(0.99999), "1");
 }
 
-TEST(NumberFormatLocale, UsesTheLocaleDecimalSeparatorAndNoGrouping)
+TEST(NumberFormatLocale, TheGivenOrProcessLocaleDecidesTheSeparatorNeverGrouping)
 {
     const QLocale german(QLocale::German, QLocale::Germany);
     EXPECT_EQ(NumberFormat::stringFromDouble(1234567.891, german), "1234567,891");
     EXPECT_EQ(NumberFormat::displayString(-2.00004, german), "-2,0001");
     const QLocale c = QLocale::c();
     EXPECT_EQ(NumberFormat::stringFromDouble(1234567.891, c), "1234567.891");
-}
-
-TEST(NumberFormatLocale, ProcessLocaleDecidesTheSeparator)
-{
     const QString text = NumberFormat::stringFromDouble(0.5);
     EXPECT_EQ(text, QStringLiteral("0") + QLocale().decimalPoint() + QStringLiteral("5"));
     // ctest runs this binary once under a German locale: make sure that run

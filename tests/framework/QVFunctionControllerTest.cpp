@@ -37,6 +37,16 @@ protected:
         return titles;
     }
 
+    // An alert as its title, its message and its actions' titles, the
+    // cancelling one marked.
+    static QStringList shown(const AlertRequest& alert)
+    {
+        QStringList out{alert.title, alert.message};
+        for (const AlertAction& action : alert.actions)
+            out << action.title + (action.cancel ? " (cancel)" : "");
+        return out;
+    }
+
     std::shared_ptr<RecordingMailComposer> mail;
     std::shared_ptr<CountingReviewPrompt> review;
     std::unique_ptr<ReportTableModel> list;
@@ -44,27 +54,15 @@ protected:
     TestFunctionController<TestFunctionModel> controller;
 };
 
-TEST_F(FunctionControllerTest, LoadingTitlesTheScreenFromTheModel)
-{
-    EXPECT_EQ(controller.qvFunctionView()->title(), "Test Calculator");
-    EXPECT_TRUE(controller.qvFunctionView()->calculatorVisible());
-    EXPECT_TRUE(controller.selectedAction().isEmpty());
-}
-
 TEST_F(FunctionControllerTest, ExportSheetOffersCancelEmailSaveAndAsksForAReview)
 {
     presenter.script({{"Cancel", ""}});
     controller.exportClicked();
     ASSERT_EQ(presenter.requests.size(), 1u);
-    const AlertRequest& sheet = presenter.requests[0];
-    EXPECT_EQ(sheet.kind, AlertRequest::Kind::ActionSheet);
-    EXPECT_EQ(sheet.title, "Export");
-    EXPECT_EQ(sheet.message, "Your data report will be written to a txt file.");
-    ASSERT_EQ(sheet.actions.size(), 3);
-    EXPECT_EQ(sheet.actions[0].title, "Cancel");
-    EXPECT_TRUE(sheet.actions[0].cancel);
-    EXPECT_EQ(sheet.actions[1].title, "Send Email");
-    EXPECT_EQ(sheet.actions[2].title, "Save");
+    EXPECT_EQ(presenter.requests[0].kind, AlertRequest::Kind::ActionSheet);
+    EXPECT_EQ(shown(presenter.requests[0]),
+              QStringList({"Export", "Your data report will be written to a txt file.",
+                           "Cancel (cancel)", "Send Email", "Save"}));
     EXPECT_EQ(controller.selectedAction(), "cancel");
     EXPECT_EQ(review->requestCount(), 1);
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
@@ -76,17 +74,13 @@ TEST_F(FunctionControllerTest, SaveArchivesAtTheHeadAndConfirms)
     controller.exportClicked();
 
     ASSERT_EQ(presenter.requests.size(), 3u);
-    const AlertRequest& titleAlert = presenter.requests[1];
-    EXPECT_EQ(titleAlert.title, "Report Title");
-    EXPECT_EQ(titleAlert.message, "Enter a title for your report.");
-    EXPECT_TRUE(titleAlert.hasTextField);
-    ASSERT_EQ(titleAlert.actions.size(), 2);
-    EXPECT_EQ(titleAlert.actions[0].title, "OK");
-    EXPECT_EQ(titleAlert.actions[1].title, "Cancel");
-    EXPECT_TRUE(titleAlert.actions[1].cancel);
-    const AlertRequest& saved = presenter.requests[2];
-    EXPECT_EQ(saved.title, "Calculation Saved");
-    EXPECT_EQ(saved.message, "You can now access your report from the reports section.");
+    EXPECT_TRUE(presenter.requests[1].hasTextField);
+    EXPECT_EQ(
+        shown(presenter.requests[1]),
+        QStringList({"Report Title", "Enter a title for your report.", "OK", "Cancel (cancel)"}));
+    EXPECT_EQ(shown(presenter.requests[2]),
+              QStringList({"Calculation Saved",
+                           "You can now access your report from the reports section.", "OK"}));
 
     EXPECT_EQ(storedTitles(), QStringList({"Plan A"}));
     EXPECT_EQ(list->reportAt(0).fileName, "roi_Plan A_05-03-2024 14:07_report.txt");
@@ -156,14 +150,6 @@ TEST_F(FunctionControllerTest, AMailDraftNoProgramOpensIsShownWithItsFolder)
     EXPECT_EQ(opener->opened[0], QUrl::fromLocalFile(home.filePath("Outbox")));
 }
 
-TEST_F(FunctionControllerTest, SaveWithAnEmptyTitleIsAccepted)
-{
-    presenter.script({{"Save", ""}, {"OK", ""}, {"OK", ""}});
-    controller.exportClicked();
-    EXPECT_EQ(storedTitles(), QStringList({""}));
-    EXPECT_EQ(list->reportAt(0).fileName, "roi__05-03-2024 14:07_report.txt");
-}
-
 TEST_F(FunctionControllerTest, CancellingTheTitleAlertSavesNothing)
 {
     presenter.script({{"Save", ""}, {"Cancel", "typed"}});
@@ -173,11 +159,12 @@ TEST_F(FunctionControllerTest, CancellingTheTitleAlertSavesNothing)
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
 }
 
-TEST_F(FunctionControllerTest, SavedFlagWaitsForTheConfirmation)
+TEST_F(FunctionControllerTest, AnEmptyTitleIsAcceptedAndSavedWaitsForTheConfirmation)
 {
-    presenter.script({{"Save", ""}, {"OK", "x"}}); // "Calculation Saved" left open
+    presenter.script({{"Save", ""}, {"OK", ""}}); // "Calculation Saved" left open
     controller.exportClicked();
-    EXPECT_EQ(storedTitles().size(), 1);
+    EXPECT_EQ(storedTitles(), QStringList({""}));
+    EXPECT_EQ(list->reportAt(0).fileName, "roi__05-03-2024 14:07_report.txt");
     EXPECT_FALSE(controller.model()->reportSaved());
 }
 
@@ -254,9 +241,12 @@ TEST_F(FunctionControllerTest, ScreensOfOtherCalculatorsIgnoreTheReport)
     EXPECT_EQ(otherPresenter.requests.size(), 2u) << "sheet and title alert only";
 }
 
-TEST_F(FunctionControllerTest, DescriptionSegmentAsksForAReviewEachTime)
+TEST_F(FunctionControllerTest, LoadingTitlesTheScreenAndTheDescriptionAsksForAReviewEachTime)
 {
     QVFunctionView* view = controller.qvFunctionView();
+    EXPECT_EQ(view->title(), "Test Calculator");
+    EXPECT_TRUE(view->calculatorVisible());
+    EXPECT_TRUE(controller.selectedAction().isEmpty());
     controller.segmentChanged(1);
     EXPECT_TRUE(view->descriptionVisible());
     EXPECT_FALSE(view->calculatorVisible());

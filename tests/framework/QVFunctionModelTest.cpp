@@ -76,7 +76,7 @@ TEST_F(FunctionModelTest, ReportFollowsTheRecipeExactly)
     EXPECT_EQ(announcer, model.get());
 }
 
-TEST_F(FunctionModelTest, ASecondReportGrowsTheFileName)
+TEST_F(FunctionModelTest, ASecondReportGrowsTheFileNameAndRemovingTakesOnlyTheLast)
 {
     auto model = QVFunctionModel::create<TestFunctionModel>();
     request("TestReportRequestedNotification", {{"title", "Plan A"}});
@@ -89,9 +89,14 @@ TEST_F(FunctionModelTest, ASecondReportGrowsTheFileName)
     QStringList files = QVFileManager::filesInDocumentsDirectory();
     files.sort();
     EXPECT_EQ(files, QStringList({first, second}));
+    model->removeReportFile();
+    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory(), QStringList({first}));
+    model->removeReportFile(); // already gone: silent
 }
 
-TEST_F(FunctionModelTest, EmptyOrMissingTitleGivesAdjacentUnderscores)
+// An empty or missing title gives adjacent underscores; a slash keeps its
+// title and becomes "-" in a file that lands in the documents.
+TEST_F(FunctionModelTest, TitlesInFileNames)
 {
     auto model = QVFunctionModel::create<TestFunctionModel>();
     request("TestReportRequestedNotification", {{"title", ""}});
@@ -99,11 +104,9 @@ TEST_F(FunctionModelTest, EmptyOrMissingTitleGivesAdjacentUnderscores)
     auto other = QVFunctionModel::create<OtherFunctionModel>();
     request("OtherReportRequestedNotification", {});
     EXPECT_EQ(other->report().fileName, "tip__05-03-2024 14:07_report.txt");
-}
-
-TEST_F(FunctionModelTest, TitleWithSlashKeepsItsTitleAndGetsAFileInTheDocuments)
-{
-    auto model = QVFunctionModel::create<TestFunctionModel>();
+    other->removeReportFile();
+    model->removeReportFile();
+    model = QVFunctionModel::create<TestFunctionModel>(); // a first report again
     request("TestReportRequestedNotification", {{"title", "A/B"}});
     EXPECT_EQ(model->report().title, "A/B");
     EXPECT_EQ(model->report().fileName, "roi_A-B_05-03-2024 14:07_report.txt");
@@ -184,6 +187,12 @@ TEST_F(FunctionModelTest, NonFiniteValuesAreReportedAndStillWritten)
 
 TEST_F(FunctionModelTest, EveryLiveModelOfAClassAnswersItsRequestOnly)
 {
+    {
+        auto gone = QVFunctionModel::create<TestFunctionModel>();
+    }
+    request("TestReportRequestedNotification", {{"title", "T"}});
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty()) << "destroyed models stop";
+
     auto a = QVFunctionModel::create<TestFunctionModel>();
     auto b = QVFunctionModel::create<TestFunctionModel>();
     auto other = QVFunctionModel::create<OtherFunctionModel>();
@@ -191,26 +200,6 @@ TEST_F(FunctionModelTest, EveryLiveModelOfAClassAnswersItsRequestOnly)
     EXPECT_TRUE(a->report().fileName.endsWith("_report.txt"));
     EXPECT_TRUE(b->report().fileName.endsWith("_report.txt"));
     EXPECT_EQ(other->report().fileName, "tip");
-}
-
-TEST_F(FunctionModelTest, DestroyedModelsStopListening)
-{
-    {
-        auto model = QVFunctionModel::create<TestFunctionModel>();
-    }
-    request("TestReportRequestedNotification", {{"title", "T"}});
-    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
-}
-
-TEST_F(FunctionModelTest, RemoveReportFileDeletesOnlyThatFile)
-{
-    auto model = QVFunctionModel::create<TestFunctionModel>();
-    request("TestReportRequestedNotification", {{"title", "keep"}});
-    const QString kept = model->report().fileName;
-    request("TestReportRequestedNotification", {{"title", "drop"}});
-    model->removeReportFile();
-    EXPECT_EQ(QVFileManager::filesInDocumentsDirectory(), QStringList({kept}));
-    model->removeReportFile(); // already gone: silent
 }
 
 } // namespace

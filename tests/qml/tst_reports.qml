@@ -93,19 +93,6 @@ Item {
             verify(!undoBar.visible);
         }
 
-        function test_tappingARowAsksForItsReport() {
-            const path = TestFiles.saveReport("Open me");
-            const page = createTemporaryObject(listPage, root);
-            const spy = createTemporaryObject(signalSpyComponent, root, {
-                "target": page,
-                "signalName": "reportChosen"
-            });
-            const list = findChild(page, "reportList");
-            mouseClick(list.itemAtIndex(0));
-            compare(spy.count, 1);
-            compare(spy.signalArguments[0][0], path);
-        }
-
         function test_detailShowsTheTextAndMailsItAgain() {
             const path = TestFiles.saveReport("Mail me");
             const page = createTemporaryObject(detailPage, root, {
@@ -128,18 +115,5 @@ Item {
             verify(draft.indexOf("filename=\"" + name + ".txt\"") >= 0, "doubled .txt");
             verify(TestFiles.exists(path));
         }
-
-        function test_missingFileShowsAnEmptyPage() {
-            const page = createTemporaryObject(detailPage, root, {
-                "reportFilePath": "/nonexistent/report.txt"
-            });
-            compare(findChild(page, "reportText").text, "");
-        }
-    }
-
-    Component {
-        id: signalSpyComponent
-
-        SignalSpy {}
     }
 }

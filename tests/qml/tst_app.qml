@@ -4,7 +4,7 @@ import QtTest
 import Tallyvane
 import TallyvaneTest
 
-// The whole window: tabs, the reports stack and the presenter host.
+// The whole window: tabs, the reports tab and the presenter host.
 TestCase {
     id: test
 
@@ -27,20 +27,77 @@ TestCase {
         wait(0);
     }
 
-    function test_reportsTabReloadsAndPushedScreensHideTheTabBar() {
+    function rowTitles(list) {
+        const titles = [];
+        for (let i = 0; i < list.count; ++i) {
+            list.positionViewAtIndex(i, ListView.Contain);
+            titles.push(list.itemAtIndex(i).title);
+        }
+        return titles;
+    }
+
+    // Reports saved elsewhere show when the tab is shown, newest first; Edit
+    // deletes a row (its file stays) and Undo puts it back; a row opens its
+    // report over the tab bar, and the report mails again.
+    function test_reportsTabListsEditsAndOpensReports() {
         const tabBar = window.footer;
         verify(tabBar.visible);
-        TestFiles.saveReport("Saved elsewhere");
+        TestFiles.saveReport("one");
+        const keptFile = TestFiles.saveReport("two");
+        const path = TestFiles.saveReport("three");
         mouseClick(findChild(tabBar, "tab_Reports"));
-        compare(window.reports.count, 1, "reloaded when the tab is shown");
-
+        compare(window.reports.count, 3, "reloaded when the tab is shown");
         const stack = findChild(window.contentItem, "reportsStack");
-        const list = findChild(stack.currentItem, "reportList");
+        const page = stack.currentItem;
+        const list = findChild(page, "reportList");
+        waitForItemPolished(list);
+        compare(rowTitles(list), ["three", "two", "one"]);
+        compare(list.itemAtIndex(0).functionTitle, "Roi");
+        verify(Qt.colorEqual(list.itemAtIndex(0).colorTag, "#1FDA9A"));
+
+        const edit = findChild(page, "editButton");
+        compare(edit.text, "Edit");
+        mouseClick(edit);
+        compare(edit.text, "Done");
+        const row = list.itemAtIndex(1);
+        const deleteButton = findChild(row, "deleteButton");
+        verify(deleteButton.visible);
+        mouseClick(deleteButton);
+        compare(list.count, 3, "the minus only reveals the Delete button");
+        verify(row.confirming);
+        mouseClick(findChild(row, "confirmDeleteButton"));
+        compare(rowTitles(list), ["three", "one"]);
+        compare(TestFiles.storedCount(), 2);
+        verify(TestFiles.exists(keptFile));
+        const undoBar = findChild(page, "undoBar");
+        verify(undoBar.visible);
+        mouseClick(findChild(undoBar, "undoButton"));
+        compare(rowTitles(list), ["three", "two", "one"]);
+        compare(TestFiles.storedCount(), 3);
+        verify(!undoBar.visible);
+        mouseClick(edit);
+
         mouseClick(list.itemAtIndex(0));
         tryCompare(stack, "depth", 2);
         tryCompare(stack, "busy", false);
         verify(!tabBar.visible);
-        verify(findChild(stack.currentItem, "reportText").text.startsWith("Financial Report"));
+        compare(stack.currentItem.reportFilePath, path);
+        const text = findChild(stack.currentItem, "reportText").text;
+        verify(text.startsWith("Financial Report - Return on Investment\nDate: 05-03-2024 "));
+        verify(text.endsWith("Investment: 1000\nRoi: 12%\n"));
+        mouseClick(findChild(stack.currentItem, "exportButton"));
+        const request = Presenter.pendingRequest();
+        compare(request.title, "Export");
+        compare(request.kind, "sheet");
+        compare(request.actions.map(a => a.title), ["Cancel", "Send Email", "Save as PDF"]);
+        Presenter.answer(request.id, "Send Email");
+        window.presenterHost.dismissAll();
+        compare(TestFiles.draftCount(), 1);
+        const draft = TestFiles.lastDraft();
+        verify(draft.indexOf("Subject: Quorvex - Financial Report") >= 0);
+        const name = path.substring(path.lastIndexOf("/") + 1);
+        verify(draft.indexOf("filename=\"" + name + ".txt\"") >= 0, "doubled .txt");
+        verify(TestFiles.exists(path));
 
         mouseClick(findChild(stack.currentItem, "backButton"));
         tryCompare(stack, "depth", 1);

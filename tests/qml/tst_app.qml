@@ -258,6 +258,61 @@ TestCase {
         compare(display.text, "4");
     }
 
+    // The keypad under the mouse: 2ND switches the keys' titles until it is
+    // pressed again, taps evaluate without taking the focus, the keys fit
+    // their grid; on the keyboard Shift+* types "*" and the arrows move the
+    // caret.
+    function test_calculatorKeysAndKeyboard() {
+        window.showTab(1);
+        const page = findChild(window.contentItem, "calculatorStack").currentItem;
+        tryVerify(() => page.activeFocus, 1000);
+        const line = findChild(page, "expressionLine");
+        const display = findChild(page, "display");
+        const key = title => {
+            const index = page.keypad.indexOfShownTitle(title);
+            verify(index >= 0, "no key " + title);
+            return findChild(page, "key_" + index);
+        };
+        const paren = key("(");
+        mouseClick(key("2ND"));
+        compare(paren.title, "SIN");
+        verify(key("2ND").bordered);
+        mouseClick(paren);
+        compare(line.text, "sin(");
+        compare(paren.title, "SIN", "2ND stays on");
+        mouseClick(key("2ND"));
+        compare(paren.title, "(");
+
+        keyClick(Qt.Key_Escape);
+        for (const title of ["1", "+", "2", "*", "3", "="])
+            mouseClick(key(title));
+        compare(line.text, "1+2*3");
+        compare(display.text, "7");
+        compare(findChild(page, "resultLabel").text, "Ans");
+        verify(page.activeFocus, "the keys leave the focus where it was");
+        const grid = findChild(page, "keyGrid");
+        fuzzyCompare(key("0").width, 2 * key("1").width, 0.001);
+        for (let i = 0; i < 44; ++i) {
+            const k = findChild(page, "key_" + i);
+            verify(k.x + k.width <= grid.width + 0.001, "key " + i);
+            verify(k.y + k.height <= grid.height + 0.001, "key " + i);
+        }
+
+        keyClick(Qt.Key_Escape);
+        keyClick(Qt.Key_4);
+        keyClick(Qt.Key_Asterisk, Qt.ShiftModifier);
+        keyClick(Qt.Key_2);
+        keyClick(Qt.Key_5);
+        keyClick(Qt.Key_Backspace);
+        keyClick(Qt.Key_Return);
+        compare(line.text, "4*2");
+        compare(display.text, "8");
+        for (let i = 0; i < 3; ++i)
+            keyClick(Qt.Key_Left);
+        keyClick(Qt.Key_1);
+        compare(line.text, "14*2");
+    }
+
     function test_calculatorTabOpensHistoryAndHelp() {
         window.showTab(1);
         const stack = findChild(window.contentItem, "calculatorStack");

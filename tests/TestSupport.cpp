@@ -80,6 +80,17 @@ QString HomeTest::readDocument(const QString& name) const
     return QString::fromLatin1(file.readAll());
 }
 
+void HomeTest::saveReports(const QStringList& titles, int apart)
+{
+    auto model = QVFunctionModel::create<TestFunctionModel>();
+    for (const QString& title : titles) {
+        NotificationCenter::defaultCenter().post(QStringLiteral("TestReportRequestedNotification"),
+                                                 nullptr, {{QStringLiteral("title"), title}});
+        model->saveReport();
+        setNow(now.addSecs(apart));
+    }
+}
+
 void TestFunctionModel::configureNames()
 {
     setNames({QStringLiteral("TestReportCreatedNotification"),

@@ -47,6 +47,9 @@ protected:
     void setNow(const QDateTime& now);
     QString documents() const;
     QString readDocument(const QString& name) const;
+    // Saves a report per title the way a calculator's "Save" does, one model
+    // for all, the clock moved on `apart` seconds after each.
+    void saveReports(const QStringList& titles, int apart = 60);
 
     QTemporaryDir home;
     QDateTime now;

@@ -25,14 +25,14 @@ protected:
     AboutController about;
 };
 
-TEST_F(AboutTest, VersionIsTheProjectVersion)
+TEST_F(AboutTest, WebRowsOpenTheMakersPagesAndTheStoreAndOtherRowsNothing)
 {
-    EXPECT_EQ(about.property("appVersion").toString(), QStringLiteral(TALLYVANE_VERSION));
-    EXPECT_FALSE(about.appVersion().isEmpty());
-}
+    const QList<QPair<int, int>> others = {{0, 0}, {0, 3}, {1, 3},  {2, 0},  {2, 1},
+                                           {2, 2}, {2, 3}, {-1, 1}, {1, -1}, {3, 1}};
+    for (const auto& [section, row] : others)
+        about.rowSelected(section, row);
+    EXPECT_TRUE(opener->opened.isEmpty());
 
-TEST_F(AboutTest, WebRowsOpenTheMakersPagesAndTheStore)
-{
     about.rowSelected(0, 1);
     about.rowSelected(0, 2);
     about.rowSelected(1, 1);
@@ -45,39 +45,35 @@ TEST_F(AboutTest, WebRowsOpenTheMakersPagesAndTheStore)
     EXPECT_TRUE(mail->messages.empty());
 }
 
-TEST_F(AboutTest, InvitationIsAnHtmlMailWithTheStoreLink)
+// The invitation is an HTML mail with the store link; feedback is a blank
+// mail to support. Both go out even when the device cannot send mail.
+TEST_F(AboutTest, MailRowsComposeTheInvitationAndFeedback)
 {
     about.rowSelected(1, 0);
-    ASSERT_EQ(mail->messages.size(), 1u);
-    const MailMessage& message = mail->messages.front();
-    EXPECT_EQ(message.subject, "Tallyvane Invitation");
-    EXPECT_TRUE(message.recipients.isEmpty());
-    EXPECT_TRUE(message.bodyIsHtml);
+    about.rowSelected(1, 2);
+    ASSERT_EQ(mail->messages.size(), 2u);
+    const MailMessage& invitation = mail->messages[0];
+    EXPECT_EQ(invitation.subject, "Tallyvane Invitation");
+    EXPECT_TRUE(invitation.recipients.isEmpty());
+    EXPECT_TRUE(invitation.bodyIsHtml);
     EXPECT_EQ(
-        message.body,
+        invitation.body,
         QStringLiteral("<p>Hey, I've been using Tallyvane and thought you might like it.</p>\n"
                        "<a href=\"" TALLYVANE_STORE_URL "\">Download on the App Store</a>\n"));
-    EXPECT_TRUE(message.attachments.isEmpty());
+    EXPECT_TRUE(invitation.attachments.isEmpty());
+    const MailMessage& feedback = mail->messages[1];
+    EXPECT_EQ(feedback.subject, "Tallyvane");
+    EXPECT_EQ(feedback.recipients, QStringList{QStringLiteral(TALLYVANE_SUPPORT_EMAIL)});
+    EXPECT_TRUE(feedback.body.isEmpty());
+    EXPECT_TRUE(feedback.attachments.isEmpty());
     EXPECT_TRUE(opener->opened.isEmpty());
-}
 
-TEST_F(AboutTest, FeedbackIsABlankMailToSupport)
-{
-    about.rowSelected(1, 2);
-    ASSERT_EQ(mail->messages.size(), 1u);
-    const MailMessage& message = mail->messages.front();
-    EXPECT_EQ(message.subject, "Tallyvane");
-    EXPECT_EQ(message.recipients, QStringList{QStringLiteral(TALLYVANE_SUPPORT_EMAIL)});
-    EXPECT_TRUE(message.body.isEmpty());
-    EXPECT_TRUE(message.attachments.isEmpty());
-}
-
-TEST_F(AboutTest, MailsGoOutEvenWhenTheDeviceCannotSendMail)
-{
     mail->canSend = false;
     about.showEmail();
     about.sendFeedback();
-    EXPECT_EQ(mail->messages.size(), 2u);
+    EXPECT_EQ(mail->messages.size(), 4u);
+    EXPECT_EQ(mail->messages[2].subject, "Tallyvane Invitation");
+    EXPECT_EQ(mail->messages[3].subject, "Tallyvane");
 }
 
 TEST_F(AboutTest, WhatNoProgramOpensIsShownWithACopyOrFolderButton)
@@ -113,18 +109,10 @@ TEST_F(AboutTest, WhatNoProgramOpensIsShownWithACopyOrFolderButton)
     EXPECT_EQ(presenter.requests.size(), 2u);
 }
 
-TEST_F(AboutTest, OtherRowsDoNothing)
+TEST_F(AboutTest, VersionAndInformationPagesAreBundled)
 {
-    const QList<QPair<int, int>> rows = {{0, 0}, {0, 3}, {1, 3},  {2, 0},  {2, 1},
-                                         {2, 2}, {2, 3}, {-1, 1}, {1, -1}, {3, 1}};
-    for (const auto& [section, row] : rows)
-        about.rowSelected(section, row);
-    EXPECT_TRUE(opener->opened.isEmpty());
-    EXPECT_TRUE(mail->messages.empty());
-}
-
-TEST_F(AboutTest, InformationPagesAreBundled)
-{
+    EXPECT_EQ(about.property("appVersion").toString(), QStringLiteral(TALLYVANE_VERSION));
+    EXPECT_FALSE(about.appVersion().isEmpty());
     const QString credits = about.pageHtml("credits");
     EXPECT_TRUE(credits.contains("Qt")) << "credits name the toolkit";
     EXPECT_TRUE(credits.contains("LGPL") || credits.contains("Lesser General Public License"));

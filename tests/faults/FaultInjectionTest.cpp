@@ -35,7 +35,6 @@ struct SaverOutput {
     QList<qint64> saved;
     QString failure;
     int exitCode = -1;
-    bool killed = false;
 };
 
 qint64 investmentIn(const QString& contents)

@@ -2,7 +2,6 @@
 
 #include "TestSupport.h"
 #include "platform/AppPaths.h"
-#include "platform/UrlOpener.h"
 
 #include <QDir>
 #include <QFile>
@@ -71,16 +70,6 @@ ParsedMail parseEml(const QByteArray& eml)
     return mail;
 }
 
-class RecordingOpener : public UrlOpener {
-public:
-    bool openUrl(const QUrl& url) override
-    {
-        opened << url;
-        return true;
-    }
-    QList<QUrl> opened;
-};
-
 MailMessage reportMessage()
 {
     MailMessage message;
@@ -145,7 +134,8 @@ TEST_F(MailDraftTest, NonAsciiSubjectAndNamesAreEncoded)
 
 TEST_F(MailDraftTest, ComposeWritesTheDraftIntoTheOutboxAndOpensIt)
 {
-    RecordingOpener opener;
+    RecordingUrlOpener opener;
+    opener.opens = true;
     EmlMailComposer composer(&opener);
     std::optional<MailResult> result;
     composer.compose(reportMessage(), [&](MailResult r) { result = r; });

@@ -5,9 +5,7 @@
 #include "platform/MailComposer.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
-#include "platform/SettingsStore.h"
 #include "platform/UrlOpener.h"
-#include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 #include "reports/ReportStore.h"
 
@@ -96,19 +94,11 @@ void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QSt
 // can say and a place in the Tab chain.
 bool isOperable(QAccessible::Role role)
 {
-    switch (role) {
-    case QAccessible::Button:
-    case QAccessible::CheckBox:
-    case QAccessible::ComboBox:
-    case QAccessible::EditableText:
-    case QAccessible::ListItem:
-    case QAccessible::PageTab:
-    case QAccessible::RadioButton:
-    case QAccessible::SpinBox:
-        return true;
-    default:
-        return false;
-    }
+    static const QList<QAccessible::Role> operable = {
+        QAccessible::Button,       QAccessible::CheckBox, QAccessible::ComboBox,
+        QAccessible::EditableText, QAccessible::ListItem, QAccessible::PageTab,
+        QAccessible::RadioButton,  QAccessible::SpinBox};
+    return operable.contains(role);
 }
 
 QString describe(QAccessibleInterface* control)
@@ -266,12 +256,6 @@ public:
                                              [&](QQuickItem* f) { return isInside(f, scope); });
             if (!reached)
                 problems.append(QStringLiteral("not reached by Tab: ") + describe(control));
-        }
-        if (!problems.isEmpty() && qEnvironmentVariableIsSet("TALLYVANE_TAB_TRACE")) {
-            for (QQuickItem* item : std::as_const(focused))
-                problems.append(QStringLiteral("focused: %1 %2")
-                                    .arg(item->objectName(),
-                                         QString::fromLatin1(item->metaObject()->className())));
         }
         return problems;
     }

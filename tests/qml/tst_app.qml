@@ -4,7 +4,7 @@ import QtTest
 import Tallyvane
 import TallyvaneTest
 
-// The whole window: tabs, the reports stack and the presenter host.
+// The whole window: tabs, the reports tab and the presenter host.
 TestCase {
     id: test
 
@@ -27,24 +27,77 @@ TestCase {
         wait(0);
     }
 
-    function findByName(item, name) {
-        return findChild(item.contentItem, name) || findChild(item.footer, name);
+    function rowTitles(list) {
+        const titles = [];
+        for (let i = 0; i < list.count; ++i) {
+            list.positionViewAtIndex(i, ListView.Contain);
+            titles.push(list.itemAtIndex(i).title);
+        }
+        return titles;
     }
 
-    function test_reportsTabReloadsAndPushedScreensHideTheTabBar() {
+    // Reports saved elsewhere show when the tab is shown, newest first; Edit
+    // deletes a row (its file stays) and Undo puts it back; a row opens its
+    // report over the tab bar, and the report mails again.
+    function test_reportsTabListsEditsAndOpensReports() {
         const tabBar = window.footer;
         verify(tabBar.visible);
-        TestFiles.saveReport("Saved elsewhere");
+        TestFiles.saveReport("one");
+        const keptFile = TestFiles.saveReport("two");
+        const path = TestFiles.saveReport("three");
         mouseClick(findChild(tabBar, "tab_Reports"));
-        compare(window.reports.count, 1, "reloaded when the tab is shown");
-
+        compare(window.reports.count, 3, "reloaded when the tab is shown");
         const stack = findChild(window.contentItem, "reportsStack");
-        const list = findChild(stack.currentItem, "reportList");
+        const page = stack.currentItem;
+        const list = findChild(page, "reportList");
+        waitForItemPolished(list);
+        compare(rowTitles(list), ["three", "two", "one"]);
+        compare(list.itemAtIndex(0).functionTitle, "Roi");
+        verify(Qt.colorEqual(list.itemAtIndex(0).colorTag, "#1FDA9A"));
+
+        const edit = findChild(page, "editButton");
+        compare(edit.text, "Edit");
+        mouseClick(edit);
+        compare(edit.text, "Done");
+        const row = list.itemAtIndex(1);
+        const deleteButton = findChild(row, "deleteButton");
+        verify(deleteButton.visible);
+        mouseClick(deleteButton);
+        compare(list.count, 3, "the minus only reveals the Delete button");
+        verify(row.confirming);
+        mouseClick(findChild(row, "confirmDeleteButton"));
+        compare(rowTitles(list), ["three", "one"]);
+        compare(TestFiles.storedCount(), 2);
+        verify(TestFiles.exists(keptFile));
+        const undoBar = findChild(page, "undoBar");
+        verify(undoBar.visible);
+        mouseClick(findChild(undoBar, "undoButton"));
+        compare(rowTitles(list), ["three", "two", "one"]);
+        compare(TestFiles.storedCount(), 3);
+        verify(!undoBar.visible);
+        mouseClick(edit);
+
         mouseClick(list.itemAtIndex(0));
         tryCompare(stack, "depth", 2);
         tryCompare(stack, "busy", false);
         verify(!tabBar.visible);
-        compare(findChild(stack.currentItem, "reportText").text.length > 0, true);
+        compare(stack.currentItem.reportFilePath, path);
+        const text = findChild(stack.currentItem, "reportText").text;
+        verify(text.startsWith("Financial Report - Return on Investment\nDate: 05-03-2024 "));
+        verify(text.endsWith("Investment: 1000\nRoi: 12%\n"));
+        mouseClick(findChild(stack.currentItem, "exportButton"));
+        const request = Presenter.pendingRequest();
+        compare(request.title, "Export");
+        compare(request.kind, "sheet");
+        compare(request.actions.map(a => a.title), ["Cancel", "Send Email", "Save as PDF"]);
+        Presenter.answer(request.id, "Send Email");
+        window.presenterHost.dismissAll();
+        compare(TestFiles.draftCount(), 1);
+        const draft = TestFiles.lastDraft();
+        verify(draft.indexOf("Subject: Quorvex - Financial Report") >= 0);
+        const name = path.substring(path.lastIndexOf("/") + 1);
+        verify(draft.indexOf("filename=\"" + name + ".txt\"") >= 0, "doubled .txt");
+        verify(TestFiles.exists(path));
 
         mouseClick(findChild(stack.currentItem, "backButton"));
         tryCompare(stack, "depth", 1);
@@ -73,8 +126,8 @@ TestCase {
     }
 
     // On a wide window a sheet is a popover at its button, with an arrow;
-    // a sheet that belongs to no button is centred; on a narrow one it is a
-    // bottom sheet.
+    // a sheet that belongs to no button (the report's export sheet) is
+    // centred and Escape cancels it; on a narrow one it is a bottom sheet.
     function test_sheetsSitAtTheirButtonOnWideWindows() {
         window.width = 1000;
         window.height = 800;
@@ -101,12 +154,16 @@ TestCase {
         const reports = findChild(window.contentItem, "reportsStack");
         tryCompare(reports, "busy", false);
         reports.currentItem.controller.actionClicked();
+        compare(Presenter.pendingCount, 1);
+        compare(window.presenterHost.openPopups.length, 1);
         const centred = window.presenterHost.openPopups[0];
+        compare(centred.objectName, "actionSheet");
         tryCompare(centred, "opened", true);
         verify(!centred.popover);
         compare(centred.x, (centred.parent.width - centred.width) / 2);
         keyClick(Qt.Key_Escape);
         tryCompare(Presenter, "pendingCount", 0);
+        compare(TestFiles.draftCount(), 0, "a cancelled export sheet sends nothing");
 
         window.width = 412;
         tryCompare(window.presenterHost, "wide", false);
@@ -116,24 +173,6 @@ TestCase {
         compare(bottom.y + bottom.height, bottom.parent.height);
         compare(bottom.width, bottom.parent.width);
         keyClick(Qt.Key_Escape);
-    }
-
-    function test_exportSheetIsShownAndCancelled() {
-        TestFiles.saveReport("Sheet");
-        window.showTab(2);
-        window.reports.loadReportArray();
-        window.openReport(window.reports.filePathAt(0));
-        const stack = findChild(window.contentItem, "reportsStack");
-        tryCompare(stack, "busy", false);
-        mouseClick(findChild(stack.currentItem, "exportButton"));
-        compare(Presenter.pendingCount, 1);
-        compare(window.presenterHost.openPopups.length, 1);
-        const sheet = window.presenterHost.openPopups[0];
-        compare(sheet.objectName, "actionSheet");
-        tryCompare(sheet, "opened", true);
-        keyClick(Qt.Key_Escape);
-        tryCompare(Presenter, "pendingCount", 0);
-        compare(TestFiles.draftCount(), 0);
     }
 
     // Clipboard text set from outside the app.
@@ -217,6 +256,61 @@ TestCase {
         typeText("2+2");
         keyClick(Qt.Key_Return);
         compare(display.text, "4");
+    }
+
+    // The keypad under the mouse: 2ND switches the keys' titles until it is
+    // pressed again, taps evaluate without taking the focus, the keys fit
+    // their grid; on the keyboard Shift+* types "*" and the arrows move the
+    // caret.
+    function test_calculatorKeysAndKeyboard() {
+        window.showTab(1);
+        const page = findChild(window.contentItem, "calculatorStack").currentItem;
+        tryVerify(() => page.activeFocus, 1000);
+        const line = findChild(page, "expressionLine");
+        const display = findChild(page, "display");
+        const key = title => {
+            const index = page.keypad.indexOfShownTitle(title);
+            verify(index >= 0, "no key " + title);
+            return findChild(page, "key_" + index);
+        };
+        const paren = key("(");
+        mouseClick(key("2ND"));
+        compare(paren.title, "SIN");
+        verify(key("2ND").bordered);
+        mouseClick(paren);
+        compare(line.text, "sin(");
+        compare(paren.title, "SIN", "2ND stays on");
+        mouseClick(key("2ND"));
+        compare(paren.title, "(");
+
+        keyClick(Qt.Key_Escape);
+        for (const title of ["1", "+", "2", "*", "3", "="])
+            mouseClick(key(title));
+        compare(line.text, "1+2*3");
+        compare(display.text, "7");
+        compare(findChild(page, "resultLabel").text, "Ans");
+        verify(page.activeFocus, "the keys leave the focus where it was");
+        const grid = findChild(page, "keyGrid");
+        fuzzyCompare(key("0").width, 2 * key("1").width, 0.001);
+        for (let i = 0; i < 44; ++i) {
+            const k = findChild(page, "key_" + i);
+            verify(k.x + k.width <= grid.width + 0.001, "key " + i);
+            verify(k.y + k.height <= grid.height + 0.001, "key " + i);
+        }
+
+        keyClick(Qt.Key_Escape);
+        keyClick(Qt.Key_4);
+        keyClick(Qt.Key_Asterisk, Qt.ShiftModifier);
+        keyClick(Qt.Key_2);
+        keyClick(Qt.Key_5);
+        keyClick(Qt.Key_Backspace);
+        keyClick(Qt.Key_Return);
+        compare(line.text, "4*2");
+        compare(display.text, "8");
+        for (let i = 0; i < 3; ++i)
+            keyClick(Qt.Key_Left);
+        keyClick(Qt.Key_1);
+        compare(line.text, "14*2");
     }
 
     function test_calculatorTabOpensHistoryAndHelp() {

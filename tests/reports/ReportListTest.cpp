@@ -1,5 +1,4 @@
 #include "TestSupport.h"
-#include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
 #include "reports/QVFileManager.h"
@@ -15,16 +14,7 @@ namespace {
 
 class ReportListTest : public HomeTest {
 protected:
-    void saveThree()
-    {
-        auto model = QVFunctionModel::create<TestFunctionModel>();
-        for (const char* title : {"one", "two", "three"}) {
-            NotificationCenter::defaultCenter().post("TestReportRequestedNotification", nullptr,
-                                                     {{"title", QString::fromLatin1(title)}});
-            model->saveReport();
-            setNow(now.addSecs(61));
-        }
-    }
+    void saveThree() { saveReports({"one", "two", "three"}, 61); }
     QStringList titles(const ReportTableModel& list) const
     {
         QStringList out;
@@ -34,17 +24,13 @@ protected:
     }
 };
 
-TEST_F(ReportListTest, FirstLoadOfAnEmptyStoreCreatesTheList)
+TEST_F(ReportListTest, FirstLoadCreatesTheListAndRowsShowRecordsNewestFirst)
 {
     ReportTableModel list;
     EXPECT_EQ(list.rowCount(), 0);
     ASSERT_TRUE(QVReport::storedReportList());
     EXPECT_TRUE(QVReport::storedReportList()->isEmpty());
-}
 
-TEST_F(ReportListTest, RowsShowRecordsNewestFirst)
-{
-    ReportTableModel list;
     saveThree();
     list.loadReportArray();
     EXPECT_EQ(titles(list), QStringList({"three", "two", "one"}));

@@ -367,7 +367,9 @@ TestCase {
         compare(display.text, local("-1498.8764"));
         compare(findChild(page, "resultLabel").text, "PMT");
 
-        tap(page, ["CF", "-", "100", "ENTER", "\u2193", "110", "ENTER", "CPT", "IRR"]);
+        tap(page, ["CF"]);
+        compare(findChild(page, "resultLabel").text, "CF0");
+        tap(page, ["-", "100", "ENTER", "\u2193", "110", "ENTER", "CPT", "IRR"]);
         compare(display.text, local("0.1"));
         compare(findChild(page, "resultLabel").text, "IRR");
         tap(page, ["CF"]);

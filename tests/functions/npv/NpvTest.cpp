@@ -67,7 +67,6 @@ TEST_F(NpvTest, ResultsMatchIndependentReferences)
     cashFlows({"-1000", "300", "400", "500"});
     EXPECT_NEAR(model->npv, hornerPresentValue({-1000, 300, 400, 500}, 0.10), 1e-9);
     EXPECT_EQ(npv(), local("-21.037"));
-    EXPECT_NEAR(model->irr, 8.8963, 5e-4);
     EXPECT_EQ(irr(), local("8.896%"));
     EXPECT_LE(std::fabs(hornerPresentValue({-1000, 300, 400, 500}, model->irr / 100)), 1e-5);
 
@@ -75,7 +74,6 @@ TEST_F(NpvTest, ResultsMatchIndependentReferences)
     type("periodField", "2");
     cashFlows({"-100", "110"});
     EXPECT_EQ(npv(), "0");
-    EXPECT_NEAR(model->irr, 10, 1e-4);
     EXPECT_EQ(irr(), "10%");
 
     // -100, 50, 50 has its root at 0 %, the very first midpoint.

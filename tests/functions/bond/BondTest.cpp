@@ -118,7 +118,7 @@ TEST_F(BondTest, AgreesWithIndependentReferences)
     EXPECT_NEAR(model().convexity, 10.0 * 11.0 / (1.03 * 1.03) / 4.0, 1e-9);
 }
 
-TEST_F(BondTest, ScreenShowsThreeDecimalsForEachFrequency)
+TEST_F(BondTest, ScreenAndReportShowThreeDecimalsForEachFrequency)
 {
     EXPECT_EQ(view->title(), "Bond Calculator");
     EXPECT_EQ(view->text("frequencyButton"), "Annually");
@@ -132,6 +132,13 @@ TEST_F(BondTest, ScreenShowsThreeDecimalsForEachFrequency)
     EXPECT_EQ(view->text("frequencyButton"), "Semiannually");
     EXPECT_EQ(model().frequencyValue, 2);
     EXPECT_EQ(labels(), locals({"1000", "7.989", "7.795", "73.629"}));
+    screen->sendReportRequestedNotification("Muni");
+    EXPECT_EQ(reportBody(),
+              local("Face Value: 1000\nCoupon Rate: 5%\nYield to Maturity: 5%\nYears: 10\n"
+                    "Frequency: Semiannually\n\nBond Value: 1000\nMaculay Duration: 7.989\n"
+                    "Modified Duration: 7.795\nConvexity: 73.629\n"));
+    expectReport("Bond", "bond_Muni_05-03-2024 14:07_report.txt", "Bond", Rgba(0xE8, 0xB7, 0x1A));
+    EXPECT_GT(view->descriptionHtml().size(), 500);
 
     choose("Cancel");
     EXPECT_EQ(view->text("frequencyButton"), "Semiannually") << "cancel changes nothing";
@@ -213,18 +220,6 @@ TEST_F(BondTest, VeryLongBondsFinishAndApproachThePerpetuity)
         enter(1000, 4, yield, periods, "Annually");
         expectReference(1000, 4, yield, long(periods), 1, 1e-9);
     }
-}
-
-TEST_F(BondTest, ReportListsInputsThenResults)
-{
-    enter(1000, 5, 5, 10, "Semiannually");
-    screen->sendReportRequestedNotification("Muni");
-    EXPECT_EQ(reportBody(),
-              local("Face Value: 1000\nCoupon Rate: 5%\nYield to Maturity: 5%\nYears: 10\n"
-                    "Frequency: Semiannually\n\nBond Value: 1000\nMaculay Duration: 7.989\n"
-                    "Modified Duration: 7.795\nConvexity: 73.629\n"));
-    expectReport("Bond", "bond_Muni_05-03-2024 14:07_report.txt", "Bond", Rgba(0xE8, 0xB7, 0x1A));
-    EXPECT_GT(view->descriptionHtml().size(), 500);
 }
 
 } // namespace

@@ -54,6 +54,14 @@ TEST_F(WaccTest, WeighsEquityAndAfterTaxDebtByValue)
     enter(rows[0]); // 0.6 × 12 + 0.4 × 8 × 0.7
     EXPECT_NEAR(wacc(), 9.44, 1e-12);
     EXPECT_EQ(result(), local("9.44") + "%");
+    screen->sendReportRequestedNotification("");
+    EXPECT_EQ(reportBody(), "Cost of Equity: 12%\nEquity: 600\nCost of Debt: 8%\nDebt: 400\n"
+                            "Corporate Tax Rate: 30%\n"
+                            "Weighted Average Cost of Capital: " +
+                                local("9.44") + "%\n");
+    expectReport("Weighted Average Cost of Capital", "wacc__05-03-2024 14:07_report.txt", "Wacc",
+                 Rgba(0x35, 0x44, 0x58));
+    EXPECT_GT(view->descriptionHtml().size(), 500);
 
     // Boundary structures.
     const std::pair<Capital, double> bounds[] = {
@@ -67,19 +75,6 @@ TEST_F(WaccTest, WeighsEquityAndAfterTaxDebtByValue)
     }
     type("corporateTaxRateField", "");
     EXPECT_DOUBLE_EQ(wacc(), 0.6 * 12 + 0.4 * 8) << "empty tax field: no tax shield";
-}
-
-TEST_F(WaccTest, ReportListsInputsAndResult)
-{
-    enter({12, 600, 8, 400, 30, ""});
-    screen->sendReportRequestedNotification("");
-    EXPECT_EQ(reportBody(), "Cost of Equity: 12%\nEquity: 600\nCost of Debt: 8%\nDebt: 400\n"
-                            "Corporate Tax Rate: 30%\n"
-                            "Weighted Average Cost of Capital: " +
-                                local("9.44") + "%\n");
-    expectReport("Weighted Average Cost of Capital", "wacc__05-03-2024 14:07_report.txt", "Wacc",
-                 Rgba(0x35, 0x44, 0x58));
-    EXPECT_GT(view->descriptionHtml().size(), 500);
 }
 
 } // namespace

@@ -25,8 +25,6 @@ protected:
 TEST_F(TvmTest, FutureValueOfMonthlyCompounding)
 {
     // Defaults: beginning mode and annual payments.
-    EXPECT_EQ(model().paymentMode, "BEG");
-    EXPECT_EQ(model().paymentFrequency, 1);
     EXPECT_EQ(texts({"modeButton", "frequencyButton"}), QStringList({"BEG", "Annually"}));
     EXPECT_EQ(view->title(), "TVM Calculator");
 
@@ -166,9 +164,9 @@ TEST_F(TvmTest, ChartSeriesAndLabels)
     }
 }
 
-// The mailed report carries the chart as graph.png (a JPEG), drawn at twice
-// the screen's size, as it was drawn for the solve even when mode and
-// frequency change after it.
+// The mailed report carries the chart drawn at twice the screen's size, as it
+// was drawn for the solve even when mode and frequency change after it (the
+// attachment's name and type, and the drawing, are the chart code's tests).
 TEST_F(TvmTest, MailedReportCarriesTheChartAsDrawnForTheSolve)
 {
     auto mail = std::make_shared<RecordingMailComposer>();
@@ -188,22 +186,10 @@ TEST_F(TvmTest, MailedReportCarriesTheChartAsDrawnForTheSolve)
     ASSERT_EQ(mail->messages.size(), 1u);
     const QList<MailAttachment>& attachments = mail->messages[0].attachments;
     ASSERT_EQ(attachments.size(), 2);
-    EXPECT_EQ(attachments[0].fileName, "tvm_description__05-03-2024 14:07_report.txt");
-    EXPECT_EQ(attachments[1].fileName, "graph.png");
-    EXPECT_EQ(attachments[1].mimeType, "image/jpeg");
     EXPECT_EQ(attachments[1].data, expected);
     EXPECT_NE(model().dataForLastCalculated(), drawn) << "the settings did change";
     const QImage chart = QImage::fromData(attachments[1].data, "JPEG");
     EXPECT_EQ(chart.size(), QSize(600, 400));
-    // The line colour shows up somewhere in the picture.
-    bool blue = false;
-    for (int y = 0; y < chart.height() && !blue; ++y)
-        for (int x = 0; x < chart.width() && !blue; ++x) {
-            const QColor c = chart.pixelColor(x, y);
-            blue = std::abs(c.red() - 0x28) < 40 && std::abs(c.green() - 0xAB) < 40 &&
-                   std::abs(c.blue() - 0xE3) < 40;
-        }
-    EXPECT_TRUE(blue);
 }
 
 TEST_F(TvmTest, ASavedReportKeepsItsChartAndItsPdfShowsIt)

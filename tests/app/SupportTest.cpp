@@ -68,18 +68,18 @@ private:
         }
     }
 
-    QByteArray response() const
+    QByteArray head() const
     {
         return "HTTP/1.1 " + status +
                "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: " +
-               QByteArray::number(reply.size()) + "\r\nConnection: close\r\n\r\n" + reply;
+               QByteArray::number(reply.size()) + "\r\nConnection: close\r\n\r\n";
     }
 
     void trickle(QTcpSocket* socket)
     {
         auto* timer = new QTimer(socket);
         auto sent = std::make_shared<qsizetype>(0);
-        const QByteArray bytes = response();
+        const QByteArray bytes = head() + reply;
         connect(timer, &QTimer::timeout, socket, [socket, sent, bytes] {
             if (*sent < bytes.size())
                 socket->write(bytes.mid((*sent)++, 1));
@@ -101,21 +101,23 @@ private:
         return request.size() >= end + 4 + length;
     }
 
-    // Writes the answer 64 kB at a time, the next part once the last has
-    // gone, so that a large answer never holds up the event loop.
+    // Writes the head, then the body 64 kB at a time, the next part once
+    // the last has gone, never copying the body whole: a large answer does
+    // not hold up the event loop.
     void answer(QTcpSocket* socket)
     {
         constexpr qsizetype part = 64 * 1024;
         auto sent = std::make_shared<qsizetype>(0);
-        const QByteArray bytes = response();
-        const auto next = [socket, sent, bytes] {
+        const QByteArray body = reply; // shared, not copied
+        socket->write(head());
+        const auto next = [socket, sent, body] {
             if (socket->bytesToWrite() > 0)
                 return;
-            if (*sent >= bytes.size()) {
+            if (*sent >= body.size()) {
                 socket->disconnectFromHost();
                 return;
             }
-            socket->write(bytes.mid(*sent, part));
+            socket->write(body.mid(*sent, part));
             *sent += part;
         };
         connect(socket, &QTcpSocket::bytesWritten, socket, next);

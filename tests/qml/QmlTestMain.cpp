@@ -194,8 +194,7 @@ public:
         Services::setMailComposer(m_mails);
         Services::setUrlOpener(m_urls);
     }
-    // The recorded mails: subject, recipients, whether the body is HTML and
-    // the attachments' file names.
+    // The recorded mails: subject and the attachments' file names.
     Q_INVOKABLE QVariantList mails() const
     {
         QVariantList list;
@@ -204,8 +203,6 @@ public:
             for (const MailAttachment& attachment : message.attachments)
                 attachments.append(attachment.fileName);
             list.append(QVariantMap{{QStringLiteral("subject"), message.subject},
-                                    {QStringLiteral("recipients"), message.recipients},
-                                    {QStringLiteral("html"), message.bodyIsHtml},
                                     {QStringLiteral("attachments"), attachments}});
         }
         return list;

@@ -16,6 +16,12 @@
 
 class CalculatorKeypad;
 
+// Failures print texts as text rather than as UTF-16 code units.
+inline void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
 // Presses keypad keys: each item is a key title the keypad shows now, or a
 // run of characters typed one key each.
 void pressKeys(CalculatorKeypad& keypad, std::initializer_list<QString> presses);

@@ -198,9 +198,21 @@ TEST_F(DepreciationTest, APartialFirstYearSpreadsEachYearOfLifeAndEndsAtTheSalva
         if (method == "SYD") { // asset years 3600, 2700, 1800, 900
             EXPECT_NEAR(got[1], 3600 * 0.75 + 2700 * 0.25, 1e-9);
         }
+        if (method == "DDB") { // half the book value a year, a quarter of that at first
+            EXPECT_EQ(got, QList<double>({1250, 4375, 2187.5, 1093.75, 93.75}));
+        }
     }
-    EXPECT_EQ(screen->qvFunctionView()->text("firstYearDepreciationLabel"),
-              NumberFormat::stringFromDouble(screen->depreciationModel()->firstYearDepreciation));
+    EXPECT_EQ(screen->qvFunctionView()->text("firstYearDepreciationLabel"), local("1250"));
+    screen->sendReportRequestedNotification("");
+    EXPECT_EQ(reportBody(),
+              local("Cost: 10000\nSalvage Value: 1000\nLife: 4\nFirst Year Months: 3\n"
+                    "Method: DDB\nFactor: 200%\nFirst Year Depreciation: 1250\n"
+                    "Total Depreciation: 9000\n"
+                    "Year 1: 1250, Accumulated: 1250, Book Value: 8750\n"
+                    "Year 2: 4375, Accumulated: 5625, Book Value: 4375\n"
+                    "Year 3: 2187.5, Accumulated: 7812.5, Book Value: 2187.5\n"
+                    "Year 4: 1093.75, Accumulated: 8906.25, Book Value: 1093.75\n"
+                    "Year 5: 93.75, Accumulated: 9000, Book Value: 1000\n"));
 
     // Nonsense never hangs: no life or months out of range give NaN and no rows.
     for (const auto& [life, months] : {std::pair("0", "12"), std::pair("1e9", "12"),

@@ -275,14 +275,18 @@ TEST_F(NpvTest, ChartFollowsTheResults)
 TEST(NpvTableModelTest, RowsFollowThePeriod)
 {
     NpvTableModel table;
-    table.discountRate = 10;
+    table.period = 0;
+    table.loadCashArray();
+    EXPECT_TRUE(table.cashArray.isEmpty()) << "no periods, no flows";
+    table.discountRate = 5;
     table.cashArray = {-100, 110};
     table.period = 3;
     table.calculateResults();
     EXPECT_EQ(table.cashArray, QList<double>({-100, 110, 0})) << "padded to the period";
-    EXPECT_NEAR(table.npv, 0, 1e-9);
+    EXPECT_NEAR(table.npv, -100 + 110 / 1.05, 1e-9);
     EXPECT_NEAR(table.irr, 10, 1e-4);
     table.loadNpvArray();
+    table.loadNpvArray(); // a rebuild replaces the rows
     QStringList labels;
     for (const NpvCell& cell : table.tableArray)
         labels << cell.leftLabelStr;
@@ -291,6 +295,7 @@ TEST(NpvTableModelTest, RowsFollowThePeriod)
     EXPECT_EQ(table.tableArray[0].intFieldValue, 3);
     EXPECT_EQ(table.tableArray[3].fieldValue, 110);
     EXPECT_TRUE(table.tableArray.last().fieldHidden);
+    EXPECT_NEAR(table.tableArray[5].result, -100 + 110 / 1.05, 1e-9);
     EXPECT_NEAR(table.tableArray.last().result, 10, 1e-4);
 
     table.period = 1 << 30;

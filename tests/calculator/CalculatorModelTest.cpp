@@ -282,16 +282,11 @@ TEST(CashFlows, IrrIsNaNWhereThereIsNone)
     EXPECT_LE(std::fabs(CalculatorModel::calculateNpvWithRate(run, irr)), 1e-6);
 }
 
+// The reading rule itself is NumberFormat's; here the process locale is
+// the one read, and expressions know no variable but pi.
 TEST(NumberFromText, ReadsDisplayTextsBack)
 {
-    EXPECT_EQ(CalculatorModel::numberFromText("12.5"), 12.5);
     EXPECT_EQ(CalculatorModel::numberFromText(QLocale().toString(12.5)), 12.5);
-    EXPECT_TRUE(std::isnan(CalculatorModel::numberFromText("NaN")));
-    EXPECT_EQ(CalculatorModel::numberFromText("-Infinity"), -INFINITY);
-    EXPECT_EQ(CalculatorModel::numberFromText("junk"), 0);
-    EXPECT_EQ(CalculatorModel::numberFromText(""), 0);
-    // Expressions know pi and no other variable.
-    EXPECT_EQ(CalculatorModel::evaluateExpression("2*pi"), 2 * M_PI);
     EXPECT_FALSE(CalculatorModel::evaluateExpression("x").has_value());
 }
 

@@ -225,6 +225,8 @@ TEST_F(EngineTest, EnterInCashFlowModeEmptiesTheLine)
     EXPECT_EQ(engine->cashFlowArray()[1].freq, "3") << "ENTER on an empty line gives 0: refused";
     keys({"\u2191", "ENTER"});
     EXPECT_EQ(engine->cashFlowArray()[1].cash, "0") << "an amount of 0 is taken";
+    keys({"\u2191", "0", "ENTER"});
+    EXPECT_EQ(engine->cashFlowArray()[0].cash, "0") << "CF0 too, though its slot is even";
 }
 
 TEST_F(EngineTest, CashFlowCursorStopsAtF99AndIrrNeedsCpt)

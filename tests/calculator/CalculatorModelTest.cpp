@@ -53,10 +53,6 @@ TEST(TvmSolver, TextbookFutureValueAndMortgagePayment)
     CalculatorModel m = registers(10, 10, 100, 0, 0);
     m.computeFutureValue();
     EXPECT_NEAR(m.fv, 259.374246010, 1e-9);
-    m.fv = 259.374246;
-    m.rate = 0;
-    m.computeRate();
-    EXPECT_NEAR(m.rate, 10, 1e-6);
 
     // 250,000 over 30 years at 6 % monthly: money is unsigned by direction,
     // so the payment that clears the loan comes out negative.
@@ -155,7 +151,8 @@ TEST(TvmSolver, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
         {"mortgage", registers(360, 0, 250000, -1498.8764, 0, 12, 12), 6.0000005420192792, pinned},
         {"BEG, P/Y 4, C/Y 2", registers(20, 0, 0, 100, 2500, 4, 2, "BEG"), 8.4045904222875834,
          pinned},
-        {"1000 to 900 in 5 years", registers(5, 0, 1000, 0, 900), -2.0851637639, 5e-11},
+        {"1000 to 900 in 5 years", registers(5, 0, 1000, 0, 900), 100 * (std::pow(0.9, 0.2) - 1),
+         1e-12},
         {"1000 to 5000 in 1 year", registers(1, 0, 1000, 0, 5000), 400, 1e-9},
         {"100 to 1000 in 1 year", registers(1, 0, 100, 0, 1000), 900, 1e-9},
         {"100 to 50 in 1 year, monthly", registers(12, 0, 100, 0, 50, 12, 12),
@@ -172,10 +169,6 @@ TEST(TvmSolver, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
         else
             EXPECT_NEAR(c.m.rate, c.expected, c.tolerance) << c.what;
     }
-    // The exact answer of the first case outside: (0.9)^(1/5) − 1.
-    CalculatorModel falling = registers(5, 0, 1000, 0, 900);
-    falling.computeRate();
-    EXPECT_NEAR(falling.rate, 100 * (std::pow(0.9, 0.2) - 1), 1e-12);
 }
 
 TEST(TvmSolver, KahansPennyASecondStaysExactToTheCent)
@@ -274,24 +267,13 @@ TEST(CashFlows, IrrIsNaNWhereThereIsNone)
     EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"1000", "1"}, {"-1100", "1"}}))));
     // All zero: the NPV is 0 at the first mid, 0 %.
     EXPECT_EQ(CalculatorModel::calculateIrr(CalculatorModel::freshCashFlows()), 0);
-
-    // Long runs: 1000 periods of 1.5 against 1000 now.
-    const CashFlowList run = flows({{"-1000", "1"}, {"1.5", "1000"}});
-    const double irr = CalculatorModel::calculateIrr(run);
-    EXPECT_GT(irr, 0);
-    EXPECT_LE(std::fabs(CalculatorModel::calculateNpvWithRate(run, irr)), 1e-6);
 }
 
+// The reading rule itself is NumberFormat's; here the process locale is
+// the one read, and expressions know no variable but pi.
 TEST(NumberFromText, ReadsDisplayTextsBack)
 {
-    EXPECT_EQ(CalculatorModel::numberFromText("12.5"), 12.5);
     EXPECT_EQ(CalculatorModel::numberFromText(QLocale().toString(12.5)), 12.5);
-    EXPECT_TRUE(std::isnan(CalculatorModel::numberFromText("NaN")));
-    EXPECT_EQ(CalculatorModel::numberFromText("-Infinity"), -INFINITY);
-    EXPECT_EQ(CalculatorModel::numberFromText("junk"), 0);
-    EXPECT_EQ(CalculatorModel::numberFromText(""), 0);
-    // Expressions know pi and no other variable.
-    EXPECT_EQ(CalculatorModel::evaluateExpression("2*pi"), 2 * M_PI);
     EXPECT_FALSE(CalculatorModel::evaluateExpression("x").has_value());
 }
 

@@ -1,7 +1,8 @@
 // Replays golden_results.txt: thousands of keypad lines, each with the exact
-// bits of the double it gave (or "none"), must give exactly that again. The
-// file is written by tools/RecordGoldenResults.cpp (target
-// record-golden-results), whose dictionary must match the one below.
+// bits of the double it gave (or "none"), must give exactly that again, both
+// from the keypad's one-pass evaluator and from the token classes that spell
+// out its rules (EPTokenString, EPExpression). The file is written by tools/RecordGoldenResults.cpp
+// (target record-golden-results), whose dictionary must match the one below.
 #include "ExpressionTestSupport.h"
 
 #include <QDir>
@@ -24,6 +25,19 @@ QString resultText(std::optional<double> value)
     if (!value)
         return QStringLiteral("none");
     return QStringLiteral("%1").arg(std::bit_cast<quint64>(*value), 16, 16, QLatin1Char('0'));
+}
+
+// The same line through the token classes.
+std::optional<double> byTheClasses(QStringView text, const QHash<QString, double>* variables)
+{
+    EPTokenString tokens;
+    EPExpression expression;
+    if (!tokens.initWithExpression(text, EPDictionaryVariableSource(variables),
+                                   EPStandardFunctionSource()) ||
+        !expression.initWithTokenString(tokens))
+        return std::nullopt;
+    const std::optional<EPNumericalToken> value = expression.evaluateToToken();
+    return value ? std::optional(value->doubleValue()) : std::nullopt;
 }
 
 // Each "\uXXXX" in a recorded line is one UTF-16 unit, lone surrogates
@@ -53,12 +67,14 @@ TEST(GoldenResults, EveryRecordedLineGivesItsRecordedBits)
         const QString expected = line.section(QLatin1Char(' '), 0, 0);
         const bool withDictionary = line.section(QLatin1Char(' '), 1, 1) == u"v";
         const QString input = unescaped(QStringView(line).mid(expected.size() + 3));
-        const QString got =
-            resultText(numberByParsingExpression(input, withDictionary ? &dictionary : nullptr));
-        if (got != expected && ++failures <= 20)
+        const QHash<QString, double>* variables = withDictionary ? &dictionary : nullptr;
+        const QString got = resultText(numberByParsingExpression(input, variables));
+        const QString reference = resultText(byTheClasses(input, variables));
+        if ((got != expected || reference != expected) && ++failures <= 20)
             ADD_FAILURE() << "line " << lines + 1 << " \""
                           << line.mid(expected.size() + 3).toStdString()
-                          << "\": " << got.toStdString() << ", recorded " << expected.toStdString();
+                          << "\": " << got.toStdString() << ", by the classes "
+                          << reference.toStdString() << ", recorded " << expected.toStdString();
     }
     EXPECT_EQ(failures, 0);
     EXPECT_GT(lines, 4000);

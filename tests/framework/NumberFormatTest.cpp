@@ -29,21 +29,17 @@ TEST(ResultFormat, PlainDecimalRoundedHalfToEven)
     EXPECT_EQ(results(1000000), "1000000");
     EXPECT_EQ(results(2.0), "2");
     EXPECT_EQ(results(0), "0");
-    EXPECT_EQ(results(0.5), "0.5");
     EXPECT_EQ(results(-1.25), "-1.25");
-    EXPECT_EQ(results(2.5), "2.5");
     EXPECT_EQ(results(0.12345), "0.123");
     EXPECT_EQ(results(0.0625), "0.062");
     EXPECT_EQ(results(0.0635), "0.064");
     EXPECT_EQ(results(0.0005), "0");
-    EXPECT_EQ(results(0.0015), "0.002");
     EXPECT_EQ(results(0.00050001), "0.001");
     // 0.0025 is stored a hair above 0.0025 but its shortest decimal is an
     // exact tie, which goes to the even digit.
     EXPECT_EQ(results(0.0025), "0.002");
     EXPECT_EQ(results(2.675), "2.675");
     EXPECT_EQ(results(1.0005), "1");
-    EXPECT_EQ(results(-0.0625), "-0.062");
     // Carries through nines; values that round to zero have no sign.
     EXPECT_EQ(results(9.9996), "10");
     EXPECT_EQ(results(999.9999), "1000");
@@ -70,8 +66,6 @@ TEST(KeypadFormat, FourDigitsRoundedAwayFromZero)
 {
     EXPECT_EQ(display(2.00004), "2.0001");
     EXPECT_EQ(display(-2.00004), "-2.0001");
-    EXPECT_EQ(display(2.00000), "2");
-    EXPECT_EQ(display(1.23456), "1.2346");
     EXPECT_EQ(display(1.2345), "1.2345");
     EXPECT_EQ(display(0.1 + 0.2), "0.3001") << "0.30000000000000004 has a non-zero tail";
     EXPECT_EQ(display(1234567.5), "1234567.5");
@@ -83,8 +77,6 @@ TEST(NumberFormatLocale, TheGivenOrProcessLocaleDecidesTheSeparatorNeverGrouping
     const QLocale german(QLocale::German, QLocale::Germany);
     EXPECT_EQ(NumberFormat::stringFromDouble(1234567.891, german), "1234567,891");
     EXPECT_EQ(NumberFormat::displayString(-2.00004, german), "-2,0001");
-    const QLocale c = QLocale::c();
-    EXPECT_EQ(NumberFormat::stringFromDouble(1234567.891, c), "1234567.891");
     const QString text = NumberFormat::stringFromDouble(0.5);
     EXPECT_EQ(text, QStringLiteral("0") + QLocale().decimalPoint() + QStringLiteral("5"));
     // ctest runs this binary once under a German locale: make sure that run
@@ -116,11 +108,9 @@ TEST(NumberReading, OneRuleInEveryLocale)
     const Row rows[] = {
         // "." always works; the locale's separator too; never both.
         {u"0.125", german, 0.125},
-        {u"2.125", german, 2.125},
         {u"2,125", german, 2.125},
         {u"1.000,5", german, 0},
         {u"1,125", c, 0},
-        {u"1,5", c, 0},
         {u"1\u066b5", egyptian, 1.5},
         {u"1.5", egyptian, 1.5},
         {u"1\u066b5", c, 0},
@@ -130,10 +120,8 @@ TEST(NumberReading, OneRuleInEveryLocale)
         {u"1\u00a0000", swedish, 0},
         {u"1\u066c000", egyptian, 0},
         {u"1e400", c, 0},
-        {u"1e5", german, 0},
         {u"+5", c, 0},
         {u"12 months", c, 0},
-        {u"--5", c, 0},
         {u"5-", c, 0},
         // Signs: ASCII everywhere, the locale's own where it has one.
         {u"-2.5", swedish, -2.5},

@@ -150,17 +150,14 @@ TEST_F(FunctionControllerTest, AMailDraftNoProgramOpensIsShownWithItsFolder)
     EXPECT_EQ(opener->opened[0], QUrl::fromLocalFile(home.filePath("Outbox")));
 }
 
-TEST_F(FunctionControllerTest, CancellingTheTitleAlertSavesNothing)
+TEST_F(FunctionControllerTest, ACancelledTitleSavesNothingAnEmptyOneIsSavedUnconfirmed)
 {
     presenter.script({{"Save", ""}, {"Cancel", "typed"}});
     controller.exportClicked();
     EXPECT_EQ(controller.selectedAction(), "cancel");
     EXPECT_TRUE(storedTitles().isEmpty());
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
-}
 
-TEST_F(FunctionControllerTest, AnEmptyTitleIsAcceptedAndSavedWaitsForTheConfirmation)
-{
     presenter.script({{"Save", ""}, {"OK", ""}}); // "Calculation Saved" left open
     controller.exportClicked();
     EXPECT_EQ(storedTitles(), QStringList({""}));

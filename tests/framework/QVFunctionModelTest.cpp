@@ -24,9 +24,6 @@ public:
 TEST_F(FunctionModelTest, BaseNamesAndAReportThatIgnoresRequests)
 {
     auto model = QVFunctionModel::create<BaseModel>();
-    EXPECT_EQ(model->reportCreatedNotificationName(), "QVFunctionReportCreatedNotification");
-    EXPECT_EQ(model->reportRequestedNotificationName(), "QVFunctionReportRequestedNotification");
-    EXPECT_EQ(model->emailSubject(), "Quorvex - Financial Report");
     EXPECT_EQ(model->navigationTitle(), "QV Function Calculator");
     EXPECT_EQ(model->descriptionName(), "qvfunction");
     EXPECT_EQ(model->report().fileName, "qvfunction");

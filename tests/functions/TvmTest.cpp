@@ -141,6 +141,30 @@ TEST_F(TvmTest, ChartSeriesAndLabels)
     EXPECT_FALSE(m.shouldFillGraphWithLineNumber(0));
     EXPECT_EQ(m.customViewForLineChartTouchWithXValueAndYValue("1", 1100).text, "FV: 1100");
 
+    // Each solve charts its own quantity, reaching the solved value at the
+    // last period.
+    struct Solve {
+        void (TvmController::*click)();
+        const char* name;
+        double TvmModel::*value;
+    };
+    for (const Solve& solve :
+         {Solve{&TvmController::presentValueClicked, "PV", &TvmModel::presentValue},
+          Solve{&TvmController::interestRateClicked, "I/Y", &TvmModel::interestRate},
+          Solve{&TvmController::paymentClicked, "PMT", &TvmModel::payment}}) {
+        fill({{"pvField", "1000"},
+              {"fvField", "1210"},
+              {"interestField", "10"},
+              {"periodField", "2"},
+              {"pmtField", "0"}});
+        ((*screen).*solve.click)();
+        EXPECT_EQ(m.nameForTheLineWithLineNumber(0), solve.name);
+        const auto line = m.dataForYAxisWithLineNumber(0);
+        ASSERT_EQ(line.size(), 2) << solve.name;
+        EXPECT_NEAR(*line.last(), m.*solve.value, 1e-9 * std::max(1.0, std::fabs(m.*solve.value)))
+            << solve.name;
+    }
+
     type("periodField", "0");
     screen->futureValueClicked();
     EXPECT_FALSE(screen->chartShown()) << "no periods, no chart";

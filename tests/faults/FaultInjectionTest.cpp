@@ -20,7 +20,9 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <csignal>
+#include <future>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace {
 
@@ -268,6 +270,67 @@ TEST_F(ReportFaults, ASaverKilledMidWriteLeavesAWholeDatabaseWithEveryReportedSa
     const SaverOutput after = runSaver(99, 1);
     EXPECT_EQ(after.exitCode, 0) << after.failure.toStdString();
     EXPECT_EQ(stored().value(0).investment, 9900000);
+}
+
+// Another process is writing to a new database, as a second saver that
+// was a little quicker does: turning the database to WAL is refused at once
+// meanwhile, so opening tries again until that write ends instead of
+// failing the save.
+TEST_F(ReportFaults, OpeningANewDatabaseWaitsWhileAnotherConnectionHoldsIt)
+{
+    std::promise<void> locked;
+    std::thread holder([&] {
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "holder");
+            db.setDatabaseName(ReportStore::databasePath());
+            QSqlQuery query(db);
+            const bool held = db.open() && query.exec(QStringLiteral("BEGIN IMMEDIATE")) &&
+                              query.exec(QStringLiteral("CREATE TABLE other (x)"));
+            locked.set_value();
+            QThread::msleep(300);
+            EXPECT_TRUE(held && query.exec(QStringLiteral("COMMIT")));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("holder"));
+    });
+    locked.get_future().wait();
+    const WriteResult result = ReportStore::createList();
+    holder.join();
+    EXPECT_TRUE(result.ok()) << result.error.toStdString();
+    EXPECT_TRUE(ReportStore::insertAtHead("one").ok());
+}
+
+// A damaged page rather than damaged record bytes: the link from a long
+// record's first overflow page to its next one points past the end of the
+// file, so the table cannot be read in one pass. The record on that page
+// reads empty; the records before and after it still read whole.
+TEST_F(ReportFaults, ADamagedPageOfTheTableHidesOnlyTheRecordOnIt)
+{
+    ASSERT_TRUE(ReportStore::createList().ok());
+    QList<QByteArray> archives;
+    for (const char fill : {'a', 'b', 'c'}) {
+        QByteArray archive(12000, fill); // three pages of 4 kB: two overflow pages
+        archive.replace(4500, 8, QByteArray("marker-") + fill);
+        archives.prepend(archive);
+        ASSERT_TRUE(ReportStore::insertAtHead(archive).ok());
+    }
+    ReportStore::close();
+
+    QFile file(ReportStore::databasePath());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const qsizetype at = file.readAll().indexOf("marker-b");
+    ASSERT_GE(at, 0) << "the database was not written back to its file";
+    file.seek(at / 4096 * 4096); // the overflow page's "next page" number
+    file.write("\x7f\xff\xff\xff", 4);
+    file.close();
+
+    const auto rows = ReportStore::rows();
+    ASSERT_TRUE(rows);
+    ASSERT_EQ(rows->size(), 3);
+    EXPECT_EQ(rows->at(0).archive, archives[0]);
+    EXPECT_TRUE(rows->at(1).archive.isEmpty());
+    EXPECT_EQ(rows->at(2).archive, archives[2]);
+    EXPECT_GT(rows->at(0).id, rows->at(1).id);
+    EXPECT_GT(rows->at(1).id, rows->at(2).id);
 }
 
 TEST_F(ReportFaults, OneDamagedRecordReadsEmptyTheOthersAndLaterSavesAreKept)

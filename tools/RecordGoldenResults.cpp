@@ -189,6 +189,8 @@ QStringList recordedInputs()
            << "2^-(0/0)/(0/0)"
            << "(0/0)^2^-(0/0)"
            << "(0/0)^(2^-(0/0))";
+    // Carriage returns, vertical tabs and form feeds are white space too.
+    inputs << "1+\r2" << "2\v*\f3\r";
     for (int i = 0; i < 60; ++i)
         inputs << generator.deep();
     for (const char* dirName : {FUZZ_CORPUS_DIR, FUZZ_REGRESSIONS_DIR}) {

@@ -6,6 +6,7 @@
 // "<bits of the double, or none> <p|v> <escaped input>", "v" being the run
 // with the test dictionary. Record only with an engine whose results are
 // trusted: the point of the file is that they never move.
+#include "../tests/expression/GoldenFormat.h"
 #include "expression/EPExpression.h"
 
 #include <QDir>
@@ -16,20 +17,8 @@
 
 namespace {
 
-// Both the variables the fuzzer uses and names that shadow a function or
-// look like a number followed by a word.
-const QHash<QString, double> dictionary{{QStringLiteral("x"), 2.0},
-                                        {QStringLiteral("pi"), 3.0},
-                                        {QStringLiteral("rate"), -0.5},
-                                        {QStringLiteral("sin"), 5.0},
-                                        {QStringLiteral("2x"), 7.0}};
-
-QString resultText(std::optional<double> value)
-{
-    if (!value)
-        return QStringLiteral("none");
-    return QStringLiteral("%1").arg(std::bit_cast<quint64>(*value), 16, 16, QLatin1Char('0'));
-}
+using golden::dictionary;
+using golden::resultText;
 
 // Printable ASCII stays, everything else (and "\", and a blank at the end)
 // becomes \uXXXX per UTF-16 unit, so every line of the file is one input,
@@ -190,7 +179,8 @@ QStringList recordedInputs()
            << "(0/0)^2^-(0/0)"
            << "(0/0)^(2^-(0/0))";
     // Carriage returns, vertical tabs and form feeds are white space too.
-    inputs << "1+\r2" << "2\v*\f3\r";
+    inputs << "1+\r2"
+           << "2\v*\f3\r";
     for (int i = 0; i < 60; ++i)
         inputs << generator.deep();
     for (const char* dirName : {FUZZ_CORPUS_DIR, FUZZ_REGRESSIONS_DIR}) {

@@ -2,8 +2,9 @@
 // bits of the double it gave (or "none"), must give exactly that again, both
 // from the keypad's one-pass evaluator and from the token classes that spell
 // out its rules (EPTokenString, EPExpression). The file is written by tools/RecordGoldenResults.cpp
-// (target record-golden-results), whose dictionary must match the one below.
+// (target record-golden-results) with the same dictionary, from GoldenFormat.h.
 #include "ExpressionTestSupport.h"
+#include "GoldenFormat.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,20 +13,8 @@
 
 namespace {
 
-// Both the variables the fuzzer uses and names that shadow a function or
-// look like a number followed by a word; used on the lines marked "v".
-const QHash<QString, double> dictionary{{QStringLiteral("x"), 2.0},
-                                        {QStringLiteral("pi"), 3.0},
-                                        {QStringLiteral("rate"), -0.5},
-                                        {QStringLiteral("sin"), 5.0},
-                                        {QStringLiteral("2x"), 7.0}};
-
-QString resultText(std::optional<double> value)
-{
-    if (!value)
-        return QStringLiteral("none");
-    return QStringLiteral("%1").arg(std::bit_cast<quint64>(*value), 16, 16, QLatin1Char('0'));
-}
+using golden::dictionary;
+using golden::resultText;
 
 // The same line through the token classes.
 std::optional<double> byTheClasses(QStringView text, const QHash<QString, double>* variables)

@@ -54,6 +54,16 @@ TEST(Tokens, TextsAndCopies)
     EXPECT_EQ(std::get<EPVariableToken>(var.negativeToken()).doubleValue(), -4);
     EXPECT_EQ(std::get<EPVariableToken>(var.negativeToken()).variableName(), "rate");
     EXPECT_EQ(std::get<EPNumericalToken>(EPNumericalToken(3).negativeToken()).doubleValue(), -3);
+
+    // A variable read while tokenizing keeps its name and the value it had then.
+    QHash<QString, double> vars{{"rate", 2.5}};
+    EPTokenString t;
+    ASSERT_TRUE(t.initWithExpression(u"rate*2", EPDictionaryVariableSource(&vars),
+                                     EPStandardFunctionSource()));
+    vars["rate"] = 100;
+    const auto& read = std::get<EPVariableToken>(t.tokenArray()[0]);
+    EXPECT_EQ(read.variableName(), "rate");
+    EXPECT_EQ(read.doubleValue(), 2.5);
 }
 
 TEST(Tokens, FunctionNegationFlipsButCopiesStartPositive)

@@ -142,6 +142,11 @@ TEST_F(NpvTest, NotificationTraffic)
     NotificationCenter::defaultCenter().post("CashChangedNotification", nullptr,
                                              {{"tag", 2}, {"value", 42.0}});
     EXPECT_EQ(model->cashArray[2], 42);
+    // A change without a row number, or for a row past the end, changes nothing.
+    for (const QVariant& tag : {QVariant("two"), QVariant(), QVariant(100)})
+        NotificationCenter::defaultCenter().post("CashChangedNotification", nullptr,
+                                                 {{"tag", tag}, {"value", 9.0}});
+    EXPECT_EQ(model->cashArray.mid(0, 3), QList<double>({0, 110.5, 42}));
     NotificationCenter::defaultCenter().post("PeriodChangedNotification", nullptr, {{"period", 2}});
     EXPECT_EQ(table->numberOfRows(), 2);
     EXPECT_EQ(model->period, 7) << "the model takes the period from the form only";

@@ -181,6 +181,9 @@ QStringList recordedInputs()
     // Carriage returns, vertical tabs and form feeds are white space too.
     inputs << "1+\r2"
            << "2\v*\f3\r";
+    // The first code units past ASCII: a control character, then the
+    // next-line character, which is white space.
+    inputs << QStringLiteral("1+\u00802") << QStringLiteral("1+\u00852");
     for (int i = 0; i < 60; ++i)
         inputs << generator.deep();
     for (const char* dirName : {FUZZ_CORPUS_DIR, FUZZ_REGRESSIONS_DIR}) {

@@ -154,13 +154,13 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         QSaveFile file(args.at(2));
         const QString chart =
             ReportPdf::chartPathFor(list.reportAt(index).filePathInDocumentsDirectory());
-        if (!ReportPdf::canWrite()) {
-            err << args.at(2) << " could not be written: no PDF layout is available\n";
-            return 1;
-        }
-        if (!file.open(QIODevice::WriteOnly) || !ReportPdf::write(&file, text, page, chart) ||
-            !file.commit()) {
-            err << args.at(2) << " could not be written: " << file.errorString() << '\n';
+        // A file that could not be laid out is dropped unwritten (no commit).
+        QString reason;
+        if (!file.open(QIODevice::WriteOnly) ||
+            !ReportPdf::write(&file, text, page, chart, &reason) || !file.commit()) {
+            err << args.at(2)
+                << " could not be written: " << (reason.isEmpty() ? file.errorString() : reason)
+                << '\n';
             return 1;
         }
         out << args.at(2) << '\n';

@@ -47,15 +47,16 @@ void setLayout(Layout layout)
     installedLayout() = layout;
 }
 
-bool canWrite()
-{
-    return installedLayout() != nullptr;
-}
-
-bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath)
+bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath,
+           QString* error)
 {
     const Layout layout = installedLayout();
-    return layout && layout(device, text, page == Page::Letter, chartPath);
+    if (layout && layout(device, text, page == Page::Letter, chartPath))
+        return true;
+    if (error)
+        *error = layout ? QStringLiteral("the PDF could not be laid out")
+                        : QStringLiteral("no PDF layout is available");
+    return false;
 }
 
 WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
@@ -81,10 +82,11 @@ WriteResult saveToDocuments(const QString& reportFileName, const QString& text, 
             return WriteResult::failure(
                 QStringLiteral("%1 could not be written: %2.").arg(candidate, file.errorString()));
         }
-        const bool laidOut = write(&file, text, page, chartPath);
+        QString reason;
+        const bool laidOut = write(&file, text, page, chartPath, &reason);
         const bool ok = laidOut && file.flush() && file.error() == QFileDevice::NoError;
-        const QString reason =
-            laidOut ? file.errorString() : QStringLiteral("no PDF layout is available");
+        if (laidOut)
+            reason = file.errorString();
         file.close();
         if (!ok || file.size() == 0) {
             file.remove();

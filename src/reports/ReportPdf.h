@@ -23,11 +23,11 @@ Page pageNamed(const QString& name, bool* known = nullptr);
 using Layout = bool (*)(QIODevice* device, const QString& text, bool letter,
                         const QString& chartPath);
 void setLayout(Layout layout);
-bool canWrite();
 
 // `chart`, when given, goes under the text, as wide as the page allows.
-// False when no layout is installed or it failed.
-bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath = {});
+// False when no layout is installed or it failed; `error` then says which.
+bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath = {},
+           QString* error = nullptr);
 
 // The chart picture saved with the report whose text file is `textPath`,
 // when there is one.

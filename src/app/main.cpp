@@ -1,4 +1,5 @@
 #include "AppWindow.h"
+#include "InputDirection.h"
 #include "QmlPresenter.h"
 #include "SceneGraphChoice.h"
 #include "gui/DesktopServices.h"
@@ -60,6 +61,7 @@ void fitToScreen(QQuickWindow* window)
 
 int main(int argc, char* argv[])
 {
+    InputDirection::useLeftToRight();
     QGuiApplication app(argc, argv);
     DesktopServices::install();
     QGuiApplication::setOrganizationName(QStringLiteral("Quorvex"));

@@ -286,8 +286,14 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             values
                 << QStringLiteral("\"%1\": %2").arg(QLatin1String(p.name()), jsonOf(p.read(model)));
         }
+        // Why a value is no number (or what else to know of it), by name.
+        QStringList notes;
+        const QMap<QString, QString> lines = model->notes();
+        for (auto it = lines.cbegin(); it != lines.cend(); ++it)
+            notes << QStringLiteral("%1: %2").arg(jsonString(it.key()), jsonString(it.value()));
         out << "{\"calculator\": " << jsonString(descriptor->name) << ", \"values\": {"
-            << values.join(QStringLiteral(", ")) << '}';
+            << values.join(QStringLiteral(", ")) << "}, \"notes\": {"
+            << notes.join(QStringLiteral(", ")) << '}';
         if (wantReport)
             out << ", \"report\": " << jsonString(report);
         out << "}\n";
@@ -302,6 +308,13 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
         const QMetaProperty p = meta->property(i);
         const bool inPercent = percent.contains(QLatin1String(p.name()));
         out << p.name() << ": " << textOf(p.read(model)) << (inPercent ? "%" : "") << '\n';
+    }
+    // The reasons beside the values, as the screen shows them under theirs.
+    const QMap<QString, QString> notes = model->notes();
+    if (!notes.isEmpty()) {
+        out << "notes:\n";
+        for (auto it = notes.cbegin(); it != notes.cend(); ++it)
+            out << "  " << it.key() << ": " << it.value() << '\n';
     }
     if (wantReport)
         out << '\n' << report;

@@ -19,6 +19,8 @@ ColumnLayout {
     property bool signable: true
     readonly property alias field: field
     readonly property bool unreadable: Formats.isUnreadable(field.text)
+    // Why a solved value in this field is no number, when it is not.
+    readonly property string note: row.controller.view.notes[row.outlet] ?? ""
 
     Layout.fillWidth: true
     Layout.leftMargin: AppTheme.margin
@@ -78,6 +80,15 @@ ColumnLayout {
         visible: row.unreadable
         text: qsTr("Not a number: counts as 0")
         color: AppTheme.danger
+        font.pixelSize: 12
+    }
+    Label {
+        objectName: row.outlet + "Note"
+        Layout.fillWidth: true
+        visible: row.note.length > 0
+        text: row.note
+        wrapMode: Text.Wrap
+        color: AppTheme.secondaryText
         font.pixelSize: 12
     }
 }

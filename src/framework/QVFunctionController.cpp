@@ -316,6 +316,13 @@ void QVFunctionController::showNumber(const QString& outlet, double value, const
     m_view->setText(outlet, stringFromDouble(value) + suffix);
 }
 
+void QVFunctionController::showResultOf(const QString& outlet, const char* property,
+                                        const QString& suffix)
+{
+    showNumber(outlet, m_model->property(property).toDouble(), suffix);
+    m_view->setNote(outlet, m_model->note(QString::fromLatin1(property)));
+}
+
 void QVFunctionController::presentChoices(const QString& title, const QString& message,
                                           const QStringList& choices, const QString& anchor,
                                           std::function<void(const QString&)> chosen)

@@ -129,6 +129,10 @@ protected:
     double fieldNumber(const QString& outlet) const;
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
+    // Shows the model's result `property` in `outlet`, with the model's note
+    // on it (why it is no number) under it.
+    void showResultOf(const QString& outlet, const char* property,
+                      const QString& suffix = QString());
     // An action sheet of `choices` after "Cancel"; `chosen` gets the word.
     void presentChoices(const QString& title, const QString& message, const QStringList& choices,
                         const QString& anchor, std::function<void(const QString&)> chosen);

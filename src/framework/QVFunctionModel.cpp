@@ -5,6 +5,9 @@
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
 
+#include <QMetaProperty>
+#include <cmath>
+
 QVFunctionModel::QVFunctionModel(QObject* parent) : QObject(parent) {}
 
 void QVFunctionModel::initialize()
@@ -115,4 +118,40 @@ void QVFunctionModel::sendReportCreatedNotification()
 QString QVFunctionModel::stringFromDouble(double value)
 {
     return NumberFormat::stringFromDouble(value);
+}
+
+void QVFunctionModel::setNote(const QString& property, const QString& reason)
+{
+    if (reason.isEmpty())
+        m_notes.remove(property);
+    else
+        m_notes.insert(property, reason);
+}
+
+QString QVFunctionModel::note(const QString& property) const
+{
+    if (const auto own = m_notes.constFind(property); own != m_notes.constEnd())
+        return *own;
+    const QVariant value = this->property(property.toLatin1().constData());
+    if (value.typeId() != QMetaType::Double)
+        return {};
+    const double number = value.toDouble();
+    if (std::isnan(number))
+        return QStringLiteral("No number: these inputs leave this result undefined.");
+    if (std::isinf(number))
+        return QStringLiteral("No finite number: these inputs divide by zero.");
+    return {};
+}
+
+QMap<QString, QString> QVFunctionModel::notes() const
+{
+    QMap<QString, QString> all;
+    const QMetaObject* meta = metaObject();
+    for (int i = QVFunctionModel::staticMetaObject.propertyCount(); i < meta->propertyCount();
+         ++i) {
+        const QString name = QString::fromLatin1(meta->property(i).name());
+        if (const QString line = note(name); !line.isEmpty())
+            all.insert(name, line);
+    }
+    return all;
 }

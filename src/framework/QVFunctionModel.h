@@ -2,6 +2,7 @@
 
 #include "reports/QVReport.h"
 
+#include <QMap>
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
@@ -66,6 +67,17 @@ public:
 
     static QString stringFromDouble(double value);
 
+    // Why a result is what it is, in one plain line, keyed by the result's
+    // property name. A model names the reason for each result it leaves NaN
+    // or infinite (and may add a line to a number, such as a second root).
+    void setNote(const QString& property, const QString& reason);
+    void clearNotes() { m_notes.clear(); }
+    // The line for `property`: the model's own, else, for a result that is
+    // no number, a general one; empty for a plain number.
+    QString note(const QString& property) const;
+    // Every non-empty line, for the result properties of the subclass.
+    QMap<QString, QString> notes() const;
+
 protected:
     // Sets the five names, a new report and its file key (and, in
     // calculators, its function title).
@@ -102,4 +114,5 @@ private:
     WriteResult m_reportFileResult;
     bool m_reportFileWritten = false;
     bool m_reportSaved = false;
+    QMap<QString, QString> m_notes;
 };

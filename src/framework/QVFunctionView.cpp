@@ -43,3 +43,19 @@ void QVFunctionView::setText(const QString& outlet, const QString& text)
     m_texts.insert(outlet, text);
     emit textsChanged();
 }
+
+QString QVFunctionView::note(const QString& outlet) const
+{
+    return m_notes.value(outlet).toString();
+}
+
+void QVFunctionView::setNote(const QString& outlet, const QString& note)
+{
+    if (this->note(outlet) == note)
+        return;
+    if (note.isEmpty())
+        m_notes.remove(outlet);
+    else
+        m_notes.insert(outlet, note);
+    emit notesChanged();
+}

@@ -12,6 +12,7 @@
 class QVFunctionView : public QObject {
     Q_OBJECT
     Q_PROPERTY(QVariantMap texts READ texts NOTIFY textsChanged)
+    Q_PROPERTY(QVariantMap notes READ notes NOTIFY notesChanged)
     Q_PROPERTY(QString title READ title NOTIFY titleChanged)
     Q_PROPERTY(int segment READ segment NOTIFY segmentChanged)
     Q_PROPERTY(bool calculatorVisible READ calculatorVisible NOTIFY segmentChanged)
@@ -40,14 +41,22 @@ public:
     // action is the controller's).
     Q_INVOKABLE void setText(const QString& outlet, const QString& text);
 
+    // The line under an outlet that says why its result is no number (or
+    // what else to know of it); empty for none.
+    QVariantMap notes() const { return m_notes; }
+    Q_INVOKABLE QString note(const QString& outlet) const;
+    void setNote(const QString& outlet, const QString& note);
+
 signals:
     void textsChanged();
+    void notesChanged();
     void titleChanged();
     void segmentChanged();
     void descriptionHtmlChanged();
 
 private:
     QVariantMap m_texts;
+    QVariantMap m_notes;
     QString m_title;
     int m_segment = 0;
     bool m_calculatorVisible = true;

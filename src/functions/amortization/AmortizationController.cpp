@@ -117,14 +117,14 @@ void AmortizationController::fieldChanged()
     m->rangeStart = int(std::clamp(fieldNumber(rangeStartField), 0.0, 1e9));
     m->rangeEnd = int(std::clamp(fieldNumber(rangeEndField), 0.0, 1e9));
     m->calculateResult();
-    showNumber(QStringLiteral("paymentLabel"), m->payment);
-    showNumber(QStringLiteral("numberOfPaymentsLabel"), m->numberOfPayments);
-    showNumber(QStringLiteral("totalInterestLabel"), m->totalInterest);
-    showNumber(QStringLiteral("totalPaidLabel"), m->totalPaid);
+    showResultOf(QStringLiteral("paymentLabel"), "payment");
+    showResultOf(QStringLiteral("numberOfPaymentsLabel"), "numberOfPayments");
+    showResultOf(QStringLiteral("totalInterestLabel"), "totalInterest");
+    showResultOf(QStringLiteral("totalPaidLabel"), "totalPaid");
     v->setText(QStringLiteral("payoffDateLabel"), m->payoffDate.toString(Qt::ISODate));
-    showNumber(QStringLiteral("rangePrincipalLabel"), m->rangePrincipal);
-    showNumber(QStringLiteral("rangeInterestLabel"), m->rangeInterest);
-    showNumber(QStringLiteral("rangeBalanceLabel"), m->rangeBalance);
+    showResultOf(QStringLiteral("rangePrincipalLabel"), "rangePrincipal");
+    showResultOf(QStringLiteral("rangeInterestLabel"), "rangeInterest");
+    showResultOf(QStringLiteral("rangeBalanceLabel"), "rangeBalance");
     redrawChart(!m->schedule.isEmpty());
     emit scheduleChanged();
 }

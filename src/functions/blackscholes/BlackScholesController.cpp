@@ -47,17 +47,16 @@ void BlackScholesController::setInputValues()
 
 void BlackScholesController::showResult()
 {
-    const BlackScholesModel* m = blackScholesModel();
-    showNumber(QStringLiteral("callPriceLabel"), m->callPrice);
-    showNumber(QStringLiteral("putPriceLabel"), m->putPrice);
-    showNumber(QStringLiteral("callDeltaLabel"), m->callDelta);
-    showNumber(QStringLiteral("putDeltaLabel"), m->putDelta);
-    showNumber(QStringLiteral("callGammaLabel"), m->callGamma);
-    showNumber(QStringLiteral("putGammaLabel"), m->putGamma);
-    showNumber(QStringLiteral("callVegaLabel"), m->callVega);
-    showNumber(QStringLiteral("putVegaLabel"), m->putVega);
-    showNumber(QStringLiteral("callThetaLabel"), m->callTheta);
-    showNumber(QStringLiteral("putThetaLabel"), m->putTheta);
-    showNumber(QStringLiteral("callRhoLabel"), m->callRho);
-    showNumber(QStringLiteral("putRhoLabel"), m->putRho);
+    showResultOf(QStringLiteral("callPriceLabel"), "callPrice");
+    showResultOf(QStringLiteral("putPriceLabel"), "putPrice");
+    showResultOf(QStringLiteral("callDeltaLabel"), "callDelta");
+    showResultOf(QStringLiteral("putDeltaLabel"), "putDelta");
+    showResultOf(QStringLiteral("callGammaLabel"), "callGamma");
+    showResultOf(QStringLiteral("putGammaLabel"), "putGamma");
+    showResultOf(QStringLiteral("callVegaLabel"), "callVega");
+    showResultOf(QStringLiteral("putVegaLabel"), "putVega");
+    showResultOf(QStringLiteral("callThetaLabel"), "callTheta");
+    showResultOf(QStringLiteral("putThetaLabel"), "putTheta");
+    showResultOf(QStringLiteral("callRhoLabel"), "callRho");
+    showResultOf(QStringLiteral("putRhoLabel"), "putRho");
 }

@@ -65,9 +65,8 @@ void BondController::setInputValues()
 
 void BondController::showResult()
 {
-    const BondModel* m = bondModel();
-    showNumber(QStringLiteral("bondValueLabel"), m->bondValue);
-    showNumber(QStringLiteral("maculayDurationLabel"), m->maculayDuration);
-    showNumber(QStringLiteral("modifiedDurationLabel"), m->modifiedDuration);
-    showNumber(QStringLiteral("convexityLabel"), m->convexity);
+    showResultOf(QStringLiteral("bondValueLabel"), "bondValue");
+    showResultOf(QStringLiteral("maculayDurationLabel"), "maculayDuration");
+    showResultOf(QStringLiteral("modifiedDurationLabel"), "modifiedDuration");
+    showResultOf(QStringLiteral("convexityLabel"), "convexity");
 }

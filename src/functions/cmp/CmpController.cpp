@@ -64,10 +64,10 @@ void CmpController::recalculate()
 void CmpController::showResult()
 {
     const CmpModel* m = cmpModel();
-    showNumber(QStringLiteral("balanceResultLabel"), m->balance);
-    showNumber(QStringLiteral("interestAmounResultLabel"), m->interestAmount);
-    showNumber(QStringLiteral("totalPrincipalResultLabel"), m->totalPrincipal);
-    showNumber(QStringLiteral("apyResultLabel"), m->apy, QStringLiteral("%"));
+    showResultOf(QStringLiteral("balanceResultLabel"), "balance");
+    showResultOf(QStringLiteral("interestAmounResultLabel"), "interestAmount");
+    showResultOf(QStringLiteral("totalPrincipalResultLabel"), "totalPrincipal");
+    showResultOf(QStringLiteral("apyResultLabel"), "apy", QStringLiteral("%"));
 
     redrawChart(m->yearlyBalances().size() > 1);
 }

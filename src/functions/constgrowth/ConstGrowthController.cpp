@@ -77,5 +77,5 @@ void ConstGrowthController::setInputValues()
 
 void ConstGrowthController::showResult()
 {
-    showNumber(priceResultLabel, constGrowthModel()->price);
+    showResultOf(priceResultLabel, "price");
 }

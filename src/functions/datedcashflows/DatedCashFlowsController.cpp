@@ -85,7 +85,7 @@ void DatedCashFlowsController::compute()
         m->flows.append({QDate::fromString(m_dates.at(row), Qt::ISODate),
                          NumberFormat::numberFromText(m_amounts.at(row))});
     m->calculateResult();
-    showNumber(QStringLiteral("xnpvLabel"), m->xnpv);
-    showNumber(QStringLiteral("xirrLabel"), m->xirr, QStringLiteral("%"));
+    showResultOf(QStringLiteral("xnpvLabel"), "xnpv");
+    showResultOf(QStringLiteral("xirrLabel"), "xirr", QStringLiteral("%"));
     emit rowsChanged();
 }

@@ -61,8 +61,8 @@ void DepreciationController::fieldChanged()
     m->method = qvFunctionView()->text(methodButton);
     m->factor = fieldNumber(factorField);
     m->calculateResult();
-    showNumber(QStringLiteral("firstYearDepreciationLabel"), m->firstYearDepreciation);
-    showNumber(QStringLiteral("totalDepreciationLabel"), m->totalDepreciation);
+    showResultOf(QStringLiteral("firstYearDepreciationLabel"), "firstYearDepreciation");
+    showResultOf(QStringLiteral("totalDepreciationLabel"), "totalDepreciation");
     emit scheduleChanged();
 }
 

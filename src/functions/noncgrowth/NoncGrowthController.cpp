@@ -77,7 +77,7 @@ void NoncGrowthController::resultCalculatedNotificationReceived()
 
 void NoncGrowthController::showResult()
 {
-    showNumber(priceResultLabel, noncGrowthModel()->price);
+    showResultOf(priceResultLabel, "price");
 }
 
 QList<TableInput> NoncGrowthController::tableInputs() const

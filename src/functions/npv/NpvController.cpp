@@ -72,8 +72,8 @@ void NpvController::resultCalculatedNotificationReceived()
 
 void NpvController::showResult()
 {
-    showNumber(npvResultLabel, npvModel()->npv);
-    showNumber(irrResultLabel, npvModel()->irr, QStringLiteral("%"));
+    showResultOf(npvResultLabel, "npv");
+    showResultOf(irrResultLabel, "irr", QStringLiteral("%"));
     redrawChart(true);
 }
 

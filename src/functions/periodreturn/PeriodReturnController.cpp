@@ -42,5 +42,5 @@ void PeriodReturnController::setInputValues()
 
 void PeriodReturnController::showResult()
 {
-    showNumber(hprResultLabel, periodReturnModel()->hpr, QStringLiteral("%"));
+    showResultOf(hprResultLabel, "hpr", QStringLiteral("%"));
 }

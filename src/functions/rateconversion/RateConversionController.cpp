@@ -42,5 +42,5 @@ void RateConversionController::solve(const QString& name)
         showNumber(nominalRateField, m->calculateNominalRate());
     else
         return;
-    showNumber(continuousRateLabel, m->continuousRate, QStringLiteral("%"));
+    showResultOf(continuousRateLabel, "continuousRate", QStringLiteral("%"));
 }

@@ -37,8 +37,7 @@ void RoiController::setInputValues()
 
 void RoiController::showResult()
 {
-    const RoiModel* m = roiModel();
-    showNumber(QStringLiteral("gainResultLabel"), m->gain);
-    showNumber(QStringLiteral("roiResultLabel"), m->roi, QStringLiteral("%"));
-    showNumber(QStringLiteral("annualizedRoiResultLabel"), m->annualizedRoi, QStringLiteral("%"));
+    showResultOf(QStringLiteral("gainResultLabel"), "gain");
+    showResultOf(QStringLiteral("roiResultLabel"), "roi", QStringLiteral("%"));
+    showResultOf(QStringLiteral("annualizedRoiResultLabel"), "annualizedRoi", QStringLiteral("%"));
 }

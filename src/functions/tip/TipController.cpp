@@ -42,9 +42,8 @@ void TipController::setInputValues()
 
 void TipController::showResult()
 {
-    const TipModel* m = tipModel();
-    showNumber(QStringLiteral("tipResultLabel"), m->tip);
-    showNumber(QStringLiteral("totalAmountResultLabel"), m->totalAmount);
-    showNumber(QStringLiteral("tipPerPersonResultLabel"), m->tipPerPerson);
-    showNumber(QStringLiteral("totalPerPersonResultLabel"), m->totalPerPerson);
+    showResultOf(QStringLiteral("tipResultLabel"), "tip");
+    showResultOf(QStringLiteral("totalAmountResultLabel"), "totalAmount");
+    showResultOf(QStringLiteral("tipPerPersonResultLabel"), "tipPerPerson");
+    showResultOf(QStringLiteral("totalPerPersonResultLabel"), "totalPerPerson");
 }

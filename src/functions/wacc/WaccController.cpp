@@ -47,6 +47,6 @@ void WaccController::setInputValues()
 
 void WaccController::showResult()
 {
-    showNumber(QStringLiteral("waccResultLabel"), waccModel()->weightedAverageCostOfCapital,
-               QStringLiteral("%"));
+    showResultOf(QStringLiteral("waccResultLabel"), "weightedAverageCostOfCapital",
+                 QStringLiteral("%"));
 }

@@ -1,0 +1,249 @@
+// Runs every case of tests/vectors/*.jsonl through the command line's own
+// code (in this process, so through the calculators' controllers and models)
+// and, for every fifth case, through the installed-style `tallyvane-cli`
+// program as well. One case a line; see tests/vectors/README.md.
+#include "cli/Cli.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Vector {
+    QString file;
+    int line = 0;
+    QJsonObject data;
+    QString id() const { return data.value(QStringLiteral("id")).toString(); }
+};
+
+std::vector<Vector> loadVectors()
+{
+    std::vector<Vector> vectors;
+    const QDir dir(QStringLiteral(VECTORS_DIR));
+    for (const QString& name :
+         dir.entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name)) {
+        QFile file(dir.filePath(name));
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        int line = 0;
+        while (!file.atEnd()) {
+            const QByteArray text = file.readLine().trimmed();
+            ++line;
+            if (text.isEmpty() || text.startsWith('#'))
+                continue;
+            QJsonParseError error{};
+            const QJsonDocument doc = QJsonDocument::fromJson(text, &error);
+            Vector v{name, line, doc.object()};
+            if (error.error != QJsonParseError::NoError || !doc.isObject())
+                v.data = {{QStringLiteral("id"), QStringLiteral("unparsable")},
+                          {QStringLiteral("parseError"), error.errorString()}};
+            vectors.push_back(v);
+        }
+    }
+    return vectors;
+}
+
+const std::vector<Vector>& vectors()
+{
+    static const std::vector<Vector> all = loadVectors();
+    return all;
+}
+
+// The command line of a case: "calc NAME ARGS..." or "keys KEYS...".
+QStringList commandOf(const QJsonObject& data)
+{
+    QStringList command;
+    if (data.contains(QStringLiteral("calc")))
+        command << QStringLiteral("calc") << data.value(QStringLiteral("calc")).toString();
+    else
+        command << QStringLiteral("keys");
+    const QJsonArray args =
+        data.value(data.contains(QStringLiteral("keys")) ? QStringLiteral("keys")
+                                                         : QStringLiteral("args"))
+            .toArray();
+    for (const QJsonValue& arg : args)
+        command << arg.toString();
+    command << QStringLiteral("--json");
+    return command;
+}
+
+struct Outcome {
+    int exitCode = 0;
+    QString out;
+    QString err;
+};
+
+Outcome runInProcess(const QStringList& command)
+{
+    Outcome outcome;
+    QTextStream out(&outcome.out);
+    QTextStream err(&outcome.err);
+    outcome.exitCode = runCli(command, out, err);
+    out.flush();
+    err.flush();
+    return outcome;
+}
+
+Outcome runProgram(const QStringList& command)
+{
+    QProcess process;
+    process.start(QStringLiteral(CLI_PATH), command);
+    process.waitForFinished(30000);
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+// The value a case names in the output: "values"/"registers" first, then
+// the top level ("display", "label").
+QJsonValue lookUp(const QJsonObject& output, const QString& key)
+{
+    for (const char* group : {"values", "registers", "notes"}) {
+        const QJsonObject inner = output.value(QLatin1String(group)).toObject();
+        if (inner.contains(key))
+            return inner.value(key);
+    }
+    return output.value(key);
+}
+
+double numberOf(const QJsonValue& value)
+{
+    if (value.isDouble())
+        return value.toDouble();
+    const QString text = value.toString();
+    if (text == u"NaN")
+        return std::nan("");
+    if (text == u"Infinity")
+        return INFINITY;
+    if (text == u"-Infinity")
+        return -INFINITY;
+    return std::nan("");
+}
+
+// Checks one outcome against the case; returns the failures, one a line.
+QStringList check(const QJsonObject& data, const Outcome& outcome)
+{
+    QStringList failures;
+    const int expectedExit = data.value(QStringLiteral("exit")).toInt(0);
+    if (outcome.exitCode != expectedExit)
+        failures << QStringLiteral("exit code %1, expected %2 (stderr: %3)")
+                        .arg(outcome.exitCode)
+                        .arg(expectedExit)
+                        .arg(outcome.err.trimmed());
+    if (const QString stderrText = data.value(QStringLiteral("stderr")).toString();
+        !stderrText.isEmpty() && !outcome.err.contains(stderrText))
+        failures
+            << QStringLiteral("stderr \"%1\" lacks \"%2\"").arg(outcome.err.trimmed(), stderrText);
+    if (expectedExit != 0)
+        return failures;
+
+    const QJsonObject output = QJsonDocument::fromJson(outcome.out.toUtf8()).object();
+    const double absolute = data.value(QStringLiteral("tol")).toDouble(0);
+    const double relative = data.value(QStringLiteral("rel")).toDouble(0);
+    const QJsonObject expect = data.value(QStringLiteral("expect")).toObject();
+    for (auto it = expect.constBegin(); it != expect.constEnd(); ++it) {
+        const QJsonValue actual = lookUp(output, it.key());
+        if (actual.isUndefined()) {
+            failures << QStringLiteral("%1: missing from the output").arg(it.key());
+            continue;
+        }
+        if (it->isString() && !(it->toString() == u"NaN" || it->toString().endsWith(u"Infinity"))) {
+            // Texts compare whole ("display", "label"); a note compares by
+            // what it says at its start.
+            const QString want = it->toString();
+            const QString got = actual.toString();
+            const bool isNote =
+                output.value(QStringLiteral("notes")).toObject().contains(it.key()) &&
+                !output.value(QStringLiteral("values")).toObject().contains(it.key());
+            if (isNote ? !got.startsWith(want) : got != want)
+                failures << QStringLiteral("%1: \"%2\", expected \"%3\"").arg(it.key(), got, want);
+            continue;
+        }
+        if (it->isArray()) {
+            const QJsonArray want = it->toArray();
+            const QJsonArray got = actual.toArray();
+            bool same = want.size() == got.size();
+            for (qsizetype k = 0; same && k < want.size(); ++k) {
+                const double w = numberOf(want.at(k));
+                const double g = numberOf(got.at(k));
+                same = std::fabs(g - w) <= std::max(absolute, relative * std::fabs(w));
+            }
+            if (!same)
+                failures << QStringLiteral("%1: %2, expected %3")
+                                .arg(it.key(),
+                                     QString::fromUtf8(
+                                         QJsonDocument(got).toJson(QJsonDocument::Compact)),
+                                     QString::fromUtf8(
+                                         QJsonDocument(want).toJson(QJsonDocument::Compact)));
+            continue;
+        }
+        const double want = numberOf(*it);
+        const double got = numberOf(actual);
+        const bool same = std::isnan(want)   ? std::isnan(got)
+                          : std::isinf(want) ? got == want
+                                             : std::fabs(got - want) <=
+                                                   std::max(absolute, relative * std::fabs(want));
+        if (!same)
+            failures << QStringLiteral("%1: %2, expected %3 (tolerance %4, relative %5)")
+                            .arg(it.key())
+                            .arg(got, 0, 'g', 17)
+                            .arg(want, 0, 'g', 17)
+                            .arg(absolute)
+                            .arg(relative);
+    }
+    return failures;
+}
+
+class Vectors : public ::testing::TestWithParam<size_t> {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_home.isValid());
+        qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
+    }
+    QTemporaryDir m_home;
+};
+
+TEST_P(Vectors, AgreeWithTheirSource)
+{
+    const Vector& v = vectors().at(GetParam());
+    SCOPED_TRACE(QStringLiteral("%1:%2 %3").arg(v.file).arg(v.line).arg(v.id()).toStdString());
+    ASSERT_FALSE(v.data.contains(QStringLiteral("parseError")))
+        << v.data.value(QStringLiteral("parseError")).toString().toStdString();
+    ASSERT_FALSE(v.data.value(QStringLiteral("source")).toString().isEmpty())
+        << "every case names where its numbers come from";
+    const QStringList command = commandOf(v.data);
+    const Outcome inProcess = runInProcess(command);
+    for (const QString& failure : check(v.data, inProcess))
+        ADD_FAILURE() << failure.toStdString() << "\n  " << command.join(u' ').toStdString();
+    if (GetParam() % 5 == 0) {
+        const Outcome program = runProgram(command);
+        for (const QString& failure : check(v.data, program))
+            ADD_FAILURE() << "tallyvane-cli: " << failure.toStdString() << "\n  "
+                          << command.join(u' ').toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Vectors, ::testing::Range<size_t>(0, vectors().size()),
+                         [](const ::testing::TestParamInfo<size_t>& info) {
+                             QString name = vectors().at(info.param).id();
+                             for (QChar& c : name) {
+                                 if (!c.isLetterOrNumber())
+                                     c = u'_';
+                             }
+                             return QStringLiteral("%1_%2").arg(info.param).arg(name).toStdString();
+                         });
+
+TEST(VectorFiles, AreThere)
+{
+    EXPECT_GT(vectors().size(), 0u) << "no cases in " VECTORS_DIR;
+}
+
+} // namespace

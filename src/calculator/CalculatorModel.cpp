@@ -3,6 +3,7 @@
 #include "expression/EPExpression.h"
 #include "framework/FinanceMath.h"
 #include "framework/NumberFormat.h"
+#include "framework/RootSearch.h"
 
 #include <QLocale>
 #include <QLoggingCategory>
@@ -72,43 +73,37 @@ void CalculatorModel::computePeriod()
 
 void CalculatorModel::computeRate()
 {
-    FinanceMath::clearUpperVectorState();
-    double low = 0.0;
-    double high = 1.0;
+    rateNote.clear();
     const int periods = compoundingPeriods();
-    const auto futureValueAt = [&](double annual) {
-        const double i = equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(
-            annual, periods, paymentFrequency);
-        return pv * growthFactor(i, period) +
-               pmt * growthFactorMinusOne(i, period) / i * beginFactor(i);
-    };
-    constexpr int maximumIterations = 1001;
-    for (int iteration = 1; iteration <= maximumIterations; ++iteration) {
-        const double mid = (low + high) * 0.5;
-        const double difference = futureValueAt(mid) - fv;
-        if (difference < 0)
-            low = mid;
-        else
-            high = mid;
-        if (std::fabs(difference) <= 1e-6) {
-            qCDebug(lcSolver, "%f, iteration:%d", mid, iteration);
-            rate = mid * 100.0;
-            return;
-        }
-    }
-    const double mid = (low + high) * 0.5;
-    qCDebug(lcSolver, "%f, iteration:%d", mid, maximumIterations);
-    // Not reached inside. A search that never left its 0 % or 100 % bound
-    // has its answer outside the range (a falling value, a rate above
-    // 100 %) or none: it goes on out there and takes that rate, or NaN.
-    // Any other unconverged search keeps the rate where it ended.
-    if (low == 0.0 || high == 1.0) {
-        rate = FinanceMath::rateBeyondBisectionBounds(
-                   [&](double annual) { return futureValueAt(annual) - fv; }, mid) *
-               100.0;
+    if (paymentFrequency < 1 || periods < 1) {
+        rate = std::numeric_limits<double>::quiet_NaN();
+        rateNote = QStringLiteral("No rate: P/Y and C/Y must be at least 1.");
         return;
     }
-    rate = mid * 100.0;
+    // Searched as the rate per payment period i; the annual rate compounded
+    // C/Y times a year that gives it is C/Y·((1 + i)^(P/Y ÷ C/Y) − 1).
+    const double toCompounding = double(paymentFrequency) / periods;
+    const auto annualOf = [&](double i) {
+        return periods * growthFactorMinusOne(i, toCompounding);
+    };
+    const auto solveWith = [&](double presentValue, double payment, double futureValue) {
+        return RootSearch::findRoots([&](double i) {
+            return FinanceMath::futureValueDifference(
+                i, period, presentValue, payment, paymentMode == QLatin1String("BEG"), futureValue);
+        });
+    };
+    const RootSearch::Roots roots = solveWith(pv, pmt, fv);
+    const double preferred = equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(
+        0.1, periods, paymentFrequency);
+    qCDebug(lcSolver, "%zu rates found", roots.all.size());
+    if (!roots.empty()) {
+        rate = annualOf(roots.nearest(preferred)) * 100.0;
+        return;
+    }
+    rate = std::numeric_limits<double>::quiet_NaN();
+    rateNote = RootSearch::noTvmRateReason(
+        roots.everywhere, pv, pmt, fv,
+        [&](double p, double m, double f) { return !solveWith(p, m, f).empty(); });
 }
 
 namespace {
@@ -196,7 +191,12 @@ double npvOf(const std::vector<ParsedFlow>& flows, double rate)
                 runSum = std::expm1(-k * logGrowth) / std::expm1(-logGrowth);
             }
         }
-        npv = npv * vk + flow->cash * runSum;
+        // Zero terms stay out: near −100 % a run's factors overflow, and
+        // 0·∞ would make the whole sum NaN.
+        if (npv != 0)
+            npv *= vk;
+        if (flow->cash != 0)
+            npv += flow->cash * runSum;
     }
     return npv;
 }
@@ -218,34 +218,34 @@ double CalculatorModel::calculateNpvWithRate(const CashFlowList& flows, double r
     return npvOf(values, rate);
 }
 
-double CalculatorModel::calculateIrr(const CashFlowList& flows)
+CalculatorModel::Rates CalculatorModel::internalRatesOfReturn(const CashFlowList& flows)
 {
     const std::vector<ParsedFlow> values = parsed(flows);
-    FinanceMath::clearUpperVectorState();
-    constexpr int maximumIterations = 10001;
-    double low = -1.0;
-    double high = 1.0;
-    double previousMid = std::numeric_limits<double>::quiet_NaN();
-    for (int iteration = 1;; ++iteration) {
-        const double mid = (low + high) * 0.5;
-        const double value = npvOf(values, mid);
-        // An NPV that is not a number (the unused entries' terms turn 0/0
-        // or ∞·0 near -100 %) means there is no rate to find: NaN, rather
-        // than the rate where the search happened to be.
-        if (std::isnan(value))
-            return std::numeric_limits<double>::quiet_NaN();
-        if (value > 0)
-            low = mid;
-        else
-            high = mid;
-        if (std::fabs(value) <= 1e-6)
-            return mid;
-        // Out of steps, or the bounds no longer move: the search would only
-        // repeat itself until the step limit, which gives NaN.
-        if (iteration >= maximumIterations || mid == previousMid)
-            return std::numeric_limits<double>::quiet_NaN();
-        previousMid = mid;
+    bool anyPositive = false;
+    bool anyNegative = false;
+    for (const ParsedFlow& flow : values) {
+        if (flow.repeats > 0) {
+            anyPositive = anyPositive || flow.cash > 0;
+            anyNegative = anyNegative || flow.cash < 0;
+        }
     }
+    if (!anyPositive && !anyNegative)
+        return {{0.0}, {}}; // all 0: every rate fits, and 0 is the plainest
+    if (!anyPositive || !anyNegative)
+        return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), anyPositive, anyNegative)};
+    RootSearch::Roots roots =
+        RootSearch::findRoots([&values](double rate) { return npvOf(values, rate); });
+    if (roots.empty())
+        return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), true, true)};
+    return {std::move(roots.all), {}};
+}
+
+double CalculatorModel::calculateIrr(const CashFlowList& flows)
+{
+    const Rates rates = internalRatesOfReturn(flows);
+    RootSearch::Roots roots;
+    roots.all = rates.all;
+    return roots.nearest(0.1);
 }
 
 std::optional<double> CalculatorModel::evaluateExpression(const QString& text)

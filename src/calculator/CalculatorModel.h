@@ -40,16 +40,30 @@ public:
                                                                    int newCompounding);
 
     void computePeriod();
-    void computeRate(); // bisection over 0 % to 100 %
+    // The nominal annual rate that makes the registers agree (the shared
+    // rate search: every rate from just above −100 % a period up; of several,
+    // the one nearest 10 % a year). NaN when none does, with the reason in
+    // rateNote.
+    void computeRate();
     void computePayment();
     void computePresentValue();
     void computeFutureValue();
 
     // NPV at `rate` per period (a fraction) of the 100-entry list.
     static double calculateNpvWithRate(const CashFlowList& flows, double rate);
-    // IRR per period as a fraction; NaN when bisection over (−1, 1) finds
-    // no rate within 10001 steps.
+    // IRR per period as a fraction: the rate that makes the NPV 0, found by
+    // the shared rate search; of several, the one nearest 10 %. All flows 0
+    // give 0 (every rate fits; 0 is the plainest). NaN when no rate does.
     static double calculateIrr(const CashFlowList& flows);
+    // Every IRR of the list, lowest first, and why there is none.
+    struct Rates {
+        std::vector<double> all;
+        QString reason;
+    };
+    static Rates internalRatesOfReturn(const CashFlowList& flows);
+
+    // Why the last computeRate gave no number; empty when it gave one.
+    QString rateNote;
 
     static std::optional<double> evaluateExpression(const QString& text);
 

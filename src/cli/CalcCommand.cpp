@@ -108,35 +108,45 @@ const FunctionInput* findInput(const QList<FunctionInput>& inputs, const QString
     return nullptr;
 }
 
-// A table column without its trailing zeros (the rows nobody filled).
-QList<double> filledRows(const QVariant& value)
+// A table column without its trailing zeros (the rows nobody filled); a
+// list the model computed (`whole`) stays as it is.
+QList<double> filledRows(const QVariant& value, bool whole)
 {
     QList<double> rows = value.value<QList<double>>();
-    while (rows.size() > 1 && rows.last() == 0)
+    while (!whole && rows.size() > 1 && rows.last() == 0)
         rows.removeLast();
     return rows;
 }
 
-QString textOf(const QVariant& value)
+// The model's result properties that are lists ("irrAll"), named in its
+// "resultLists" class info.
+QStringList resultLists(const QMetaObject* meta)
+{
+    const int info = meta->indexOfClassInfo("resultLists");
+    return info < 0 ? QStringList()
+                    : QString::fromLatin1(meta->classInfo(info).value()).split(QLatin1Char(' '));
+}
+
+QString textOf(const QVariant& value, bool whole)
 {
     if (value.typeId() == QMetaType::Double)
         return NumberFormat::stringFromDouble(value.toDouble());
     if (value.canConvert<QList<double>>() && value.typeId() != QMetaType::QString) {
         QStringList texts;
-        for (double v : filledRows(value))
+        for (double v : filledRows(value, whole))
             texts << NumberFormat::stringFromDouble(v);
         return texts.join(QLatin1Char(','));
     }
     return value.toString();
 }
 
-QString jsonOf(const QVariant& value)
+QString jsonOf(const QVariant& value, bool whole)
 {
     if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Int)
         return jsonNumber(value.toDouble());
     if (value.canConvert<QList<double>>() && value.typeId() != QMetaType::QString) {
         QStringList numbers;
-        for (double v : filledRows(value))
+        for (double v : filledRows(value, whole))
             numbers << jsonNumber(v);
         return QLatin1Char('[') + numbers.join(QStringLiteral(", ")) + QLatin1Char(']');
     }
@@ -279,12 +289,14 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
 
     const QMetaObject* meta = model->metaObject();
     const int first = QVFunctionModel::staticMetaObject.propertyCount();
+    const QStringList lists = resultLists(meta);
     if (json) {
         QStringList values;
         for (int i = first; i < meta->propertyCount(); ++i) {
             const QMetaProperty p = meta->property(i);
-            values
-                << QStringLiteral("\"%1\": %2").arg(QLatin1String(p.name()), jsonOf(p.read(model)));
+            values << QStringLiteral("\"%1\": %2")
+                          .arg(QLatin1String(p.name()),
+                               jsonOf(p.read(model), lists.contains(QLatin1String(p.name()))));
         }
         // Why a value is no number (or what else to know of it), by name.
         QStringList notes;
@@ -307,7 +319,8 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
     for (int i = first; i < meta->propertyCount(); ++i) {
         const QMetaProperty p = meta->property(i);
         const bool inPercent = percent.contains(QLatin1String(p.name()));
-        out << p.name() << ": " << textOf(p.read(model)) << (inPercent ? "%" : "") << '\n';
+        out << p.name() << ": " << textOf(p.read(model), lists.contains(QLatin1String(p.name())))
+            << (inPercent ? "%" : "") << '\n';
     }
     // The reasons beside the values, as the screen shows them under theirs.
     const QMap<QString, QString> notes = model->notes();

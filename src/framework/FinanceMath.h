@@ -66,64 +66,25 @@ inline double equivalentRate(double rate, int compounding, int newCompounding)
     return n * growthFactorMinusOne(rate / m, m / n);
 }
 
-// Where a rate bisection over the annual rates 0 to 1 (0 % to 100 %) goes
-// on when it ended at one of those bounds without meeting its tolerance:
-// the answer lies outside, or nowhere. `difference(rate)` is the solved
-// quantity at an annual rate (a fraction) less its target; `edge` is the
-// last rate the bisection tried, next to the bound it ended at.
-//
-// Rule: from the bound the search walks outward (below 0 % down to -100 %,
-// above 100 % up to 10,000 % a year) over a fixed grid, takes the first
-// step over which the difference changes sign, and halves that step until
-// it can shrink no more (or the difference is exactly 0); that rate is the
-// answer. When the difference keeps one sign all the way (or is not a
-// number), there is no rate: NaN. No assumption is made about which way
-// the difference runs, and the work is bounded: 64 grid points and at most
-// 1100 halvings.
-template <typename Difference>
-double rateBeyondBisectionBounds(const Difference& difference, double edge)
+// What a rate search solves for TVM: the future value of `pv` and a level
+// payment `pmt` (at the start of each period when `beginning`) after `n`
+// periods at `i` a period, less the target `fv`; money carries no sign by
+// direction. Its sign is all a search needs, so above 0 % it is taken in
+// present-value terms (divided by (1 + i)^n, which keeps huge rates over
+// long terms finite) and at 0 % it is the limit PV + n·PMT − FV instead of
+// a division by zero.
+inline double futureValueDifference(double i, double n, double pv, double pmt, bool beginning,
+                                    double fv)
 {
-    constexpr int gridSteps = 64;
-    const bool upward = edge > 0.5;
-    // Grid point j: downward linear in the rate to -1; upward geometric in
-    // 1 + rate from 2 to 101.
-    const auto gridRate = [upward](int j) {
-        const double t = double(j) / gridSteps;
-        return upward ? 2.0 * std::pow(101.0 / 2.0, t) - 1.0 : -t;
-    };
-    double near = edge;
-    double nearValue = difference(edge);
-    for (int j = 1; j <= gridSteps; ++j) {
-        double far = gridRate(j);
-        double farValue = difference(far);
-        if (farValue == 0.0)
-            return far;
-        if (std::isnan(nearValue) || std::isnan(farValue) || (nearValue < 0) == (farValue < 0)) {
-            near = far;
-            nearValue = farValue;
-            continue;
-        }
-        // A sign change between near and far: halve down to adjacent doubles.
-        for (int halving = 0; halving < 1100; ++halving) {
-            const double mid = (near + far) * 0.5;
-            if (mid == near || mid == far)
-                return std::fabs(nearValue) <= std::fabs(farValue) ? near : far;
-            const double value = difference(mid);
-            if (value == 0.0)
-                return mid;
-            if (std::isnan(value))
-                return std::numeric_limits<double>::quiet_NaN();
-            if ((value < 0) == (nearValue < 0)) {
-                near = mid;
-                nearValue = value;
-            } else {
-                far = mid;
-                farValue = value;
-            }
-        }
-        return (near + far) * 0.5;
+    if (i == 0)
+        return pv + pmt * n - fv;
+    const double due = beginning ? 1.0 + i : 1.0;
+    if (i > 0) {
+        // (1 − (1 + i)^−n) / i, the present value of 1 a period.
+        const double annuity = -growthFactorMinusOne(i, -n) / i;
+        return pv + pmt * due * annuity - fv / growthFactor(i, n);
     }
-    return std::numeric_limits<double>::quiet_NaN();
+    return pv * growthFactor(i, n) + pmt * due * growthFactorMinusOne(i, n) / i - fv;
 }
 
 // The integer part of `value`, saturating at the int range instead of

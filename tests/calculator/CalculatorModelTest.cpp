@@ -134,40 +134,45 @@ TEST(TvmSolver, ZeroRateOrZeroPyGivesNonFiniteResultsNotErrors)
     }
 }
 
-// CPT I/Y: inside 0 %..100 % the bisection's answers are pinned to the
-// bit (17 significant digits, taken before the search learnt to leave its
-// range); at a bound it goes on outside, or gives NaN.
-TEST(TvmSolver, RateSolveInsideItsRangeIsPinnedAndGoesOnOutside)
+// CPT I/Y finds the rate wherever it lies, to full precision: with no
+// payment against the closed form 100·((FV/PV)^(1/N) − 1) (by hand), with
+// payments by putting the rate back and computing FV again; NaN (with a
+// reason) where no rate makes the registers agree.
+TEST(TvmSolver, RateSolveFindsTheRateWhereverItLies)
 {
     struct Case {
         const char* what;
         CalculatorModel m;
-        double expected; // percent; NaN for no rate
-        double tolerance;
+        double expected; // percent; NaN for no rate; 0 to check by the round trip
     };
-    const double pinned = 0; // exact
     const Case cases[] = {
-        {"1000 doubles in 10 years", registers(10, 0, 1000, 0, 2000), 7.1773462579585612, pinned},
-        {"mortgage", registers(360, 0, 250000, -1498.8764, 0, 12, 12), 6.0000005420192792, pinned},
-        {"BEG, P/Y 4, C/Y 2", registers(20, 0, 0, 100, 2500, 4, 2, "BEG"), 8.4045904222875834,
-         pinned},
-        {"1000 to 900 in 5 years", registers(5, 0, 1000, 0, 900), 100 * (std::pow(0.9, 0.2) - 1),
-         1e-12},
-        {"1000 to 5000 in 1 year", registers(1, 0, 1000, 0, 5000), 400, 1e-9},
-        {"100 to 1000 in 1 year", registers(1, 0, 100, 0, 1000), 900, 1e-9},
+        {"1000 doubles in 10 years", registers(10, 0, 1000, 0, 2000),
+         100 * (std::pow(2.0, 0.1) - 1)},
+        {"tiny amounts", registers(10, 0, 0.0001, 0, 0.0002), 100 * (std::pow(2.0, 0.1) - 1)},
+        {"1000 to 900 in 5 years", registers(5, 0, 1000, 0, 900), 100 * (std::pow(0.9, 0.2) - 1)},
+        {"1000 to 5000 in 1 year", registers(1, 0, 1000, 0, 5000), 400},
+        {"1 to 200 in 1 year", registers(1, 0, 1, 0, 200), 19900},
+        {"1 to 1000 in 1 year", registers(1, 0, 1, 0, 1000), 99900},
         {"100 to 50 in 1 year, monthly", registers(12, 0, 100, 0, 50, 12, 12),
-         1200 * (std::pow(0.5, 1.0 / 12) - 1), 1e-9},
-        {"no rate turns 1000 into -5", registers(5, 0, 1000, 0, -5), NAN, 0},
-        {"beyond 10,000 %", registers(1, 0, 1, 0, 1000), NAN, 0},
+         1200 * (std::pow(0.5, 1.0 / 12) - 1)},
+        {"mortgage", registers(360, 0, 250000, -1498.8764, 0, 12, 12), 0},
+        {"BEG, P/Y 4, C/Y 2", registers(20, 0, 0, 100, 2500, 4, 2, "BEG"), 0},
+        {"no rate turns 1000 into -5", registers(5, 0, 1000, 0, -5), NAN},
+        {"every register 0", registers(0, 0, 0, 0, 0), NAN},
+        {"spreadsheet signs", registers(100000, 0, -1000, 0, 2000, 12, 12), NAN},
     };
     for (Case c : cases) {
+        const double target = c.m.fv;
         c.m.computeRate();
-        if (std::isnan(c.expected))
+        if (std::isnan(c.expected)) {
             EXPECT_TRUE(std::isnan(c.m.rate)) << c.what << ": " << c.m.rate;
-        else if (c.tolerance == pinned)
-            EXPECT_EQ(c.m.rate, c.expected) << c.what;
-        else
-            EXPECT_NEAR(c.m.rate, c.expected, c.tolerance) << c.what;
+            EXPECT_FALSE(c.m.rateNote.isEmpty()) << c.what;
+        } else if (c.expected != 0) {
+            EXPECT_NEAR(c.m.rate, c.expected, 2e-15 * std::fabs(c.expected)) << c.what;
+        } else {
+            c.m.computeFutureValue();
+            EXPECT_NEAR(c.m.fv, target, 1e-9 * std::max(1.0, c.m.pv)) << c.what;
+        }
     }
 }
 
@@ -256,16 +261,16 @@ TEST(CashFlows, ClosedFormRunsStayWithinRoundingOfTheTermByTermSum)
     EXPECT_NEAR(CalculatorModel::calculateNpvWithRate(huge, 0.01), -100 + 1 / 0.01, 1e-9);
 }
 
-// A search that meets an NPV that is not a number has no IRR; so has one
-// whose NPV keeps one sign.
+// Flows of one sign have no IRR, and say so; all zero give 0 %.
 TEST(CashFlows, IrrIsNaNWhereThereIsNone)
 {
-    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"100", "1"}, {"110", "1"}}))));
-    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"-1", "1"}}))));
-    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"-100", "1"}, {"-5", "3"}}))));
-    // A loan from the borrower's side: the search assumes the NPV falls.
-    EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(flows({{"1000", "1"}, {"-1100", "1"}}))));
-    // All zero: the NPV is 0 at the first mid, 0 %.
+    for (const CashFlowList& list : {flows({{"100", "1"}, {"110", "1"}}), flows({{"-1", "1"}}),
+                                     flows({{"-100", "1"}, {"-5", "3"}})}) {
+        const CalculatorModel::Rates rates = CalculatorModel::internalRatesOfReturn(list);
+        EXPECT_TRUE(rates.all.empty());
+        EXPECT_EQ(rates.reason, "No IRR: the cash flows never change sign.");
+        EXPECT_TRUE(std::isnan(CalculatorModel::calculateIrr(list)));
+    }
     EXPECT_EQ(CalculatorModel::calculateIrr(CalculatorModel::freshCashFlows()), 0);
 }
 

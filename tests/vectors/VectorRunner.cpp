@@ -3,6 +3,7 @@
 // and, for every fifth case, through the installed-style `tallyvane-cli`
 // program as well. One case a line; see tests/vectors/README.md.
 #include "cli/Cli.h"
+#include "framework/NumberFormat.h"
 
 #include <QDir>
 #include <QFile>
@@ -105,7 +106,7 @@ Outcome runProgram(const QStringList& command)
 // the top level ("display", "label").
 QJsonValue lookUp(const QJsonObject& output, const QString& key)
 {
-    for (const char* group : {"values", "registers", "notes"}) {
+    for (const char* group : {"values", "registers"}) {
         const QJsonObject inner = output.value(QLatin1String(group)).toObject();
         if (inner.contains(key))
             return inner.value(key);
@@ -155,15 +156,13 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
             continue;
         }
         if (it->isString() && !(it->toString() == u"NaN" || it->toString().endsWith(u"Infinity"))) {
-            // Texts compare whole ("display", "label"); a note compares by
-            // what it says at its start.
-            const QString want = it->toString();
-            const QString got = actual.toString();
-            const bool isNote =
-                output.value(QStringLiteral("notes")).toObject().contains(it.key()) &&
-                !output.value(QStringLiteral("values")).toObject().contains(it.key());
-            if (isNote ? !got.startsWith(want) : got != want)
-                failures << QStringLiteral("%1: \"%2\", expected \"%3\"").arg(it.key(), got, want);
+            // Texts ("display", "label") compare whole, written with "."
+            // for the locale's decimal separator.
+            QString got = actual.toString();
+            got.replace(NumberFormat::decimalSeparator(), QStringLiteral("."));
+            if (got != it->toString())
+                failures << QStringLiteral("%1: \"%2\", expected \"%3\"")
+                                .arg(it.key(), got, it->toString());
             continue;
         }
         if (it->isArray()) {
@@ -197,6 +196,15 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
                             .arg(want, 0, 'g', 17)
                             .arg(absolute)
                             .arg(relative);
+    }
+    // Notes (why a value is no number) must start with the expected text.
+    const QJsonObject notes = output.value(QStringLiteral("notes")).toObject();
+    const QJsonObject expectedNotes = data.value(QStringLiteral("note")).toObject();
+    for (auto it = expectedNotes.constBegin(); it != expectedNotes.constEnd(); ++it) {
+        const QString got = notes.value(it.key()).toString();
+        if (!got.startsWith(it->toString()))
+            failures << QStringLiteral("note on %1: \"%2\", expected \"%3\"")
+                            .arg(it.key(), got, it->toString());
     }
     return failures;
 }

@@ -10,13 +10,11 @@
 // count (XNPV and XIRR): each amount is discounted by (1 + rate)^(days ÷
 // 365), days counted from the first flow's date.
 //
-// XIRR looks for rates where XNPV is 0 between −99.9999 % and 10^6 % a year:
-// a scan for sign changes brackets every root it can see, and the bracket
-// nearest to 10 % (the spreadsheet's default guess) is narrowed by Newton
-// steps kept inside it, falling back to bisection. So of two roots the one
-// nearer 10 % is given; with none (flows of one sign, or no sign change
-// anywhere) the result is NaN, never a wrong number. Rows without a valid
-// date are left out.
+// XIRR is the yearly rate where XNPV is 0, found by the app's one rate
+// search (every rate from just above −100 % up; of two, the one nearer
+// 10 %, the spreadsheet's default guess); with none (flows of one sign, or
+// no sign change anywhere) the result is NaN, never a wrong number. Rows
+// without a valid date are left out.
 class DatedCashFlowsModel : public QVFunctionModel {
     Q_OBJECT
     // The results the screen shows with a "%" after the number.

@@ -1,5 +1,6 @@
 #include "NpvModel.h"
 
+#include "framework/RootSearch.h"
 #include "platform/NotificationCenter.h"
 
 #include <algorithm>
@@ -42,31 +43,48 @@ double NpvModel::netPresentValue(const QList<double>& cashFlows, int count, doub
     return presentValue(cashFlows, count, rate / 100.0);
 }
 
+NpvModel::Rates NpvModel::internalRatesOfReturn(const QList<double>& cashFlows, int count)
+{
+    // The shared rate search replaces a bisection between −100 % and 100 %
+    // that stopped when the NPV came within 1e-6 of 0 and assumed the NPV
+    // falls as the rate rises: that one gave NaN for a borrower's flows
+    // (money in first), for rates above 100 % and often for two roots. This
+    // one finds every rate in its range to full precision; where the old
+    // one found a rate, the answers differ only beyond its tolerance.
+    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+    bool anyPositive = false;
+    bool anyNegative = false;
+    for (qsizetype t = 0; t < n; ++t) {
+        anyPositive = anyPositive || cashFlows.at(t) > 0;
+        anyNegative = anyNegative || cashFlows.at(t) < 0;
+    }
+    if (!anyPositive && !anyNegative)
+        return {{0.0}, {}}; // all 0 (or none): every rate fits; 0 is the plainest
+    if (!anyPositive || !anyNegative)
+        return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), anyPositive, anyNegative)};
+    // Σ CF[t]·v^t with v = 1/(1 + x), by Horner's rule from the last flow.
+    const auto presentValueAt = [&](double x) {
+        const double v = 1.0 / (1.0 + x);
+        double sum = 0;
+        for (qsizetype t = n; t-- > 0;)
+            sum = sum * v + cashFlows.at(t);
+        return sum;
+    };
+    const RootSearch::Roots roots = RootSearch::findRoots(presentValueAt);
+    if (roots.empty())
+        return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), true, true)};
+    Rates rates;
+    for (double root : roots.all)
+        rates.all.append(root * 100.0);
+    return rates;
+}
+
 double NpvModel::internalRateOfReturn(const QList<double>& cashFlows, int count)
 {
-    // Bisection between -100 % and +100 %, assuming the present value falls
-    // as the rate rises (an outlay followed by returns). The pass limit is
-    // checked before the tolerance, so the pass after the last allowed one
-    // fails even when it lands on the root.
-    double lo = -1.0;
-    double hi = 1.0;
-    for (int pass = 0;; ++pass) {
-        const double x = (lo + hi) / 2.0;
-        const double v = presentValue(cashFlows, count, x);
-        if (pass == maximumIrrPasses)
-            return std::numeric_limits<double>::quiet_NaN();
-        // A present value that is not a number (the flows' terms overflow
-        // or cancel to 0/0 near -100 %) means there is no rate to find:
-        // the answer is NaN at once, not the point where the search was.
-        if (std::isnan(v))
-            return std::numeric_limits<double>::quiet_NaN();
-        if (v > 0)
-            lo = x;
-        else
-            hi = x;
-        if (std::fabs(v) <= irrTolerance)
-            return x * 100.0;
-    }
+    RootSearch::Roots roots;
+    for (double rate : internalRatesOfReturn(cashFlows, count).all)
+        roots.all.push_back(rate);
+    return roots.nearest(10.0);
 }
 
 double NpvModel::calculateNpvWithCashFlowsAndRate(const QList<double>& cashFlows, double rate) const
@@ -82,7 +100,19 @@ double NpvModel::calculateIrrWithCashFlows(const QList<double>& cashFlows) const
 void NpvModel::calculateResult()
 {
     npv = calculateNpvWithCashFlowsAndRate(cashArray, discountRate);
-    irr = calculateIrrWithCashFlows(cashArray);
+    const Rates rates = internalRatesOfReturn(cashArray, period);
+    irrAll = rates.all;
+    RootSearch::Roots roots;
+    roots.all.assign(rates.all.cbegin(), rates.all.cend());
+    irr = roots.nearest(10.0);
+    // The other rates, when there are several: "also: 20 %".
+    QStringList others;
+    for (double rate : rates.all) {
+        if (rate != irr)
+            others << stringFromDouble(rate) + QStringLiteral(" %");
+    }
+    setNote(QStringLiteral("irr"),
+            others.isEmpty() ? rates.reason : QStringLiteral("also: ") + others.join(u", "));
     NotificationCenter::defaultCenter().post(QStringLiteral("ResultCalculatedNotification"), this);
 }
 

@@ -12,27 +12,30 @@ class NpvModel : public QVFunctionModel {
     Q_OBJECT
     // The results the screen shows with a "%" after the number.
     Q_CLASSINFO("percentResults", "irr")
+    // Results that are lists, printed whole.
+    Q_CLASSINFO("resultLists", "irrAll")
     Q_PROPERTY(int period MEMBER period)
     Q_PROPERTY(double discountRate MEMBER discountRate)
     Q_PROPERTY(QList<double> cashArray MEMBER cashArray)
     Q_PROPERTY(double npv MEMBER npv)
     Q_PROPERTY(double irr MEMBER irr)
+    Q_PROPERTY(QList<double> irrAll MEMBER irrAll)
 
 public:
     explicit NpvModel(QObject* parent = nullptr);
 
     // Room for CF0..CF99; the list never changes size.
     static constexpr int cashFlowCapacity = 100;
-    // The bisection gives up on the pass after this many.
-    static constexpr int maximumIrrPasses = 1001;
-    static constexpr double irrTolerance = 1e-6;
 
     int period = 4;          // number of cash flows in use, CF0 included
     double discountRate = 0; // percent per period
     // Flows beyond `period` are kept and count again when it grows.
     QList<double> cashArray;
     double npv = 0;
-    double irr = 0; // percent, or NaN when the bisection finds no rate
+    double irr = 0; // percent, or NaN when no rate makes the NPV 0
+    // Every rate that makes the NPV 0, in percent, lowest first; `irr` is
+    // the one nearest 10 %.
+    QList<double> irrAll;
 
     // NPV of the first `period` flows at `rate` percent per period.
     double calculateNpvWithCashFlowsAndRate(const QList<double>& cashFlows, double rate) const;
@@ -43,6 +46,13 @@ public:
     // the list is shorter); no flows give 0.
     static double netPresentValue(const QList<double>& cashFlows, int count, double rate);
     static double internalRateOfReturn(const QList<double>& cashFlows, int count);
+    // Every IRR of the first `count` flows in percent, lowest first, and,
+    // when there is none, why.
+    struct Rates {
+        QList<double> all;
+        QString reason;
+    };
+    static Rates internalRatesOfReturn(const QList<double>& cashFlows, int count);
 
     void calculateResult();
     void cashChangedNotificationReceived(const QVariantMap& userInfo);

@@ -90,8 +90,26 @@ void TvmController::setInputValues()
 void TvmController::solveInto(const QString& outlet, double (TvmModel::*solver)())
 {
     setInputValues();
-    showNumber(outlet, (tvmModel()->*solver)());
+    // A solve's note is about that solve alone.
+    tvmModel()->clearNotes();
+    for (const QString& field : {pvField, fvField, interestField, periodField, pmtField})
+        qvFunctionView()->setNote(field, {});
+    (tvmModel()->*solver)();
+    showResultOf(outlet, propertyOf(outlet));
     hideChart();
+}
+
+const char* TvmController::propertyOf(const QString& outlet)
+{
+    if (outlet == pvField)
+        return "presentValue";
+    if (outlet == fvField)
+        return "futureValue";
+    if (outlet == interestField)
+        return "interestRate";
+    if (outlet == periodField)
+        return "period";
+    return "payment";
 }
 
 void TvmController::finishChartSolve(const QString& quantity)

@@ -50,6 +50,8 @@ private:
     void setInitialTvmSettings();
     void setInputValues();
     void solveInto(const QString& outlet, double (TvmModel::*solver)());
+    // The model property a field holds.
+    static const char* propertyOf(const QString& outlet);
     void finishChartSolve(const QString& quantity);
     void showGraph();
 

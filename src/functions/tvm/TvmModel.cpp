@@ -1,11 +1,13 @@
 #include "TvmModel.h"
 
 #include "framework/FinanceMath.h"
+#include "framework/RootSearch.h"
 #include "reports/QVReport.h"
 
 #include <QLoggingCategory>
 #include <climits>
 #include <cmath>
+#include <limits>
 
 Q_LOGGING_CATEGORY(lcTvm, "tallyvane.tvm", QtWarningMsg)
 
@@ -85,43 +87,34 @@ double TvmModel::calculatePaymentWithPeriod(int k) const
     return paymentAt(terms(), k);
 }
 
-double TvmModel::rateWithPeriod(double n) const
+TvmModel::RateAnswer TvmModel::rateWithPeriod(double n) const
 {
-    // Bisection on the annual rate between 0 % and 100 %, assuming the
-    // future value rises with the rate. At most 1001 future values are
-    // evaluated; without convergence the 1002nd midpoint is the answer,
-    // unless the search never left a bound (below).
-    FinanceMath::clearUpperVectorState();
-    double low = 0.0;
-    double high = 1.0;
-    double rate = 0.5;
-    const auto differenceAt = [&](double annual) {
-        return futureValueAt(termsForAnnualRate(annual), n) - futureValue;
+    // The shared rate search over the rate per period i (every rate from
+    // just above −100 % a period up, whichever way the future value runs);
+    // of several rates the one nearest 10 % a year. The annual rate is i
+    // times the payments a year.
+    const double f = paymentFrequency;
+    if (!(f >= 1))
+        return {std::numeric_limits<double>::quiet_NaN(),
+                QStringLiteral("No rate: choose a payment frequency.")};
+    const bool beginning = paymentMode == QLatin1String("BEG");
+    const auto solve = [&](double pv, double pmt, double fv) {
+        return RootSearch::findRoots([&](double i) {
+            return FinanceMath::futureValueDifference(i, n, pv, pmt, beginning, fv);
+        });
     };
-    for (int evaluations = 0;; ++evaluations) {
-        rate = (low + high) / 2;
-        if (evaluations == 1001)
-            break;
-        const double difference = differenceAt(rate);
-        if (difference < 0)
-            low = rate;
-        else
-            high = rate;
-        if (!(std::fabs(difference) > 1e-6))
-            return rate * 100.0;
-    }
-    // Unconverged at the 0 % or 100 % bound: the rate lies outside the
-    // range (below 0 % down to -100 %, above 100 % up to 10,000 % a year)
-    // or nowhere, and the search goes on out there; the answer is the rate
-    // found, or NaN. An unconverged search inside keeps its last rate.
-    if (low == 0.0 || high == 1.0)
-        return FinanceMath::rateBeyondBisectionBounds(differenceAt, rate) * 100.0;
-    return rate * 100.0;
+    const RootSearch::Roots roots = solve(presentValue, payment, futureValue);
+    if (!roots.empty())
+        return {roots.nearest(0.1 / f) * f * 100.0, {}};
+    return {std::numeric_limits<double>::quiet_NaN(),
+            RootSearch::noTvmRateReason(
+                roots.everywhere, presentValue, payment, futureValue,
+                [&](double pv, double pmt, double fv) { return !solve(pv, pmt, fv).empty(); })};
 }
 
 double TvmModel::calculateInterestRateWithPeriod(int k) const
 {
-    return rateWithPeriod(k);
+    return rateWithPeriod(k).rate;
 }
 
 double TvmModel::calculateFutureValue()
@@ -149,7 +142,9 @@ double TvmModel::calculatePeriod()
 
 double TvmModel::calculateInterestRate()
 {
-    interestRate = rateWithPeriod(period);
+    const RateAnswer answer = rateWithPeriod(period);
+    interestRate = answer.rate;
+    setNote(QStringLiteral("interestRate"), answer.reason);
     return interestRate;
 }
 

@@ -96,7 +96,11 @@ private:
     double futureValueAt(const Terms& t, double n) const;
     double presentValueAt(const Terms& t, double n) const;
     double paymentAt(const Terms& t, double n) const;
-    double rateWithPeriod(double n) const;
+    struct RateAnswer {
+        double rate; // annual, percent; NaN when there is none
+        QString reason;
+    };
+    RateAnswer rateWithPeriod(double n) const;
     int chartPeriods() const;
 
     QString m_chartName;

@@ -8,7 +8,6 @@
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
-#include "platform/UrlOpener.h"
 #include "reports/QVFileManager.h"
 
 #include <QFile>
@@ -250,11 +249,12 @@ void QVFunctionController::saveScheduleCsv()
     saved.title = QStringLiteral("Schedule Saved");
     saved.message = QStringLiteral("The schedule was written to:\n%1").arg(path);
     saved.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+    QPointer<QVFunctionController> self(this);
     if (presenter())
-        presenter()->present(saved, [](const QString& action, const QString&) {
-            if (action == QLatin1String("Open Folder"))
-                Services::urlOpener().openUrl(
-                    QUrl::fromLocalFile(QVFileManager::documentsDirectory()));
+        presenter()->present(saved, [self](const QString& action, const QString&) {
+            if (self && action == QLatin1String("Open Folder"))
+                FallbackNotices::openFolder(QVFileManager::documentsDirectory(), self->presenter(),
+                                            self);
         });
 }
 

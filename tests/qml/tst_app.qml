@@ -275,9 +275,9 @@ TestCase {
         tryCompare(stack, "depth", 1);
         tryCompare(stack, "busy", false);
         tryVerify(() => calculator.activeFocus, 1000, "back from the history");
-        compare(line.text, "7*636", "Use put the first result at the caret");
+        compare(line.text, "36", "after \"=\", Use put the first result on a new line");
         keyClick(Qt.Key_V, Qt.ControlModifier);
-        compare(line.text, "7*63642", "Copy put the second result on the clipboard");
+        compare(line.text, "3642", "Copy put the second result on the clipboard");
         keyClick(Qt.Key_Escape);
         typeText("2+2");
         keyClick(Qt.Key_Return);

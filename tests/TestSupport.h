@@ -130,14 +130,16 @@ public:
     QStringList filesWhileComposing;
 };
 
-// Records every address handed over; `opens` says whether a program took it.
+// Records every address handed over and answers at once; `opens` says
+// whether a program took it.
 class RecordingUrlOpener : public UrlOpener {
 public:
     bool opens = false;
-    bool openUrl(const QUrl& url) override
+    void openUrl(const QUrl& url, Done done) override
     {
         opened.append(url);
-        return opens;
+        if (done)
+            done(opens ? Outcome::Opened : Outcome::Failed);
     }
     QList<QUrl> opened;
 };

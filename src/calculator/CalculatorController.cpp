@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <climits>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -87,6 +88,8 @@ void CalculatorController::setSelection(int start, int end)
         std::swap(start, end);
     if (start == m_selectionStart && end == m_selectionEnd)
         return;
+    // Moving the caret is editing the line: what is typed next goes there.
+    m_showingResult = false;
     m_selectionStart = start;
     m_selectionEnd = end;
     emit expressionChanged();
@@ -119,8 +122,15 @@ void CalculatorController::receiveCalculatorButtonClickedNotification(const QVar
                               : QStringLiteral("END");
 
     const QString title = userInfo.value(QStringLiteral("title")).toString();
+    // Keys that leave the line and the display as they are (the alert that
+    // stores the display, the screens, the toggles) keep the result of "="
+    // to go on from; any other key ends that time.
+    static const QStringList passive = {"STO", "HIST", "HELP", "2ND", "BEG"};
+    const bool afterResult = m_showingResult;
+    if (!passive.contains(title))
+        m_showingResult = false;
     if (const QString text = typedText(title); !text.isEmpty())
-        insertText(text);
+        typeText(text, afterResult);
     else if (isFinancialKey(title))
         operateFinancialButton(title);
     else if (title == u"CE")
@@ -135,6 +145,7 @@ void CalculatorController::receiveCalculatorButtonClickedNotification(const QVar
         if (!m_npvModeOn) {
             setResultLabel(QStringLiteral("Ans"));
             displayResult();
+            m_showingResult = true;
         }
     } else if (title == u"STO")
         showStoreAlert();
@@ -157,11 +168,12 @@ void CalculatorController::typeLetters(const QString& letters)
             return;
     }
     if (!letters.isEmpty())
-        insertText(letters);
+        typeText(letters, std::exchange(m_showingResult, false));
 }
 
 void CalculatorController::deleteForward()
 {
+    m_showingResult = false;
     if (m_selectionStart != m_selectionEnd) {
         insertText(QString());
     } else if (m_selectionEnd < m_expression.size()) {
@@ -172,11 +184,13 @@ void CalculatorController::deleteForward()
 
 void CalculatorController::moveCaretToStart()
 {
+    m_showingResult = false;
     setSelection(0, 0);
 }
 
 void CalculatorController::moveCaretToEnd()
 {
+    m_showingResult = false;
     const int end = int(m_expression.size());
     setSelection(end, end);
 }
@@ -198,7 +212,7 @@ void CalculatorController::pasteText(const QString& text)
 {
     const QString accepted = acceptedText(text);
     if (!accepted.isEmpty())
-        insertText(accepted);
+        typeText(accepted, std::exchange(m_showingResult, false));
 }
 
 void CalculatorController::operateFinancialButton(const QString& title)
@@ -422,6 +436,30 @@ void CalculatorController::insertText(const QString& text)
     const QString updated =
         m_expression.left(m_selectionStart) + text + m_expression.mid(m_selectionEnd);
     setExpression(updated, m_selectionStart + int(text.size()));
+}
+
+void CalculatorController::typeText(const QString& text, bool afterResult)
+{
+    // Deliberately unlike a plain text editor: right after "=" the line
+    // still holds the expression just evaluated, and typing onto its end
+    // would quietly change it ("12*3 =", then "7+8 =" gave 12*37+8 = 452).
+    // So the next key decides, as on a pocket calculator: an operator goes
+    // on from the result (the line becomes the shown value followed by the
+    // operator, "36+"), anything else (a digit, ".", a bracket, a function,
+    // pi, letters) starts a new expression in place of the old one.
+    if (!afterResult) {
+        insertText(text);
+        return;
+    }
+    if (QStringLiteral("+-*/^").contains(text.front())) {
+        // The shown value as the line writes numbers, with "." for the
+        // decimal point whatever the locale's display uses.
+        const QString shown =
+            QString(m_displayNumber).replace(NumberFormat::decimalSeparator(), QStringLiteral("."));
+        setExpression(shown + text, int(shown.size() + text.size()));
+    } else {
+        setExpression(text, int(text.size()));
+    }
 }
 
 void CalculatorController::moveCursorBack()

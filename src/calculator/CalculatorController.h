@@ -130,6 +130,8 @@ private:
     void setExpression(const QString& text, int caret);
     void setWaitingCompute(bool waiting);
     void insertText(const QString& text);
+    // Typing onto the line; `afterResult`: right after "=" (see there).
+    void typeText(const QString& text, bool afterResult);
     bool showRegisterOnEmptyLine(const QString& name, double value);
     void enterRegister(const QString& name, double& registerValue);
     void enterIntegerRegister(const QString& name, double& registerValue);
@@ -152,5 +154,8 @@ private:
     QHash<int, QString> m_resultStorage;
     CashFlowList m_cashFlowArray;
     int m_upCount = 0;
+    // "=" has just shown the line's result, and nothing has touched the
+    // line since.
+    bool m_showingResult = false;
     std::shared_ptr<HistoryLog> m_logArray = std::make_shared<HistoryLog>();
 };

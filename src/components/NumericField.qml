@@ -6,7 +6,8 @@ import Tallyvane
 // A labelled number field bound to one outlet of a calculator view. Every
 // edit goes to the controller as the screen's change action. "±" (the
 // Change Sign accessory, on fields that have it) flips the sign without
-// recomputing; "Done" on a touch keyboard closes it. A text that is no
+// recomputing (the results go stale until the next edit, or Return);
+// "Done" on a touch keyboard closes it. A text that is no
 // number is marked, with a line saying it counts as 0.
 ColumnLayout {
     id: row
@@ -50,7 +51,12 @@ ColumnLayout {
             Accessible.name: row.label
             Accessible.description: row.unreadable ? hint.text : ""
             onTextEdited: row.controller.editField(row.outlet, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            // After "±" Return applies the flipped text first.
+            onAccepted: {
+                if (row.controller.view.stale)
+                    row.controller.editField(row.outlet, text);
+                nextItemInFocusChain().forceActiveFocus();
+            }
             background: Rectangle {
                 implicitHeight: 40
                 color: field.palette.base
@@ -64,7 +70,7 @@ ColumnLayout {
             visible: row.signable
             field: field
             fieldLabel: row.label
-            onSignFlipped: text => row.controller.view.setText(row.outlet, text)
+            onSignFlipped: text => row.controller.signFlipped(row.outlet, text)
         }
         Button {
             text: qsTr("Done")

@@ -45,7 +45,8 @@ ColumnLayout {
             activeFocusOnPress: true
             font.pixelSize: 17
             font.bold: true
-            color: AppTheme.accent
+            // Greyed while a flipped sign is not yet counted in.
+            color: row.controller.view.stale ? AppTheme.secondaryText : AppTheme.accent
             selectionColor: AppTheme.highlight
             selectedTextColor: "#FFFFFF"
             Accessible.role: Accessible.StaticText

@@ -6,21 +6,30 @@
 #include <QUrl>
 
 class Presenter;
+class QObject;
 
-// What the user is shown when the desktop has no program for a mail draft
-// or a web address: nothing is silently dropped.
+// What the user is shown when the desktop has no program for a mail draft,
+// a web address or a folder, or its opener does not answer in time: nothing
+// is silently dropped. The openers answer later, from the event loop;
+// `context`, when given, is the screen that asked, and nothing is shown
+// once it is gone.
 namespace FallbackNotices {
 
 // After a message went to the mail composer: when no mail program opened
-// the draft, an alert says where it was written, with a button that opens
-// its folder.
+// the draft (or may not have), an alert says where it was written, with a
+// button that opens its folder.
 void mailFinished(MailResult result, Presenter* presenter);
 
 // Opens a web address; when no program takes it, an alert shows the
 // address with a button that copies it.
-void openUrl(const QUrl& url, Presenter* presenter);
+void openUrl(const QUrl& url, Presenter* presenter, QObject* context = nullptr);
+
+// Opens a folder ("Open Folder"); when no program takes it, an alert shows
+// its path.
+void openFolder(const QString& path, Presenter* presenter, QObject* context = nullptr);
 
 QString mailDraftTitle();
 QString unopenedAddressTitle();
+QString unopenedFolderTitle();
 
 } // namespace FallbackNotices

@@ -117,6 +117,22 @@ Page {
             }
         }
 
+        // While a flipped sign is not counted in (the results are greyed).
+        Label {
+            objectName: "staleNotice"
+            Layout.fillWidth: true
+            visible: screen.view.stale && screen.view.scrollVisible
+            text: qsTr("Press Return or edit a field to update")
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            padding: 8
+            font.pixelSize: 13
+            color: AppTheme.text
+            background: Rectangle {
+                color: AppTheme.button
+            }
+        }
+
         ScrollView {
             objectName: "descriptionScroll"
             Layout.fillWidth: true

@@ -8,7 +8,6 @@
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
-#include "platform/UrlOpener.h"
 #include "reports/QVFileManager.h"
 
 #include <QFile>
@@ -250,11 +249,12 @@ void QVFunctionController::saveScheduleCsv()
     saved.title = QStringLiteral("Schedule Saved");
     saved.message = QStringLiteral("The schedule was written to:\n%1").arg(path);
     saved.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+    QPointer<QVFunctionController> self(this);
     if (presenter())
-        presenter()->present(saved, [](const QString& action, const QString&) {
-            if (action == QLatin1String("Open Folder"))
-                Services::urlOpener().openUrl(
-                    QUrl::fromLocalFile(QVFileManager::documentsDirectory()));
+        presenter()->present(saved, [self](const QString& action, const QString&) {
+            if (self && action == QLatin1String("Open Folder"))
+                FallbackNotices::openFolder(QVFileManager::documentsDirectory(), self->presenter(),
+                                            self);
         });
 }
 
@@ -292,10 +292,24 @@ void QVFunctionController::mailComposerFinished()
 
 void QVFunctionController::editField(const QString& outlet, const QString& text)
 {
+    m_view->setStale(false);
     m_view->setText(outlet, text);
     const QString outer = std::exchange(m_changedField, outlet);
     fieldChanged();
     m_changedField = outer;
+}
+
+void QVFunctionController::signFlipped(const QString& outlet, const QString& text)
+{
+    m_view->setText(outlet, text);
+    cellSignFlipped();
+}
+
+void QVFunctionController::cellSignFlipped()
+{
+    // Screens that solve on a button show no results an edit would update.
+    if (solveButtons().isEmpty())
+        m_view->setStale(true);
 }
 
 void QVFunctionController::openChoice(const QString& outlet)
@@ -321,6 +335,9 @@ void QVFunctionController::showResultOf(const QString& outlet, const char* prope
 {
     showNumber(outlet, m_model->property(property).toDouble(), suffix);
     m_view->setNote(outlet, m_model->note(QString::fromLatin1(property)));
+    // Results written anew (after an edit, a choice or a table's change):
+    // they are no longer stale.
+    m_view->setStale(false);
 }
 
 void QVFunctionController::presentChoices(const QString& title, const QString& message,

@@ -109,6 +109,13 @@ public:
     // which knows the field it came from (no controller has to guess it
     // from the texts: a sign flip changes a text without an action).
     Q_INVOKABLE void editField(const QString& outlet, const QString& text);
+    // "±" beside a field: the field's text becomes `text`, its sign
+    // flipped. A sign flip is no edit: nothing recomputes until the next
+    // one, and on a screen that computes as one types (no solve buttons) the
+    // view is marked stale till then (the next edit or recompute).
+    Q_INVOKABLE void signFlipped(const QString& outlet, const QString& text);
+    // The same for a table's cell, whose text its own field keeps.
+    Q_INVOKABLE void cellSignFlipped();
     // The outlet of the field whose edit is being handled; empty when the
     // action came from elsewhere (a choice, a button).
     QString changedField() const { return m_changedField; }

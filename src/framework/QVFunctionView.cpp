@@ -59,3 +59,11 @@ void QVFunctionView::setNote(const QString& outlet, const QString& note)
         m_notes.insert(outlet, note);
     emit notesChanged();
 }
+
+void QVFunctionView::setStale(bool stale)
+{
+    if (stale == m_stale)
+        return;
+    m_stale = stale;
+    emit staleChanged();
+}

@@ -19,6 +19,7 @@ class QVFunctionView : public QObject {
     Q_PROPERTY(bool descriptionVisible READ descriptionVisible NOTIFY segmentChanged)
     Q_PROPERTY(bool scrollVisible READ scrollVisible NOTIFY segmentChanged)
     Q_PROPERTY(QString descriptionHtml READ descriptionHtml NOTIFY descriptionHtmlChanged)
+    Q_PROPERTY(bool stale READ stale NOTIFY staleChanged)
 
 public:
     using QObject::QObject;
@@ -47,12 +48,19 @@ public:
     Q_INVOKABLE QString note(const QString& outlet) const;
     void setNote(const QString& outlet, const QString& note);
 
+    // The results no longer match the inputs shown: a sign was flipped,
+    // which recomputes nothing until the next edit. The screen greys them
+    // and says how to update them.
+    bool stale() const { return m_stale; }
+    void setStale(bool stale);
+
 signals:
     void textsChanged();
     void notesChanged();
     void titleChanged();
     void segmentChanged();
     void descriptionHtmlChanged();
+    void staleChanged();
 
 private:
     QVariantMap m_texts;
@@ -61,4 +69,5 @@ private:
     int m_segment = 0;
     bool m_calculatorVisible = true;
     QString m_descriptionHtml;
+    bool m_stale = false;
 };

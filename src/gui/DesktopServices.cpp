@@ -57,9 +57,31 @@ QByteArray encodeChart(const ChartPicture& picture, const char* format)
 
 } // namespace
 
-bool DesktopUrlOpener::openUrl(const QUrl& url)
+DesktopUrlOpener::DesktopUrlOpener(std::chrono::milliseconds timeLimit) : m_timeLimit(timeLimit) {}
+
+void DesktopUrlOpener::openUrl(const QUrl& url, Done done)
 {
-    return hasDesktop() && QDesktopServices::openUrl(url);
+    // Read at each use, so a test can point it at its script.
+    const QString program = qEnvironmentVariable("TALLYVANE_URL_OPENER");
+    if (!program.isEmpty()) {
+        ProcessUrlOpener(program, m_timeLimit).openUrl(url, std::move(done));
+        return;
+    }
+    if (!hasDesktop()) {
+        if (done)
+            done(Outcome::Failed);
+        return;
+    }
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+    // QDesktopServices starts xdg-open detached and reports success even
+    // when it then finds no program for the address: running it here tells
+    // the user when nothing opened.
+    ProcessUrlOpener(QStringLiteral("xdg-open"), m_timeLimit).openUrl(url, std::move(done));
+#else
+    const bool opened = QDesktopServices::openUrl(url);
+    if (done)
+        done(opened ? Outcome::Opened : Outcome::Failed);
+#endif
 }
 
 void DesktopServices::install()

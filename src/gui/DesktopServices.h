@@ -1,12 +1,25 @@
 #pragma once
 
+#include "platform/ProcessUrlOpener.h"
 #include "platform/UrlOpener.h"
 
-// Hands web addresses and files to the desktop. Without a windowing system
+#include <chrono>
+
+// Hands web addresses and files to the desktop: on Linux and the BSDs by
+// running xdg-open (see ProcessUrlOpener: only its exit status 0 counts as
+// opened), elsewhere through QDesktopServices. Without a windowing system
 // (offscreen runs) there is no desktop, and nothing opens.
+//
+// TALLYVANE_URL_OPENER names another program to run instead of xdg-open,
+// desktop or not: a user's own opener, or a test's script.
 class DesktopUrlOpener final : public UrlOpener {
 public:
-    bool openUrl(const QUrl& url) override;
+    explicit DesktopUrlOpener(
+        std::chrono::milliseconds timeLimit = ProcessUrlOpener::defaultTimeLimit);
+    void openUrl(const QUrl& url, Done done) override;
+
+private:
+    std::chrono::milliseconds m_timeLimit;
 };
 
 // The services that need QtGui, which the models and the command line go

@@ -101,28 +101,46 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
     const QByteArray boundary =
         "tallyvane-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16);
 
-    MailResult result = MailResult::Failed;
+    bool written = false;
+    QString path;
     QDir outbox(AppPaths::outboxDirectory());
     if (outbox.mkpath(QStringLiteral("."))) {
         const QString stem =
             QStringLiteral("draft-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-        QString path = outbox.filePath(stem + QStringLiteral(".eml"));
+        path = outbox.filePath(stem + QStringLiteral(".eml"));
         for (int n = 2; QFile::exists(path) && n < 1000; ++n)
             path = outbox.filePath(stem + QStringLiteral("-%1.eml").arg(n));
 
         QFile file(path);
         if (!QFile::exists(path) && file.open(QIODevice::WriteOnly)) {
             const QByteArray eml = toEml(message, now, boundary);
-            if (file.write(eml) == eml.size()) {
-                m_lastDraftPath = path;
-                result = MailResult::Saved;
-            }
+            written = file.write(eml) == eml.size() && file.flush();
             file.close();
-            if (result == MailResult::Saved &&
-                !(m_opener ? m_opener : &Services::urlOpener())->openUrl(QUrl::fromLocalFile(path)))
-                result = MailResult::Unopened;
         }
     }
-    if (finished)
-        finished(result);
+    if (!written) {
+        if (finished)
+            finished(MailResult::Failed);
+        return;
+    }
+    m_lastDraftPath = path;
+    // The answer may come after this composer is gone: it takes nothing of
+    // it along.
+    UrlOpener& opener = m_opener ? *m_opener : Services::urlOpener();
+    opener.openUrl(QUrl::fromLocalFile(path),
+                   [finished = std::move(finished)](UrlOpener::Outcome outcome) {
+                       if (!finished)
+                           return;
+                       switch (outcome) {
+                       case UrlOpener::Outcome::Opened:
+                           finished(MailResult::Saved);
+                           break;
+                       case UrlOpener::Outcome::Failed:
+                           finished(MailResult::Unopened);
+                           break;
+                       case UrlOpener::Outcome::NoAnswer:
+                           finished(MailResult::Unanswered);
+                           break;
+                       }
+                   });
 }

@@ -23,12 +23,14 @@ struct MailMessage {
     QList<MailAttachment> attachments;
 };
 
-// Unopened: the draft was written, but no mail program could be started
-// to open it; the composer's lastDraftPath() says where it is.
-enum class MailResult { Cancelled, Saved, Sent, Failed, Unopened };
+// Unopened: the draft was written, but no mail program opened it;
+// Unanswered: the draft was written and handed over, but the program that
+// opens it had not answered in time, so it may not have opened. For both,
+// the composer's lastDraftPath() says where the draft is.
+enum class MailResult { Cancelled, Saved, Sent, Failed, Unopened, Unanswered };
 
 // Hands a message to the user's mail program. `finished` is called once,
-// whatever became of the message.
+// whatever became of the message: at once, or later from the event loop.
 class MailComposer {
 public:
     using Finished = std::function<void(MailResult)>;
@@ -41,7 +43,8 @@ public:
 
 // Desktop composer: writes the message as an unsent RFC 5322 draft
 // (MIME multipart, base64 attachments, "X-Unsent: 1") into the outbox folder
-// and opens it with the system's mail program.
+// and opens it with the system's mail program; `finished` hears how that
+// went once the opener has answered.
 class EmlMailComposer final : public MailComposer {
 public:
     // Drafts open with `opener`; without one, with the opener installed in

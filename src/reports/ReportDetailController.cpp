@@ -6,7 +6,6 @@
 #include "framework/Presenter.h"
 #include "platform/MailComposer.h"
 #include "platform/Services.h"
-#include "platform/UrlOpener.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -74,9 +73,11 @@ void ReportDetailController::saveAsPdf()
         alert.message = written.error;
         alert.actions = {{QStringLiteral("OK")}};
     }
-    presenter()->present(alert, [](const QString& action, const QString&) {
-        if (action == QLatin1String("Open Folder"))
-            Services::urlOpener().openUrl(QUrl::fromLocalFile(QVFileManager::documentsDirectory()));
+    QPointer<ReportDetailController> self(this);
+    presenter()->present(alert, [self](const QString& action, const QString&) {
+        if (self && action == QLatin1String("Open Folder"))
+            FallbackNotices::openFolder(QVFileManager::documentsDirectory(), self->presenter(),
+                                        self);
     });
 }
 

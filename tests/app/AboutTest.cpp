@@ -96,17 +96,26 @@ TEST_F(AboutTest, WhatNoProgramOpensIsShownWithACopyOrFolderButton)
     mail->draftPath = home.filePath("Outbox/draft-1.eml");
     presenter.script({{"Open Folder", ""}});
     about.sendFeedback();
-    ASSERT_EQ(presenter.requests.size(), 2u);
+    ASSERT_EQ(presenter.requests.size(), 3u);
     EXPECT_EQ(presenter.requests[1].title, "Mail draft saved");
     EXPECT_TRUE(presenter.requests[1].message.contains(mail->draftPath));
     EXPECT_EQ(opener->opened.last(), QUrl::fromLocalFile(home.filePath("Outbox")));
+    EXPECT_EQ(presenter.requests[2].title, "Could not open the folder");
+
+    // A mail program that has not answered in time may or may not show the
+    // draft: the user hears where it is all the same.
+    mail->result = MailResult::Unanswered;
+    about.showEmail();
+    ASSERT_EQ(presenter.requests.size(), 4u);
+    EXPECT_EQ(presenter.requests[3].title, "Mail draft saved");
+    EXPECT_TRUE(presenter.requests[3].message.startsWith("The mail program has not answered"));
 
     // Opened pages and mails say nothing more.
     opener->opens = true;
     mail->result = MailResult::Saved;
     about.rowSelected(0, 2);
     about.showEmail();
-    EXPECT_EQ(presenter.requests.size(), 2u);
+    EXPECT_EQ(presenter.requests.size(), 4u);
 }
 
 TEST_F(AboutTest, VersionAndInformationPagesAreBundled)

@@ -139,6 +139,29 @@ TEST_F(EngineTest, KeyboardEditingAndPastedText)
     EXPECT_EQ(history.resultAt(5), "");
 }
 
+// After "=" the keys' rule (tests/vectors/keypad.jsonl) holds for the
+// other ways text reaches the line too: letters from the keyboard and
+// pasted text start anew unless they begin with an operator, a touch on
+// the line goes back to editing it, and the 2ND toggle keeps the result.
+TEST_F(EngineTest, AfterEqualsKeyboardLettersPasteAndTouch)
+{
+    keys({"12*3", "="});
+    engine->typeLetters("atan");
+    EXPECT_EQ(engine->expression(), "atan");
+    keys({"CE", "12*3", "="});
+    engine->pasteText("+1,5");
+    EXPECT_EQ(engine->expression(), "36+1.5");
+    keys({"="});
+    engine->pasteText("2");
+    EXPECT_EQ(engine->expression(), "2");
+    keys({"CE", "12*3", "="});
+    engine->setSelection(1, 1);
+    keys({"5"});
+    EXPECT_EQ(engine->expression(), "152*3");
+    keys({"=", "2ND", "\u03c0"});
+    EXPECT_EQ(engine->expression(), "pi");
+}
+
 // A register key on an empty line shows the register and stores nothing;
 // text on the line is still an entry, an unreadable one storing 0.
 TEST_F(EngineTest, LoanPaymentThroughTheKeysThenItsRegisters)

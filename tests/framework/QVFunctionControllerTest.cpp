@@ -143,11 +143,15 @@ TEST_F(FunctionControllerTest, AMailDraftNoProgramOpensIsShownWithItsFolder)
     presenter.script({{"Send Email", ""}, {"Open Folder", ""}});
     controller.exportClicked();
     ASSERT_EQ(mail->messages.size(), 1u);
-    const AlertRequest& told = presenter.requests.back();
+    ASSERT_EQ(presenter.requests.size(), 3u);
+    const AlertRequest& told = presenter.requests[1];
     EXPECT_EQ(told.title, "Mail draft saved");
     EXPECT_TRUE(told.message.contains(mail->draftPath));
     ASSERT_EQ(opener->opened.size(), 1);
     EXPECT_EQ(opener->opened[0], QUrl::fromLocalFile(home.filePath("Outbox")));
+    // No program opens the folder either: its path is shown instead.
+    EXPECT_EQ(presenter.requests[2].title, "Could not open the folder");
+    EXPECT_TRUE(presenter.requests[2].message.endsWith("\n" + home.filePath("Outbox")));
 }
 
 TEST_F(FunctionControllerTest, ACancelledTitleSavesNothingAnEmptyOneIsSavedUnconfirmed)

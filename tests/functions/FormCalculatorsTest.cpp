@@ -4,6 +4,8 @@
 #include "functions/roi/RoiController.h"
 #include "functions/tip/TipController.h"
 
+#include <QSignalSpy>
+
 namespace {
 
 using RoiTest = ScreenTest<RoiController>;
@@ -46,17 +48,23 @@ TEST_F(RoiTest, EdgeCases)
     type("yearsField", "abc");
     EXPECT_EQ(view->text("annualizedRoiResultLabel"), "-Infinity%") << "unreadable text is 0";
 
-    // "±" changes the text without recomputing until the next edit.
+    // "±" changes the text without recomputing until the next edit, and
+    // the results are stale meanwhile.
     type("investmentField", "100");
     type("futureValueField", "150");
     type("yearsField", "1");
     const QString before = view->text("gainResultLabel");
-    view->setText("futureValueField",
-                  QVNumericTextField::changedSign(view->text("futureValueField")));
+    QSignalSpy staleness(view, &QVFunctionView::staleChanged);
+    EXPECT_FALSE(view->stale());
+    screen->signFlipped("futureValueField",
+                        QVNumericTextField::changedSign(view->text("futureValueField")));
     EXPECT_EQ(view->text("futureValueField"), "-150");
     EXPECT_EQ(view->text("gainResultLabel"), before) << "until the next edit";
-    screen->fieldChanged();
+    EXPECT_TRUE(view->stale());
+    type("yearsField", "2");
     EXPECT_EQ(view->text("gainResultLabel"), "-250");
+    EXPECT_FALSE(view->stale());
+    EXPECT_EQ(staleness.count(), 2);
 }
 
 TEST_F(TipTest, SplitsThePreTaxTip)

@@ -64,6 +64,9 @@ TEST_F(TvmTest, SolvedValuesRoundTripThroughEveryButton)
     fill({{"pvField", "250000"}, {"interestField", "0"}});
     screen->interestRateClicked();
     EXPECT_NEAR(model().interestRate, 6, 1e-3);
+    // Only a button solves here, so a sign flip leaves no result stale.
+    screen->signFlipped("pvField", "-250000");
+    EXPECT_FALSE(view->stale());
 }
 
 TEST_F(TvmTest, BeginAndEndDifferOnlyOnPayments)

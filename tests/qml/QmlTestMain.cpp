@@ -69,10 +69,11 @@ public:
 
 class RecordingUrlOpener : public UrlOpener {
 public:
-    bool openUrl(const QUrl& url) override
+    void openUrl(const QUrl& url, Done done) override
     {
         urls.append(url.toString());
-        return true;
+        if (done)
+            done(Outcome::Opened);
     }
     QStringList urls;
 };

@@ -275,9 +275,9 @@ TestCase {
         tryCompare(stack, "depth", 1);
         tryCompare(stack, "busy", false);
         tryVerify(() => calculator.activeFocus, 1000, "back from the history");
-        compare(line.text, "7*636", "Use put the first result at the caret");
+        compare(line.text, "36", "after \"=\", Use put the first result on a new line");
         keyClick(Qt.Key_V, Qt.ControlModifier);
-        compare(line.text, "7*63642", "Copy put the second result on the clipboard");
+        compare(line.text, "3642", "Copy put the second result on the clipboard");
         keyClick(Qt.Key_Escape);
         typeText("2+2");
         keyClick(Qt.Key_Return);
@@ -411,6 +411,23 @@ TestCase {
         mouseClick(findChild(screen, "cashField4Sign"));
         compare(findChild(screen, "cashField4").text, "-1000");
         compare(label(screen, "npvResultLabel"), local("823.177"), "a sign change computes nothing");
+        // but greys the results and says how to update them; Return in the
+        // field (which keeps the focus) does: -646.883 and 808.030 are
+        // the NPV of -5000, 1500, 2000, 2500, -1000 at 8 % and at -8 %.
+        const notice = findChild(screen, "staleNotice");
+        const npvResult = findChild(screen, "npvResultLabel");
+        verify(notice.visible);
+        compare(notice.text, "Press Return or edit a field to update");
+        verify(Qt.colorEqual(npvResult.color, AppTheme.secondaryText));
+        keyClick(Qt.Key_Return);
+        compare(npvResult.text, local("-646.883"));
+        verify(!notice.visible);
+        verify(Qt.colorEqual(npvResult.color, AppTheme.accent));
+        mouseClick(findChild(screen, "discountRateFieldSign"));
+        verify(notice.visible);
+        keyClick(Qt.Key_Return);
+        compare(npvResult.text, local("808.03"));
+        verify(!notice.visible);
     }
 
     // Return walks down the cash-flow rows, the results can be copied, and a

@@ -27,6 +27,8 @@ FunctionScreen {
 
         // Return in the field: the next row's field should take over.
         signal returnPressed
+        // "±" flipped the field's sign, which counts only with an edit.
+        signal signChanged
 
         Layout.fillWidth: true
         Layout.leftMargin: AppTheme.margin
@@ -67,7 +69,10 @@ FunctionScreen {
             objectName: "cashField" + cell.row + "Sign"
             field: field
             fieldLabel: leftLabel.text
-            onSignFlipped: text => field.text = text
+            onSignFlipped: text => {
+                field.text = text;
+                cell.signChanged();
+            }
         }
     }
 
@@ -112,7 +117,11 @@ FunctionScreen {
 
             table: npv.table
             row: index
+            onSignChanged: npv.cellSignFlipped()
             onReturnPressed: {
+                // After "±" Return applies the flipped text first.
+                if (npv.view.stale)
+                    npv.table.fieldChanged(index, field.text);
                 const next = cashRows.itemAt(index + 1);
                 if (next)
                     next.nextItemInFocusChain(true).forceActiveFocus();

@@ -5,6 +5,7 @@
 #include "framework/FinanceMath.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
+#include "framework/RootSearch.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
@@ -58,10 +59,19 @@ CalculatorController::CalculatorController(QObject* parent) : QObject(parent)
 
 void CalculatorController::setDisplayNumber(const QString& text)
 {
+    setNote({}); // a note belongs to the value it was given with
     if (text == m_displayNumber)
         return;
     m_displayNumber = text;
     emit displayNumberChanged();
+}
+
+void CalculatorController::setNote(const QString& note)
+{
+    if (note == m_note)
+        return;
+    m_note = note;
+    emit noteChanged();
 }
 
 void CalculatorController::setResultLabel(const QString& text)
@@ -267,7 +277,20 @@ void CalculatorController::compute(const QString& name, void (CalculatorModel::*
         displayAndLogValue(result);
     else
         displayValue(result);
+    if (!std::isfinite(result))
+        setNote(tvmReason(name));
     setWaitingCompute(false);
+}
+
+QString CalculatorController::tvmReason(const QString& name) const
+{
+    if (name == u"I/Y" && !m_model.rateNote.isEmpty())
+        return m_model.rateNote;
+    if (m_model.paymentFrequency < 1 || m_model.compounding < 1)
+        return QStringLiteral("No number: P/Y and C/Y must be at least 1.");
+    if (m_model.rate == 0)
+        return QStringLiteral("No number: with I/Y 0 these formulas divide by zero.");
+    return QStringLiteral("No number: no %1 makes these registers agree.").arg(name);
 }
 
 void CalculatorController::operateTvmButtons(const QString& title)
@@ -382,6 +405,8 @@ void CalculatorController::operateNpvButtons(const QString& title)
             m_model.npv =
                 CalculatorModel::calculateNpvWithRate(m_cashFlowArray, m_model.rate / 100.0);
             displayAndLogValue(m_model.npv);
+            if (!std::isfinite(m_model.npv))
+                setNote(QStringLiteral("No number: these cash flows have no NPV at this I/Y."));
             setWaitingCompute(false);
         }
         requestReview();
@@ -390,8 +415,19 @@ void CalculatorController::operateNpvButtons(const QString& title)
             return;
         setResultLabel(QStringLiteral("IRR"));
         m_command = QStringLiteral("Compute IRR");
-        m_model.irr = CalculatorModel::calculateIrr(m_cashFlowArray);
+        const CalculatorModel::Rates rates =
+            CalculatorModel::internalRatesOfReturn(m_cashFlowArray);
+        RootSearch::Roots roots;
+        roots.all = rates.all;
+        m_model.irr = roots.nearest(0.1);
         displayAndLogValue(m_model.irr);
+        // The other rates that fit too, or why none does.
+        QStringList others;
+        for (double rate : rates.all) {
+            if (rate != m_model.irr)
+                others << NumberFormat::displayString(rate);
+        }
+        setNote(others.isEmpty() ? rates.reason : QStringLiteral("also: ") + others.join(u", "));
         setWaitingCompute(false);
     }
 }
@@ -410,6 +446,9 @@ void CalculatorController::displayResult()
 void CalculatorController::displayValue(double value)
 {
     setDisplayNumber(NumberFormat::displayString(value));
+    // A compute that has more to say sets its own note after this one.
+    if (!std::isfinite(value))
+        setNote(QStringLiteral("No number: this has no real value."));
 }
 
 void CalculatorController::displayAndLogValue(double value)

@@ -29,6 +29,7 @@ class CalculatorController : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString displayNumber READ displayNumber NOTIFY displayNumberChanged)
     Q_PROPERTY(QString resultLabel READ resultLabel NOTIFY resultLabelChanged)
+    Q_PROPERTY(QString note READ note NOTIFY noteChanged)
     Q_PROPERTY(QString expression READ expression NOTIFY expressionChanged)
     Q_PROPERTY(int selectionStart READ selectionStart NOTIFY expressionChanged)
     Q_PROPERTY(int selectionEnd READ selectionEnd NOTIFY expressionChanged)
@@ -47,6 +48,10 @@ public:
 
     QString displayNumber() const { return m_displayNumber; }
     QString resultLabel() const { return m_resultLabel; }
+    // One plain line on what the display shows: why it is no number after
+    // a compute (no IRR, no rate, I/Y 0), or the other rates when several
+    // fit; empty otherwise.
+    QString note() const { return m_note; }
     QString expression() const { return m_expression; }
     int selectionStart() const { return m_selectionStart; }
     int selectionEnd() const { return m_selectionEnd; }
@@ -117,6 +122,7 @@ public:
 
 signals:
     void displayNumberChanged();
+    void noteChanged();
     void resultLabelChanged();
     void expressionChanged();
     void modesChanged();
@@ -126,6 +132,9 @@ signals:
 
 private:
     void setDisplayNumber(const QString& text);
+    void setNote(const QString& note);
+    // Why a compute of register `name` gave no number.
+    QString tvmReason(const QString& name) const;
     void setResultLabel(const QString& text);
     void setExpression(const QString& text, int caret);
     void setWaitingCompute(bool waiting);
@@ -145,6 +154,7 @@ private:
     Presenter* m_presenter = nullptr;
     QString m_displayNumber = QStringLiteral("0");
     QString m_resultLabel;
+    QString m_note;
     QString m_expression;
     int m_selectionStart = 0;
     int m_selectionEnd = 0;

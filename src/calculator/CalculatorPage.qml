@@ -207,7 +207,29 @@ Page {
             font.bold: true
         }
 
+        // Why the display shows no number, or the other rates that fit.
         Text {
+            objectName: "note"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: display.top
+            anchors.leftMargin: 12
+            anchors.rightMargin: 12
+            visible: text.length > 0
+            horizontalAlignment: Text.AlignRight
+            text: controller.note
+            color: "#F2A93B"
+            font.pixelSize: 12
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+            elide: Text.ElideRight
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            id: display
+
             objectName: "display"
             anchors.right: parent.right
             anchors.bottom: parent.bottom

@@ -235,8 +235,10 @@ An argument of digits, ".", "+", "-", "*", "/", "(", ")" only types its
 characters one key each. STO=N and RCL=N press STO or RCL and answer the
 alert with N. ASCII aliases: UP DOWN DEL LEFT RIGHT SQRT POW PI.
 
-Prints "display: TEXT" and "label: TEXT"; --json gives the display, label,
-expression, history and the registers N, I/Y, PV, PMT, FV, P/Y, C/Y, NPV, IRR.
+Prints "display: TEXT" and "label: TEXT" (and "note: TEXT" when the display
+shows no number: why, or the other rates when several fit); --json gives the
+display, label, note, expression, history and the registers N, I/Y, PV, PMT,
+FV, P/Y, C/Y, NPV, IRR.
 
 Example, a 30-year loan payment:
   tallyvane-cli keys 12 P/Y 12 C/Y 360 N 6 I/Y 250000 PV 0 FV CPT PMT
@@ -281,6 +283,7 @@ void writeKeysJson(const CalculatorController& engine, QTextStream& out)
         values << QStringLiteral("\"%1\": %2").arg(QLatin1String(name), jsonNumber(value));
     out << "{\n  \"display\": " << jsonString(engine.displayNumber())
         << ",\n  \"label\": " << jsonString(engine.resultLabel())
+        << ",\n  \"note\": " << jsonString(engine.note())
         << ",\n  \"expression\": " << jsonString(engine.expression()) << ",\n  \"history\": ["
         << (history.isEmpty() ? QString()
                               : QStringLiteral("\n    ") + history.join(QStringLiteral(",\n    ")) +
@@ -329,8 +332,11 @@ int keysCommand(const QStringList& args, bool json, QTextStream& out, QTextStrea
     }
     if (json)
         writeKeysJson(engine, out);
-    else
+    else {
         out << "display: " << engine.displayNumber() << "\nlabel: " << engine.resultLabel() << '\n';
+        if (!engine.note().isEmpty())
+            out << "note: " << engine.note() << '\n';
+    }
     return 0;
 }
 

@@ -30,9 +30,10 @@ if(NOT rc EQUAL 0 OR NOT out MATCHES "futureValue: 3895.976")
     message(FATAL_ERROR "calc tvm --solve FV: rc=${rc} out='${out}' err='${err}'")
 endif()
 
-# Cash flows with no IRR (a single outlay) have no answer: NaN.
+# Cash flows with no IRR (a single outlay) have no answer: NaN, and why.
 execute_process(COMMAND ${CLI} keys CF -1 ENTER CPT IRR
     OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE rc)
-if(NOT rc EQUAL 0 OR NOT out STREQUAL "display: NaN\nlabel: IRR\n")
+if(NOT rc EQUAL 0 OR NOT out STREQUAL
+        "display: NaN\nlabel: IRR\nnote: No IRR: the cash flows never change sign.\n")
     message(FATAL_ERROR "keys CF -1 ENTER CPT IRR: rc=${rc} out='${out}' err='${err}'")
 endif()

@@ -102,9 +102,12 @@ Outcome runProgram(const QStringList& command)
 }
 
 // The value a case names in the output: "values"/"registers" first, then
-// the top level ("display", "label").
+// the top level ("display", "label"); "notes.payment" names the note of a
+// value directly.
 QJsonValue lookUp(const QJsonObject& output, const QString& key)
 {
+    if (key.startsWith(QLatin1String("notes.")))
+        return output.value(QStringLiteral("notes")).toObject().value(key.mid(6));
     for (const char* group : {"values", "registers", "notes"}) {
         const QJsonObject inner = output.value(QLatin1String(group)).toObject();
         if (inner.contains(key))
@@ -160,8 +163,9 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
             const QString want = it->toString();
             const QString got = actual.toString();
             const bool isNote =
-                output.value(QStringLiteral("notes")).toObject().contains(it.key()) &&
-                !output.value(QStringLiteral("values")).toObject().contains(it.key());
+                it.key().startsWith(QLatin1String("notes.")) ||
+                (output.value(QStringLiteral("notes")).toObject().contains(it.key()) &&
+                 !output.value(QStringLiteral("values")).toObject().contains(it.key()));
             if (isNote ? !got.startsWith(want) : got != want)
                 failures << QStringLiteral("%1: \"%2\", expected \"%3\"").arg(it.key(), got, want);
             continue;

@@ -370,15 +370,25 @@ QStringList AmortizationModel::dataForXAxisWithLineNumber(int) const
 {
     QStringList labels{QStringLiteral("0")};
     const int perYear = std::max(1, int(paymentsPerYear));
-    for (qsizetype end : yearEnds())
-        labels << yearsText(double(end + 1) / perYear);
+    for (qsizetype end : yearEnds()) {
+        // Every label differs (the chart places a point by its label): a
+        // last payment within a year after the one before it keeps its
+        // decimals.
+        const double years = double(end + 1) / perYear;
+        const QString whole = yearsText(years, years < 100 ? 2 : 0);
+        labels << (whole == labels.last() ? yearsText(years, 2) : whole);
+    }
     return labels;
 }
 
-// Years with at most two decimals, none when whole ("3", "1.08", "83333.33").
-QString AmortizationModel::yearsText(double years)
+// Years with at most `decimals` decimals, none when whole ("3", "1.08");
+// from 100 years on the axis shows whole years, so that long labels fit
+// ("83333").
+QString AmortizationModel::yearsText(double years, int decimals)
 {
-    QString text = QString::number(years, 'f', 2);
+    QString text = QString::number(years, 'f', decimals);
+    if (decimals == 0)
+        return text;
     while (text.endsWith(QLatin1Char('0')))
         text.chop(1);
     if (text.endsWith(QLatin1Char('.')))

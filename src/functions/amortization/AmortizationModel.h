@@ -140,7 +140,7 @@ protected:
 private:
     // The schedule rows that end a year (and the last one).
     QList<qsizetype> yearEnds() const;
-    static QString yearsText(double years);
+    static QString yearsText(double years, int decimals);
     void clearResults();
     // Leaves every result NaN, each with `reason` as its note.
     void refuse(const QString& reason);

@@ -121,7 +121,8 @@ void AmortizationController::fieldChanged()
     showResultOf(QStringLiteral("numberOfPaymentsLabel"), "numberOfPayments");
     showResultOf(QStringLiteral("totalInterestLabel"), "totalInterest");
     showResultOf(QStringLiteral("totalPaidLabel"), "totalPaid");
-    v->setText(QStringLiteral("payoffDateLabel"), m->payoffDate.toString(Qt::ISODate));
+    showResultOf(QStringLiteral("lastPaymentLabel"), "lastPayment");
+    v->setText(QStringLiteral("payoffDateLabel"), m->payoffDateText());
     showResultOf(QStringLiteral("rangePrincipalLabel"), "rangePrincipal");
     showResultOf(QStringLiteral("rangeInterestLabel"), "rangeInterest");
     showResultOf(QStringLiteral("rangeBalanceLabel"), "rangeBalance");
@@ -136,7 +137,7 @@ QVariantMap AmortizationController::scheduleRow(int index) const
         return {};
     const AmortizationModel::Row& r = rows.at(index);
     return {{QStringLiteral("period"), r.period},
-            {QStringLiteral("date"), r.date.toString(Qt::ISODate)},
+            {QStringLiteral("date"), AmortizationModel::isoDate(r.date)},
             {QStringLiteral("payment"), stringFromDouble(r.payment)},
             {QStringLiteral("interest"), stringFromDouble(r.interest)},
             {QStringLiteral("principal"), stringFromDouble(r.principal)},

@@ -6,8 +6,8 @@
 // paymentsPerYearButton, compoundingPerYearButton, paymentModeButton,
 // extraPaymentField, firstPaymentDateField, roundToCentsField,
 // rangeStartField, rangeEndField; paymentLabel, numberOfPaymentsLabel,
-// totalInterestLabel, totalPaidLabel, payoffDateLabel, rangePrincipalLabel,
-// rangeInterestLabel, rangeBalanceLabel.
+// totalInterestLabel, totalPaidLabel, lastPaymentLabel, payoffDateLabel,
+// rangePrincipalLabel, rangeInterestLabel, rangeBalanceLabel.
 class AmortizationView : public QVFunctionView {
     Q_OBJECT
 

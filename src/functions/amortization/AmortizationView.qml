@@ -124,6 +124,11 @@ FunctionScreen {
     }
     ResultRow {
         controller: screen.controller
+        outlet: "lastPaymentLabel"
+        label: qsTr("Last payment")
+    }
+    ResultRow {
+        controller: screen.controller
         outlet: "payoffDateLabel"
         label: qsTr("Payoff date")
     }

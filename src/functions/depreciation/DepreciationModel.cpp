@@ -15,31 +15,41 @@ void DepreciationModel::configureNames()
               QStringLiteral("Depreciation")});
 }
 
-// The depreciation of each whole asset year, for SL and SYD.
+// The first year's months ÷ 12, then whole years, and what is left of the
+// life in the last: 0.25, 1, 1, 1, 0.75 for four years bought in October;
+// 1, 1, 1, 1, 1, 0.5 for 5.5 years bought in January.
+QList<double> DepreciationModel::yearShares(double months) const
+{
+    QList<double> shares;
+    double elapsed = 0; // years of life used so far
+    // A leftover below a second of a year is rounding, not a year.
+    while (life - elapsed > 1e-9 && shares.size() <= maximumYears) {
+        shares << (shares.isEmpty() ? std::min(months / 12, life) : std::min(1.0, life - elapsed));
+        elapsed += shares.last();
+    }
+    return shares;
+}
+
+// The depreciation of each whole asset year, for SYD.
 QList<double> DepreciationModel::assetYears(int years) const
 {
     QList<double> amounts;
     const double base = cost - salvage;
-    for (int n = 1; n <= years; ++n) {
-        if (method == QLatin1String("SYD"))
-            amounts << base * (years - n + 1) * 2 / (double(years) * (years + 1));
-        else
-            amounts << base / years;
-    }
+    for (int n = 1; n <= years; ++n)
+        amounts << base * (years - n + 1) * 2 / (double(years) * (years + 1));
     return amounts;
 }
 
 // Declining balance at factor % of the straight-line rate, switching to
-// straight line over what is left of the life when that is larger; the
-// first calendar year holds `months` of the first asset year.
-QList<double> DepreciationModel::decliningBalance(int calendarYears, double months) const
+// straight line over what is left of the life when that is larger, each
+// calendar year holding its share of a year of life.
+QList<double> DepreciationModel::decliningBalance(const QList<double>& shares) const
 {
     QList<double> amounts;
     const double rate = factor / 100 / life;
     double book = cost;
     double elapsed = 0; // years of life used so far
-    for (int year = 0; year < calendarYears; ++year) {
-        const double share = year == 0 ? months / 12 : std::min(1.0, life - elapsed);
+    for (const double share : shares) {
         const double remaining = life - elapsed;
         const double declining = book * rate * share;
         const double straight = remaining > 0 ? (book - salvage) * share / remaining : 0;
@@ -75,20 +85,36 @@ QList<double> DepreciationModel::fixedDecliningBalance(int calendarYears, double
 void DepreciationModel::calculateResult()
 {
     schedule.clear();
+    clearNotes();
     firstYearDepreciation = totalDepreciation = std::numeric_limits<double>::quiet_NaN();
+    const auto explain = [this](const QString& reason) {
+        setNote(QStringLiteral("firstYearDepreciation"), reason);
+        setNote(QStringLiteral("totalDepreciation"), reason);
+    };
     const double wholeLife = std::trunc(life);
     const double months = std::trunc(firstYearMonths);
-    if (!(wholeLife >= 1 && wholeLife < maximumYears) || !(months >= 1 && months <= 12) ||
-        !std::isfinite(cost) || !std::isfinite(salvage))
-        return;
+    if (cost == 0)
+        return explain(QStringLiteral("Enter the cost."));
+    if (!std::isfinite(cost) || !std::isfinite(salvage))
+        return explain(QStringLiteral("The cost or the salvage value is too large."));
+    if (life == 0)
+        return explain(QStringLiteral("Enter the life in years."));
+    if (!(life >= 1))
+        return explain(QStringLiteral("The life must be at least 1 year."));
+    if (!(life < maximumYears))
+        return explain(QStringLiteral("The life must be under 1,000 years."));
+    if (firstYearMonths == 0)
+        return explain(QStringLiteral("Enter the months of the first year, 1 to 12."));
+    if (!(months >= 1 && months <= 12))
+        return explain(QStringLiteral("The first year has 1 to 12 months."));
     const int years = int(wholeLife);
     const int calendarYears = months < 12 ? years + 1 : years;
     QList<double> amounts;
     if (method == QLatin1String("DDB")) {
-        amounts = decliningBalance(calendarYears, months);
+        amounts = decliningBalance(yearShares(months));
     } else if (method == QLatin1String("DB")) {
         amounts = fixedDecliningBalance(calendarYears, months);
-    } else {
+    } else if (method == QLatin1String("SYD")) {
         // Each asset year spread over the calendar years it falls in.
         const QList<double> whole = assetYears(years);
         const double first = months / 12;
@@ -97,6 +123,10 @@ void DepreciationModel::calculateResult()
             const double previous = year > 0 ? whole.at(year - 1) : 0;
             amounts << first * current + (1 - first) * previous;
         }
+    } else {
+        // Straight line: each calendar year its share of a year of life.
+        for (const double share : yearShares(months))
+            amounts << (cost - salvage) * share / life;
     }
     double accumulated = 0;
     for (int year = 0; year < amounts.size(); ++year) {
@@ -105,6 +135,13 @@ void DepreciationModel::calculateResult()
     }
     firstYearDepreciation = amounts.value(0);
     totalDepreciation = accumulated;
+    if (method == QLatin1String("DB") && !std::isfinite(totalDepreciation)) {
+        schedule.clear();
+        firstYearDepreciation = totalDepreciation = std::numeric_limits<double>::quiet_NaN();
+        explain(QStringLiteral("DB needs a cost above 0 and a salvage value from 0 to the cost."));
+    } else if (method == QLatin1String("SYD") && life != wholeLife) {
+        explain(QStringLiteral("SYD counts whole years: a life of %1 years is used.").arg(years));
+    }
 }
 
 QByteArray DepreciationModel::scheduleCsv() const

@@ -14,12 +14,20 @@
 //   left when that is larger, never below the salvage value;
 // - "DB", fixed-declining balance at the rate 1 − (salvage ÷ cost)^(1/life)
 //   rounded to three decimals.
-// The first year holds `firstYearMonths` months (1 to 12): SL, SYD and DDB
-// spread each asset year over the calendar years it falls in, DB takes that
-// part of its first year's rate and the rest in a last year; with fewer
-// than 12 months the schedule runs one calendar year longer than the life.
-// Bad inputs (a life below 1, no cost) give NaN or an empty schedule, never
-// a hang: the schedule has at most maximumYears rows.
+// The first year holds `firstYearMonths` months (1 to 12). SL and DDB take
+// the life as given, fractions included: each calendar year holds its share
+// of a year of life (the first year's months ÷ 12, whole years after, and
+// what is left of the life in the last), so a life of 5.5 years bought in
+// January runs six calendar years, the last holding half a year, and both
+// reach the salvage value at its end. SYD counts whole years of life by its
+// definition (a fractional life is cut to whole years, with a note) and
+// spreads each asset year over the calendar years it falls in; DB takes
+// that part of its first year's rate and the rest in a last year. With
+// fewer than 12 months in the first year the schedule runs one calendar
+// year longer.
+// Bad inputs (a life below 1, no cost) give NaN with a note saying why and
+// an empty schedule, never a hang: the schedule has at most maximumYears + 1
+// rows.
 class DepreciationModel : public QVFunctionModel {
     Q_OBJECT
     Q_PROPERTY(double cost MEMBER cost)
@@ -45,7 +53,7 @@ public:
 
     double cost = 0;
     double salvage = 0;
-    double life = 0; // whole years
+    double life = 0; // years
     double firstYearMonths = 12;
     QString method = QStringLiteral("SL");
     double factor = 200; // percent, for DDB
@@ -62,7 +70,9 @@ protected:
     void configureNames() override;
 
 private:
+    // The share of a year of life in each calendar year, for SL and DDB.
+    QList<double> yearShares(double months) const;
     QList<double> assetYears(int years) const;
-    QList<double> decliningBalance(int calendarYears, double months) const;
+    QList<double> decliningBalance(const QList<double>& shares) const;
     QList<double> fixedDecliningBalance(int calendarYears, double months) const;
 };

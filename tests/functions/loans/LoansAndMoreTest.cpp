@@ -11,6 +11,7 @@
 #include "platform/Services.h"
 
 #include <QImage>
+#include <QSet>
 #include <cmath>
 
 namespace {
@@ -347,6 +348,21 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     type("extraPaymentField", "0");
     loan("1000", "5", "3", "Annually");
     EXPECT_EQ(m.dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2", "3"}));
+
+    // Long loans: whole years from 100 on, a partial last year with its
+    // decimals, at most 1,200 year ends over a million payments, and never
+    // one label twice (the chart places each point by its label).
+    for (const auto& [years, frequency, count, last] :
+         {std::tuple("150.25", "Monthly", 152, "150.25"),
+          std::tuple("1000000", "Annually", 1201, "1000000")}) {
+        loan("1000", "5", years, frequency);
+        const QStringList labels = m.dataForXAxisWithLineNumber(0);
+        EXPECT_EQ(labels.size(), count) << years;
+        EXPECT_EQ(labels.last(), last);
+        EXPECT_EQ(QSet<QString>(labels.begin(), labels.end()).size(), labels.size()) << years;
+        EXPECT_EQ(m.dataForYAxisWithLineNumber(1).size(), labels.size());
+    }
+    EXPECT_EQ(m.dataForXAxisWithLineNumber(0).at(100), "83333") << "spread over the whole loan";
 
     // Nonsense never hangs: a term beyond any loan gives no schedule.
     loan("1000", "5", "100000", "Weekly");

@@ -331,11 +331,6 @@ public:
     {
         return QVNumericTextField::changedSign(text);
     }
-    // A typed text that is no number (it counts as 0; fields mark it).
-    Q_INVOKABLE static bool isUnreadable(const QString& text)
-    {
-        return NumberFormat::isUnreadable(text);
-    }
     // Why a typed text is no number or no date, in one plain line ("Not a
     // number", "Ambiguous: write 1234 or 1,234", "Not a date: use
     // YYYY-MM-DD"); empty when it can be read or is empty.

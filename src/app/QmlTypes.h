@@ -11,6 +11,7 @@
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"
 #include "charts/MultiLineGraphView.h"
+#include "framework/DateText.h"
 #include "framework/FunctionTableModel.h"
 #include "framework/NumberFormat.h"
 #include "framework/QVChartController.h"
@@ -330,9 +331,27 @@ public:
     {
         return QVNumericTextField::changedSign(text);
     }
-    // A typed text that is no number (it counts as 0; fields mark it).
-    Q_INVOKABLE static bool isUnreadable(const QString& text)
+    // Why a typed text is no number or no date, in one plain line ("Not a
+    // number", "Ambiguous: write 1234 or 1,234", "Not a date: use
+    // YYYY-MM-DD"); empty when it can be read or is empty.
+    Q_INVOKABLE static QString numberProblem(const QString& text)
     {
-        return NumberFormat::isUnreadable(text);
+        return NumberFormat::problemWith(text);
+    }
+    Q_INVOKABLE static QString dateProblem(const QString& text)
+    {
+        return DateText::problemWith(text);
+    }
+    // The line a marked field shows: its problem and, in the calculators
+    // that count such a text as 0, that they do ("Not a number: counts as
+    // 0"). Tallyvane's own calculators leave their results blank instead and
+    // show the problem alone.
+    Q_INVOKABLE static QString markLine(const QString& problem, bool countsAsZero)
+    {
+        if (problem.isEmpty() || !countsAsZero)
+            return problem;
+        if (problem == NumberFormat::problemWith(QStringLiteral("x")))
+            return problem + QStringLiteral(": counts as 0");
+        return problem + QStringLiteral(" (counts as 0)");
     }
 };

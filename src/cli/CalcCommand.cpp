@@ -74,6 +74,11 @@ Prints one "name: text" line per model value, formatted as on screen;
 reports, as the screen's Export > Save does. A table takes a comma list, at
 most as many values as it has rows ("tallyvane-cli list" shows the limit:
 cashArray[100]).
+
+A value that cannot be read (a number field's "12,5x", a date that does not
+exist, an ambiguous "1.234" where "." groups thousands) is an error naming
+the field and the text, exit 1; the screen would mark it. An empty value
+(field=) empties the field.
 )usage";
 
 // Answers the screen's action sheets and alerts from a script.
@@ -153,6 +158,13 @@ QString jsonOf(const QVariant& value, bool whole)
     return jsonString(value.toString());
 }
 
+// The line a field's mark shows ("Not a number") as the end of an error
+// about its text: "is not a number".
+QString unreadable(const QString& problem)
+{
+    return QStringLiteral("is ") + problem.left(1).toLower() + problem.mid(1);
+}
+
 const TableInput* findTable(const QList<TableInput>& tables, const QString& key)
 {
     for (const TableInput& table : tables) {
@@ -229,6 +241,15 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
                     << values.size() << " given)\n";
                 return 1;
             }
+            const bool dates = table->cells == TableInput::Cells::Dates;
+            for (qsizetype k = 0; k < values.size(); ++k) {
+                const QString problem = QVFunctionController::problemWith(values.at(k), dates);
+                if (!problem.isEmpty()) {
+                    err << table->property << ": \"" << CliSupport::printable(values.at(k))
+                        << "\" (value " << k + 1 << ") " << unreadable(problem) << '\n';
+                    return 1;
+                }
+            }
             controller->setTableInput(table->property, values);
             continue;
         }
@@ -237,7 +258,16 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             return 1;
         }
         const QString value = arg.mid(equals + 1);
-        if (input->kind == FunctionInput::Kind::Field) {
+        if (input->kind != FunctionInput::Kind::Choice) {
+            // The screen marks a text it cannot read (and, in some
+            // calculators, counts it as 0); a script is told and stops.
+            const QString problem = QVFunctionController::problemWith(
+                value, input->kind == FunctionInput::Kind::DateField);
+            if (!problem.isEmpty()) {
+                err << input->property << ": \"" << CliSupport::printable(value) << "\" "
+                    << unreadable(problem) << '\n';
+                return 1;
+            }
             controller->editField(input->outlet, value);
             continue;
         }

@@ -7,8 +7,9 @@ import Tallyvane
 // edit goes to the controller as the screen's change action. "±" (the
 // Change Sign accessory, on fields that have it) flips the sign without
 // recomputing (the results go stale until the next edit, or Return);
-// "Done" on a touch keyboard closes it. A text that is no
-// number is marked, with a line saying it counts as 0.
+// "Done" on a touch keyboard closes it. A text that is no number (or an
+// ambiguous one, "1.234" where "." groups thousands) is marked, with a line
+// saying why and, where it does, that it counts as 0.
 ColumnLayout {
     id: row
 
@@ -19,7 +20,11 @@ ColumnLayout {
     // Plain text fields (the tip calculator's) have no "±".
     property bool signable: true
     readonly property alias field: field
-    readonly property bool unreadable: Formats.isUnreadable(field.text)
+    // The calculators that count a text they cannot read as 0 say so in
+    // the mark; Tallyvane's own ones leave their results blank instead.
+    property bool countsAsZero: true
+    readonly property string problem: Formats.numberProblem(field.text)
+    readonly property bool unreadable: problem.length > 0
     // Why a solved value in this field is no number, when it is not.
     readonly property string note: row.controller.view.notes[row.outlet] ?? ""
 
@@ -83,8 +88,10 @@ ColumnLayout {
         id: hint
 
         objectName: row.outlet + "Hint"
+        Layout.fillWidth: true
         visible: row.unreadable
-        text: qsTr("Not a number: counts as 0")
+        wrapMode: Text.Wrap
+        text: Formats.markLine(row.problem, row.countsAsZero)
         color: AppTheme.danger
         font.pixelSize: 12
     }

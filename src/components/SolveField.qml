@@ -11,6 +11,8 @@ RowLayout {
     required property QVFunctionController controller
     required property string name
     property string label
+    // See NumericField.
+    property bool countsAsZero: true
 
     Layout.fillWidth: true
     Layout.rightMargin: AppTheme.margin
@@ -20,6 +22,7 @@ RowLayout {
         controller: solveRow.controller
         outlet: solveRow.name + "Field"
         label: solveRow.label
+        countsAsZero: solveRow.countsAsZero
         Layout.rightMargin: 6
     }
     Button {

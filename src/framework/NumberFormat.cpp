@@ -174,7 +174,56 @@ QString preciseString(double value)
     return QString::number(value, 'g', 17);
 }
 
-std::optional<double> readNumber(const QString& text, const QLocale& locale)
+namespace {
+
+// What reading a text found: its number, or why there is none.
+struct Reading {
+    Reading() = default;
+    Reading(std::optional<double> number) : value(number) {}
+    std::optional<double> value;
+    // The text could be a decimal or a grouped thousand (see the header);
+    // `whole` and `decimal` are the two ways to write what was meant.
+    bool ambiguous = false;
+    QString whole;
+    QString decimal;
+};
+
+// The exponent after "e" or "E": an optional ASCII sign and digits, to the
+// end of the text. Appends it to `ascii` and returns its value, saturated
+// far beyond any double's range, or nothing when it is malformed.
+std::optional<int> readExponent(QStringView rest, QVarLengthArray<char, 64>& ascii)
+{
+    qsizetype i = 0;
+    bool negative = false;
+    if (i < rest.size() && (rest[i] == u'-' || rest[i] == u'+')) {
+        negative = rest[i] == u'-';
+        ++i;
+    }
+    ascii.append(negative ? '-' : '+');
+    int value = 0;
+    bool seenDigit = false;
+    while (i < rest.size()) {
+        const DecimalDigit digit = decimalDigitAt(rest, i);
+        if (!digit)
+            return std::nullopt;
+        ascii.append(char('0' + digit.value));
+        value = std::min(value * 10 + digit.value, 100'000'000);
+        seenDigit = true;
+        i += digit.length;
+    }
+    if (!seenDigit)
+        return std::nullopt;
+    return negative ? -value : value;
+}
+
+// A "." and three digits could group thousands in `locale`: its grouping
+// separator is "." (and its decimal separator something else).
+bool groupsWithPoint(const QLocale& locale)
+{
+    return withoutMarks(locale.groupSeparator()) == u"." && decimalSeparator(locale) != u".";
+}
+
+Reading read(const QString& text, const QLocale& locale)
 {
     // Only a text with characters outside ASCII can hold marks.
     QString unmarked;
@@ -197,9 +246,9 @@ std::optional<double> readNumber(const QString& text, const QLocale& locale)
         }
     }
     if (rest == u"Infinity")
-        return negative ? -infinity : infinity;
+        return {negative ? -infinity : infinity};
     if (rest == u"NaN")
-        return negative ? std::nullopt : std::optional<double>(notANumber);
+        return {negative ? std::nullopt : std::optional<double>(notANumber)};
 
     // The digits in ASCII with "." as the point, for the conversion.
     QVarLengthArray<char, 64> ascii;
@@ -207,51 +256,106 @@ std::optional<double> readNumber(const QString& text, const QLocale& locale)
         ascii.append('-');
     QString separator; // looked up at the first character that is no digit
     bool seenPoint = false;
+    bool pointIsFullStop = false; // the point was written "."
     bool seenDigit = false;
-    bool integerNonZero = false;
+    int integerDigits = 0;  // before the point, after leading zeros
+    int leadingZeros = 0;   // after the point, before the first other digit
+    int fractionDigits = 0; // after the point
+    std::optional<int> exponent;
     for (qsizetype i = 0; i < rest.size();) {
         if (const DecimalDigit digit = decimalDigitAt(rest, i)) {
             ascii.append(char('0' + digit.value));
             seenDigit = true;
-            integerNonZero = integerNonZero || (!seenPoint && digit.value != 0);
+            if (!seenPoint) {
+                if (integerDigits > 0 || digit.value != 0)
+                    ++integerDigits;
+            } else {
+                if (integerDigits == 0 && leadingZeros == fractionDigits && digit.value == 0)
+                    ++leadingZeros;
+                ++fractionDigits;
+            }
             i += digit.length;
             continue;
+        }
+        if (seenDigit && (rest[i] == u'e' || rest[i] == u'E')) {
+            ascii.append('e');
+            exponent = readExponent(rest.mid(i + 1), ascii);
+            if (!exponent)
+                return {}; // "1e", "1e+", "1e5x"
+            break;
         }
         if (separator.isEmpty())
             separator = decimalSeparator(locale);
         qsizetype pointLength = 0;
-        if (rest.mid(i).startsWith(separator))
+        if (rest.mid(i).startsWith(separator)) {
             pointLength = separator.size();
-        else if (rest[i] == u'.')
+            pointIsFullStop = separator == u".";
+        } else if (rest[i] == u'.') {
             pointLength = 1;
+            pointIsFullStop = true;
+        }
         if (pointLength == 0 || seenPoint)
-            return std::nullopt; // a second separator or any other character
+            return {}; // a second separator or any other character
         seenPoint = true;
         ascii.append('.');
         i += pointLength;
     }
     if (!seenDigit)
-        return std::nullopt;
+        return {};
+
+    if (pointIsFullStop && fractionDigits == 3 && integerDigits > 0 && !exponent &&
+        groupsWithPoint(locale)) {
+        Reading ambiguous;
+        ambiguous.ambiguous = true;
+        const QLatin1String digits(ascii.data(), ascii.size());
+        ambiguous.whole = QString(digits).remove(QLatin1Char('.'));
+        ambiguous.decimal = QString(digits).replace(QLatin1Char('.'), decimalSeparator(locale));
+        return ambiguous;
+    }
 
     double value = 0.0;
-    const auto result =
-        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
+    const auto result = std::from_chars(ascii.data(), ascii.data() + ascii.size(), value,
+                                        std::chars_format::general);
     if (result.ec == std::errc::result_out_of_range) {
-        // Too large a number is infinite, too small a one is 0.
-        const double magnitude = integerNonZero ? infinity : 0.0;
-        return negative ? -magnitude : magnitude;
+        // Too large a number is infinite, too small a one is 0: the decimal
+        // exponent of its first significant digit tells which.
+        const int magnitude =
+            (integerDigits > 0 ? integerDigits : -leadingZeros) + exponent.value_or(0);
+        const double size = magnitude > 0 ? infinity : 0.0;
+        return {negative ? -size : size};
     }
-    return result.ec == std::errc() ? std::optional<double>(value) : std::nullopt;
+    if (result.ec != std::errc() || result.ptr != ascii.data() + ascii.size())
+        return {};
+    return {value};
+}
+
+} // namespace
+
+std::optional<double> readNumber(const QString& text, const QLocale& locale)
+{
+    return read(text, locale).value;
 }
 
 double numberFromText(const QString& text, const QLocale& locale)
 {
-    return readNumber(text, locale).value_or(0.0);
+    return read(text, locale).value.value_or(0.0);
 }
 
 bool isUnreadable(const QString& text, const QLocale& locale)
 {
     return !text.trimmed().isEmpty() && !readNumber(text, locale);
+}
+
+QString problemWith(const QString& text, const QLocale& locale)
+{
+    if (text.trimmed().isEmpty())
+        return {};
+    const Reading reading = read(text, locale);
+    if (reading.value)
+        return {};
+    if (reading.ambiguous)
+        return QStringLiteral("Ambiguous: write %1 or %2").arg(reading.whole, reading.decimal);
+    return QStringLiteral("Not a number");
 }
 
 QString stringFromDouble(double value, const QLocale& locale)

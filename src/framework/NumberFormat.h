@@ -50,7 +50,8 @@ QString decimalSeparator(const QLocale& locale = QLocale());
 QString preciseString(double value);
 
 // Reading, the one rule for every typed or stored number text (form
-// fields, period fields, table cells, the keypad's stored texts):
+// fields, period fields, table cells, the command line, the keypad's stored
+// texts):
 // - invisible marks (Unicode format characters such as the direction marks
 //   U+200E, U+200F and U+061C) are ignored wherever they stand, and so is
 //   white space around the number;
@@ -62,21 +63,39 @@ QString preciseString(double value);
 //   keyboard means what it shows;
 // - at most one decimal separator, the locale's or "."; so "0.125" reads
 //   0.125 under a German locale too;
-// - nothing else: no grouping separators, no exponent. A text with a
-//   second separator ("1.000,5"), a comma in a locale that has none
-//   ("1,125" under C), an exponent ("1e400") or any other character is
-//   unreadable and, like an empty text, counts as 0;
+// - an optional exponent after at least one digit: "e" or "E", an optional
+//   "+" or "-", digits, in every locale ("1E6", "2.5e-3", "1E+06" as a
+//   spreadsheet shows it). Pasted and scientific values mean what they say
+//   instead of counting as 0;
+// - nothing else: no grouping separators. A text with a second separator
+//   ("1.000,5"), a comma in a locale that has none ("1,125" under C) or any
+//   other character is unreadable and, like an empty text, counts as 0;
 // - "NaN", "Infinity" and "-Infinity" (with either minus) read back as
 //   what the writing rule spells that way.
-// A number too large for a double is infinite, one too small is 0.
-// Period fields and table cells follow this rule too, where they used to
-// take the leading number of a text ("12 months" as 12, "1e400" as
-// Infinity): now every text reads alike, and such texts are unreadable.
+// A number too large for a double is infinite ("1e400", or 400 nines), one
+// too small is 0 ("1e-400"): the text is a number, only beyond what a
+// double holds, and infinity is what the writing rule spells for it.
+//
+// Ambiguity: where the locale groups thousands with "." (German, Italian,
+// Spanish, Dutch, Brazilian Portuguese, ...), a text whose only separator
+// is one "." followed by exactly three digits and nothing else, after a
+// non-zero integer part ("1.234", "-12.500"), is ambiguous: a reader of
+// that locale takes it for 1234, a reader of the "." rule for 1.234. Such
+// a text is not read (it counts as 0 where unreadable texts do) and is
+// marked, so the user writes which one is meant. "0.125", ".125" and
+// "1.2345" are not ambiguous: a grouped thousand has no leading 0 and
+// exactly three digits after each separator. Elsewhere "." is a decimal
+// point only and "1.234" reads 1.234.
 double numberFromText(const QString& text, const QLocale& locale = QLocale());
 // The same rule, telling an unreadable text (nothing) from a number.
 std::optional<double> readNumber(const QString& text, const QLocale& locale = QLocale());
 // A text that is there but is no number by this rule (and so counts as 0):
 // the forms mark such a field.
 bool isUnreadable(const QString& text, const QLocale& locale = QLocale());
+// Why a text cannot be read, in one plain line for its mark: "Not a
+// number", or for an ambiguous one "Ambiguous: write 1234 or 1,234" (both
+// readings as this rule takes them, with the locale's decimal separator).
+// Empty for a number and for an empty text.
+QString problemWith(const QString& text, const QLocale& locale = QLocale());
 
 } // namespace NumberFormat

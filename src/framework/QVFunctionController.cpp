@@ -1,5 +1,6 @@
 #include "QVFunctionController.h"
 
+#include "DateText.h"
 #include "FallbackNotices.h"
 #include "HtmlPages.h"
 #include "NumberFormat.h"
@@ -11,6 +12,7 @@
 #include "reports/QVFileManager.h"
 
 #include <QFile>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -320,9 +322,32 @@ void QVFunctionController::openChoice(const QString& outlet)
     }
 }
 
+QString QVFunctionController::problemWith(const QString& text, bool date)
+{
+    return date ? DateText::problemWith(text) : NumberFormat::problemWith(text);
+}
+
+QString QVFunctionController::fieldProblem(const QString& outlet) const
+{
+    bool date = false;
+    for (const FunctionInput& input : inputs()) {
+        if (input.outlet == outlet)
+            date = input.kind == FunctionInput::Kind::DateField;
+    }
+    return problemWith(m_view->text(outlet), date);
+}
+
 double QVFunctionController::fieldNumber(const QString& outlet) const
 {
     return NumberFormat::numberFromText(m_view->text(outlet));
+}
+
+double QVFunctionController::givenNumber(const QString& outlet) const
+{
+    const QString text = m_view->text(outlet);
+    if (text.trimmed().isEmpty())
+        return 0;
+    return NumberFormat::readNumber(text).value_or(std::numeric_limits<double>::quiet_NaN());
 }
 
 void QVFunctionController::showNumber(const QString& outlet, double value, const QString& suffix)

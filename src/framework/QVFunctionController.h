@@ -13,10 +13,11 @@
 class Presenter;
 
 // One input of a calculator screen: the model property it sets and the view
-// outlet that holds it. A field is typed into; a choice is a button whose
-// action sheet (`action`) offers words ("Monthly", "BEG").
+// outlet that holds it. A field is typed into and takes a number, a date
+// field takes a date (YYYY-MM-DD); a choice is a button whose action sheet
+// (`action`) offers words ("Monthly", "BEG").
 struct FunctionInput {
-    enum class Kind { Field, Choice };
+    enum class Kind { Field, DateField, Choice };
     FunctionInput(QString property, QString outlet, Kind kind = Kind::Field, QString action = {})
         : property(std::move(property)), outlet(std::move(outlet)), kind(kind),
           action(std::move(action))
@@ -28,10 +29,13 @@ struct FunctionInput {
 };
 
 // A table of the screen (cash flows, states, per-period rates): the name
-// the command line takes it by and the most rows it holds.
+// the command line takes it by, the most rows it holds and what its cells
+// take.
 struct TableInput {
+    enum class Cells { Numbers, Dates };
     QString property;
     int maximumRows = 0;
+    Cells cells = Cells::Numbers;
 };
 
 // Base of every calculator screen: the title, the export flow (save the
@@ -68,6 +72,13 @@ public:
     void mailComposerFinished();
 
     Q_INVOKABLE static QString stringFromDouble(double value);
+    // Why `text` cannot be read as what a field or cell takes (a number by
+    // NumberFormat's rule, a date by DateText's), in one plain line ("Not a
+    // number", "Not a date: use YYYY-MM-DD"); empty when it can be read, or
+    // is empty.
+    static QString problemWith(const QString& text, bool date);
+    // The same for the text now in the input field `outlet`.
+    QString fieldProblem(const QString& outlet) const;
 
     // The title of the alert that tells why a report was not saved.
     static QString saveFailureTitle();
@@ -134,6 +145,10 @@ protected:
 
     // The number typed in a field; empty or unreadable text is 0.
     double fieldNumber(const QString& outlet) const;
+    // The same for calculators whose results stay blank rather than count a
+    // text they cannot read as 0: NaN for such a text (an empty field is
+    // still 0), so every result that depends on it is NaN too.
+    double givenNumber(const QString& outlet) const;
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
     // Shows the model's result `property` in `outlet`, with the model's note

@@ -12,8 +12,9 @@ namespace RateTable {
 
 // A cell's text: empty for 0 or a row outside the column, else the value
 // as NumberFormat::exactString writes it. Cells are read back by the one
-// reading rule, which knows no exponent, so a cell never shows the short
-// %g form ("1.23457e+06"): it shows "1234567", which reads back unchanged.
+// reading rule, so a cell never shows a rounded short form ("1.23457e+06"
+// would read back as another number): it shows "1234567", which reads back
+// unchanged.
 QString cellText(const QList<double>& column, int row);
 // The texts of the first `rows` cells.
 QStringList columnTexts(const QList<double>& column, int rows);

@@ -13,6 +13,7 @@
 #include <QScopeGuard>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <cmath>
 
 namespace {
 
@@ -369,6 +370,55 @@ TEST_F(CliTest, MessagesSayWhatTheScreenShowsAndWhatWentWrong)
                     .match(date)
                     .hasMatch())
         << date.toStdString();
+}
+
+// Where "." groups thousands (German, Italian, ...), "1.234" could mean
+// 1234 or 1.234: the command line refuses it like any unreadable value,
+// naming both ways to write it, in a field and in a table cell alike. The
+// same text is a plain decimal under C. (tests/vectors/unreadable.jsonl has
+// the other kinds of unreadable values.)
+TEST_F(CliTest, AnAmbiguousThousandIsRefusedWhereThePointGroupsThousands)
+{
+    const QLocale process;
+    const auto restore = qScopeGuard([process] { QLocale::setDefault(process); });
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(run({"calc", "breakeven", "fixedCost=1.234"}), 1);
+    EXPECT_EQ(stderrText, "fixedCost: \"1.234\" is ambiguous: write 1234 or 1,234\n");
+    EXPECT_EQ(run({"calc", "npv", "cashArray=-1000,12.500"}), 1);
+    EXPECT_EQ(stderrText, "cashArray: \"12.500\" (value 2) is ambiguous: write 12500 or 12,500\n");
+    EXPECT_EQ(runJson({"calc", "breakeven", "fixedCost=1234", "variableCost=0.125", "price=1,2345",
+                       "--solve", "profit"})["values"]
+                  .toObject()["variableCost"]
+                  .toDouble(),
+              0.125)
+        << "a leading 0 is no grouped thousand";
+
+    QLocale::setDefault(QLocale::c());
+    EXPECT_EQ(runJson({"calc", "breakeven", "fixedCost=1.234", "--solve", "profit"})["values"]
+                  .toObject()["fixedCost"]
+                  .toDouble(),
+              1.234);
+}
+
+// Dated cash flows take 10,000 rows from the command line. Reference: with
+// -100 on 2000-01-01, +200 on the 10,000th day after and 0 between, XIRR
+// solves -100 + 200 / (1 + r)^(9999/365) = 0, so r = 2^(365/9999) - 1
+// (hand-computed, as std::exp2 gives it).
+TEST_F(CliTest, DatedCashFlowsTakeTenThousandRows)
+{
+    const QDate start(2000, 1, 1);
+    QStringList dates, amounts;
+    for (int day = 0; day < 10000; ++day) {
+        dates << start.addDays(day).toString(Qt::ISODate);
+        amounts << (day == 0 ? "-100" : day == 9999 ? "200" : "0");
+    }
+    const QJsonObject values = runJson({"calc", "dated-cash-flows", "dates=" + dates.join(','),
+                                        "amounts=" + amounts.join(',')})["values"]
+                                   .toObject();
+    EXPECT_NEAR(values["xirr"].toDouble(), (std::exp2(365.0 / 9999) - 1) * 100, 1e-9);
+
+    EXPECT_EQ(run({"calc", "dated-cash-flows", "dates=" + dates.join(',') + ",2030-01-01"}), 1);
+    EXPECT_EQ(stderrText, "dates takes at most 10000 values (10001 given)\n");
 }
 
 TEST_F(CliTest, ShowRefusesAMissingFileAndANameLeadingOutsideTheDocuments)

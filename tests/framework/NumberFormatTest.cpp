@@ -114,13 +114,32 @@ TEST(NumberReading, OneRuleInEveryLocale)
         {u"1\u066b5", egyptian, 1.5},
         {u"1.5", egyptian, 1.5},
         {u"1\u066b5", c, 0},
-        // No grouping, no exponent, no "+", no trailing text.
+        // No grouping, no "+", no trailing text.
         {u"1000000", german, 1000000},
         {u"1 000", c, 0},
         {u"1\u00a0000", swedish, 0},
         {u"1\u066c000", egyptian, 0},
-        {u"1e400", c, 0},
         {u"+5", c, 0},
+        // Exponents in every locale, as a spreadsheet writes them too; one
+        // beyond a double is infinite or 0, whatever the digits before it.
+        {u"1E6", german, 1e6},
+        {u"2.5e-3", c, 0.0025},
+        {u"2,5e-3", german, 0.0025},
+        {u"-1e-2", swedish, -0.01},
+        {u"1E+06", c, 1e6},
+        {u"\u0661e\u0663", egyptian, 1000},
+        {u"1e400", c, inf},
+        {u"0.0001e400", c, inf},
+        {u"-1e400", c, -inf},
+        {u"5e-400", c, 0},
+        {u"1e", c, 0},
+        {u"e5", c, 0},
+        {u".e5", c, 0},
+        {u"1e+", c, 0},
+        {u"1e5.5", c, 0},
+        {u"1e5e5", c, 0},
+        {u"1e\u22125", swedish, 0},
+        {u"Infinitye5", c, 0},
         {u"12 months", c, 0},
         {u"5-", c, 0},
         // Signs: ASCII everywhere, the locale's own where it has one.
@@ -164,6 +183,57 @@ TEST(NumberReading, OneRuleInEveryLocale)
     EXPECT_EQ(NumberFormat::numberFromText("0." + QString(400, u'0') + "1", c), 0);
     EXPECT_EQ(NumberFormat::numberFromText("0.1000000000000000055511151231257827", c), 0.1)
         << "long texts round correctly";
+}
+
+// Where "." groups thousands, "1.234" could be either number: it is marked,
+// not read. The rows say why each text is or is not ambiguous.
+TEST(NumberReading, APointBeforeThreeDigitsIsAmbiguousWhereItGroupsThousands)
+{
+    const QLocale c = QLocale::c();
+    const QLocale german("de_DE");
+    const QLocale italian("it_IT");
+    const QLocale brazilian("pt_BR");
+    const QLocale english("en_US");
+    const QLocale swiss("de_CH"); // groups with "’", not "."
+    struct Row {
+        const char16_t* text;
+        const QLocale& locale;
+        const char* problem; // empty: read as `value`
+        double value;
+    };
+    const Row rows[] = {
+        {u"1.234", german, "Ambiguous: write 1234 or 1,234", 0},
+        {u"-12.500", german, "Ambiguous: write -12500 or -12,500", 0},
+        {u" 1.234 ", italian, "Ambiguous: write 1234 or 1,234", 0},
+        {u"\uff11.\uff12\uff13\uff14", brazilian, "Ambiguous: write 1234 or 1,234", 0},
+        {u"1234.567", german, "Ambiguous: write 1234567 or 1234,567", 0},
+        // A grouped thousand has no leading 0 and three digits exactly.
+        {u"0.125", german, "", 0.125},
+        {u".125", german, "", 0.125},
+        {u"-0.500", german, "", -0.5},
+        {u"1.2345", german, "", 1.2345},
+        {u"1.23", german, "", 1.23},
+        // The locale's own separator, an exponent: nothing to choose.
+        {u"1,234", german, "", 1.234},
+        {u"1.234e0", german, "", 1.234},
+        // Where "." is no grouping separator it is the decimal point.
+        {u"1.234", c, "", 1.234},
+        {u"1.234", english, "", 1.234},
+        {u"1.234", swiss, "", 1.234},
+        // Everything else that cannot be read.
+        {u"1.234,5", german, "Not a number", 0},
+        {u"12,5x", c, "Not a number", 0},
+        {u"\u200e", c, "Not a number", 0},
+        {u"", german, "", 0},
+        {u"  ", c, "", 0},
+    };
+    for (const Row& row : rows) {
+        const QString text = QString::fromUtf16(row.text);
+        SCOPED_TRACE(text.toStdString() + " in " + row.locale.name().toStdString());
+        EXPECT_EQ(NumberFormat::problemWith(text, row.locale), QString::fromUtf8(row.problem));
+        EXPECT_EQ(NumberFormat::numberFromText(text, row.locale), row.value);
+        EXPECT_EQ(NumberFormat::isUnreadable(text, row.locale), *row.problem != 0);
+    }
 }
 
 // Table cells show every digit they hold, so they read back unchanged.

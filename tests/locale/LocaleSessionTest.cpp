@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QLocale>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -147,10 +148,16 @@ TEST_F(FormSession, FieldsAndCellsReadByOneRule)
         EXPECT_EQ(read(here("2.125")), 2.125);
         EXPECT_EQ(read(NumberFormat::stringFromDouble(-2.5)), -2.5);
         EXPECT_EQ(read(QLocale().negativeSign() + here("2.5")), -2.5) << "the locale's own minus";
-        EXPECT_EQ(read("1e400"), 0) << "no exponent, in fields and cells alike";
+        EXPECT_EQ(read("1e400"), std::numeric_limits<double>::infinity())
+            << "exponents, in fields and cells alike";
+        EXPECT_EQ(read("2.5E-3"), 0.0025);
         EXPECT_EQ(read("1,125"), separator() == u"," ? 1.125 : 0.0);
         EXPECT_EQ(read("1.000,5"), 0) << "never a grouping separator";
-        EXPECT_EQ(read(QLocale().toString(1234567.5)), 0) << "grouped, as the locale groups";
+        const QString grouped = QLocale().toString(1234567.5, 'f', 1);
+        EXPECT_EQ(read(grouped), grouped.contains(QLocale().groupSeparator()) ? 0 : 1234567.5)
+            << "grouped, as the locale groups";
+        EXPECT_EQ(read("1.234"), QLocale().groupSeparator() == u"." ? 0 : 1.234)
+            << "ambiguous where \".\" groups thousands";
         EXPECT_EQ(read(QStringLiteral("\uff11\uff12")), 12);
     }
 }

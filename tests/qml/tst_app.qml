@@ -463,4 +463,36 @@ TestCase {
         verify(!hint.visible);
         verify(rate.text === "10");
     }
+
+    // A date that cannot be read marks its own row and blanks XIRR, with a
+    // note naming the row; put right, XIRR is back. -100 on 2025-01-01 and
+    // +110 on 2026-01-01, 365 days apart, have XIRR 10 % exactly.
+    function test_datedCashFlowsMarkABadDateAndBlankXirr() {
+        window.openScreen("LoansTableController", "");
+        tryCompare(functions, "busy", false);
+        window.openScreen("DatedCashFlowsController", "");
+        tryCompare(functions, "busy", false);
+        const screen = functions.currentItem;
+        typeInto(screen, "rowCountField", "2");
+        typeInto(screen, "dateField0", "2025-1-1");
+        typeInto(screen, "amountField0", "-100");
+        typeInto(screen, "dateField1", "2026-01-01");
+        typeInto(screen, "amountField1", "110");
+        compare(label(screen, "xirrLabel"), "10%");
+        const hint = findChild(screen, "dateField1Hint");
+        const note = findChild(screen, "xirrLabelNote");
+        verify(!hint.visible);
+        verify(!note.visible);
+        typeInto(screen, "dateField1", "2025-02-30");
+        verify(hint.visible, "the row's date is marked");
+        compare(hint.text, "Not a date: use YYYY-MM-DD");
+        verify(!findChild(screen, "dateField0Hint").visible, "and no other row");
+        compare(label(screen, "xirrLabel"), "NaN%");
+        verify(note.visible);
+        compare(note.text, "Cash flow 1 cannot be read. Not a date: use YYYY-MM-DD");
+        typeInto(screen, "dateField1", "2026-01-01");
+        verify(!hint.visible);
+        verify(!note.visible);
+        compare(label(screen, "xirrLabel"), "10%");
+    }
 }

@@ -1,5 +1,7 @@
 #include "AmortizationController.h"
 
+#include "framework/DateText.h"
+
 namespace {
 const QString loanAmountField = QStringLiteral("loanAmountField");
 const QString annualRateField = QStringLiteral("annualRateField");
@@ -45,7 +47,7 @@ QList<FunctionInput> AmortizationController::inputs() const
             {QStringLiteral("paymentMode"), paymentModeButton, Kind::Choice,
              QStringLiteral("paymentModeClicked")},
             {QStringLiteral("extraPayment"), extraPaymentField},
-            {QStringLiteral("firstPaymentDate"), firstPaymentDateField},
+            {QStringLiteral("firstPaymentDate"), firstPaymentDateField, Kind::DateField},
             {QStringLiteral("roundToCents"), roundToCentsField},
             {QStringLiteral("rangeStart"), rangeStartField},
             {QStringLiteral("rangeEnd"), rangeEndField}};
@@ -112,7 +114,11 @@ void AmortizationController::fieldChanged()
     m->compoundingPerYear = countOf(v->text(compoundingPerYearButton));
     m->paymentMode = v->text(paymentModeButton);
     m->extraPayment = fieldNumber(extraPaymentField);
-    m->firstPaymentDate = QDate::fromString(v->text(firstPaymentDateField).trimmed(), Qt::ISODate);
+    // A date that cannot be read gives the schedule no dates, and the payoff
+    // date says why instead of standing empty.
+    const QString dateText = v->text(firstPaymentDateField);
+    m->firstPaymentDate = DateText::readIsoDate(dateText).value_or(QDate());
+    const QString dateProblem = DateText::problemWith(dateText);
     m->roundToCents = fieldNumber(roundToCentsField) != 0;
     m->rangeStart = int(std::clamp(fieldNumber(rangeStartField), 0.0, 1e9));
     m->rangeEnd = int(std::clamp(fieldNumber(rangeEndField), 0.0, 1e9));
@@ -123,6 +129,10 @@ void AmortizationController::fieldChanged()
     showResultOf(QStringLiteral("totalPaidLabel"), "totalPaid");
     showResultOf(QStringLiteral("lastPaymentLabel"), "lastPayment");
     v->setText(QStringLiteral("payoffDateLabel"), m->payoffDateText());
+    v->setNote(QStringLiteral("payoffDateLabel"),
+               dateProblem.isEmpty()
+                   ? QString()
+                   : QStringLiteral("The first payment date cannot be read. %1").arg(dateProblem));
     showResultOf(QStringLiteral("rangePrincipalLabel"), "rangePrincipal");
     showResultOf(QStringLiteral("rangeInterestLabel"), "rangeInterest");
     showResultOf(QStringLiteral("rangeBalanceLabel"), "rangeBalance");

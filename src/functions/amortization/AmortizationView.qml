@@ -71,15 +71,17 @@ FunctionScreen {
             font.pixelSize: 13
             color: AppTheme.secondaryText
         }
-        TextField {
-            objectName: "firstPaymentDateField"
+        // A date that cannot be read is marked; the schedule then has no
+        // dates, and the payoff date says why.
+        CellField {
+            fieldName: "firstPaymentDateField"
+            label: qsTr("First payment date")
             Layout.fillWidth: true
+            dates: true
+            countsAsZero: false
             text: loan.view.texts[screen.dateOutlet] ?? ""
             placeholderText: "2027-01-01"
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: qsTr("First payment date")
-            onTextEdited: loan.editField(screen.dateOutlet, text)
+            onEdited: text => loan.editField(screen.dateOutlet, text)
         }
     }
     RowLayout {

@@ -4,18 +4,20 @@ namespace {
 
 struct Unknown {
     const char* name;
+    const char* label;
     double BreakevenModel::*value;
     double (BreakevenModel::*solver)();
 };
 
-// The five values in form order, each with its field ("<name>Field") and
-// the model's solver for it.
+// The five values in form order, each with its field ("<name>Field"), its
+// name on the screen and the model's solver for it.
 const Unknown unknowns[] = {
-    {"fixedCost", &BreakevenModel::fixedCost, &BreakevenModel::calculateFixedCost},
-    {"variableCost", &BreakevenModel::variableCost, &BreakevenModel::calculateVariableCost},
-    {"price", &BreakevenModel::price, &BreakevenModel::calculatePrice},
-    {"profit", &BreakevenModel::profit, &BreakevenModel::calculateProfit},
-    {"quantity", &BreakevenModel::quantity, &BreakevenModel::calculateQuantity},
+    {"fixedCost", "Fixed costs", &BreakevenModel::fixedCost, &BreakevenModel::calculateFixedCost},
+    {"variableCost", "Variable cost per unit", &BreakevenModel::variableCost,
+     &BreakevenModel::calculateVariableCost},
+    {"price", "Price per unit", &BreakevenModel::price, &BreakevenModel::calculatePrice},
+    {"profit", "Profit", &BreakevenModel::profit, &BreakevenModel::calculateProfit},
+    {"quantity", "Quantity", &BreakevenModel::quantity, &BreakevenModel::calculateQuantity},
 };
 
 QString fieldOf(const Unknown& unknown)
@@ -53,11 +55,24 @@ QStringList BreakevenController::solveButtons() const
 
 void BreakevenController::solve(const QString& name)
 {
+    // A given value that cannot be read leaves the answer blank (NaN), with
+    // a note naming it, rather than counting as 0.
     BreakevenModel* m = breakevenModel();
-    for (const Unknown& unknown : unknowns)
-        m->*unknown.value = fieldNumber(fieldOf(unknown));
+    m->clearNotes();
+    QString unreadable;
     for (const Unknown& unknown : unknowns) {
-        if (name == QLatin1String(unknown.name))
-            showNumber(fieldOf(unknown), (m->*unknown.solver)());
+        m->*unknown.value = givenNumber(fieldOf(unknown));
+        qvFunctionView()->setNote(fieldOf(unknown), QString());
+        const QString problem = fieldProblem(fieldOf(unknown));
+        if (name != QLatin1String(unknown.name) && !problem.isEmpty() && unreadable.isEmpty())
+            unreadable =
+                QStringLiteral("%1 cannot be read. %2").arg(QLatin1String(unknown.label), problem);
+    }
+    for (const Unknown& unknown : unknowns) {
+        if (name == QLatin1String(unknown.name)) {
+            (m->*unknown.solver)();
+            m->setNote(name, unreadable);
+            showResultOf(fieldOf(unknown), unknown.name);
+        }
     }
 }

@@ -16,25 +16,30 @@ FunctionScreen {
         controller: screen.controller
         name: "fixedCost"
         label: qsTr("Fixed costs")
+        countsAsZero: false
     }
     SolveField {
         controller: screen.controller
         name: "variableCost"
         label: qsTr("Variable cost per unit")
+        countsAsZero: false
     }
     SolveField {
         controller: screen.controller
         name: "price"
         label: qsTr("Price per unit")
+        countsAsZero: false
     }
     SolveField {
         controller: screen.controller
         name: "profit"
         label: qsTr("Profit (0 to break even)")
+        countsAsZero: false
     }
     SolveField {
         controller: screen.controller
         name: "quantity"
         label: qsTr("Quantity (units)")
+        countsAsZero: false
     }
 }

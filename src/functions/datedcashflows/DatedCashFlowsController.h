@@ -4,16 +4,42 @@
 #include "DatedCashFlowsView.h"
 #include "framework/QVFunctionController.h"
 
+#include <QAbstractListModel>
 #include <QStringList>
 
-// The dated-cash-flows screen: the number of rows (2 to 100), each a date
+class DatedCashFlowsController;
+
+// The shown rows of the dated-cash-flows screen, for its list: each row's
+// date and amount as typed and, for a text that cannot be read, the line
+// its cell shows. An edit changes only its own row, so a long list stays
+// quick to edit.
+class DatedCashFlowRows : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role { DateRole = Qt::UserRole + 1, AmountRole, DateProblemRole, AmountProblemRole };
+
+    explicit DatedCashFlowRows(DatedCashFlowsController* controller);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    friend class DatedCashFlowsController;
+    DatedCashFlowsController* m_controller;
+};
+
+// The dated-cash-flows screen: the number of rows (2 to 10,000), each a date
 // (YYYY-MM-DD) and an amount, and the rate for XNPV; XNPV and XIRR follow
-// every edit. Hidden rows keep what was typed in them.
+// every edit. Hidden rows keep what was typed in them. A row with both
+// cells empty is no flow; a row with a text that cannot be read (or an
+// amount without a date) is marked and blanks the results, with a note
+// naming it.
 class DatedCashFlowsController : public QVFunctionController {
     Q_OBJECT
     Q_PROPERTY(int rowCount READ rowCount NOTIFY rowsChanged)
-    Q_PROPERTY(QStringList dateTexts READ dateTexts NOTIFY rowsChanged)
-    Q_PROPERTY(QStringList amountTexts READ amountTexts NOTIFY rowsChanged)
+    Q_PROPERTY(QAbstractListModel* rows READ rows CONSTANT)
 
 public:
     // Ready to use: the model and view are made here.
@@ -25,8 +51,12 @@ public:
     void fieldChanged() override;
 
     int rowCount() const { return m_rowCount; }
-    QStringList dateTexts() const { return m_dates; }
-    QStringList amountTexts() const { return m_amounts; }
+    QAbstractListModel* rows() { return &m_rows; }
+    Q_INVOKABLE QString dateText(int row) const { return m_dates.value(row); }
+    Q_INVOKABLE QString amountText(int row) const { return m_amounts.value(row); }
+    // Why a row's date or amount cannot be read; empty when it can.
+    Q_INVOKABLE QString dateProblem(int row) const;
+    Q_INVOKABLE QString amountProblem(int row) const;
     // One edit of a row's date or amount, as its field sends it.
     Q_INVOKABLE void dateChanged(int row, const QString& text);
     Q_INVOKABLE void amountChanged(int row, const QString& text);
@@ -43,9 +73,11 @@ protected:
     void connectMvc() override;
 
 private:
+    void setRowCount(int count);
     void compute();
 
     int m_rowCount = 4;
     QStringList m_dates;
     QStringList m_amounts;
+    DatedCashFlowRows m_rows;
 };

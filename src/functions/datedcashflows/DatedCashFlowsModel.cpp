@@ -61,7 +61,15 @@ double DatedCashFlowsModel::internalRate() const
 
 void DatedCashFlowsModel::calculateResult()
 {
-    xnpv = netPresentValue(rate / 100);
+    clearNotes();
+    if (!flowsProblem.isEmpty()) {
+        xnpv = xirr = noNumber;
+        setNote(QStringLiteral("xnpv"), flowsProblem);
+        setNote(QStringLiteral("xirr"), flowsProblem);
+        return;
+    }
+    xnpv = rateProblem.isEmpty() ? netPresentValue(rate / 100) : noNumber;
+    setNote(QStringLiteral("xnpv"), rateProblem);
     xirr = internalRate() * 100;
 }
 
@@ -69,14 +77,18 @@ void DatedCashFlowsModel::createReport(const QVariantMap& userInfo)
 {
     QString body;
     body += QStringLiteral("Rate: %1%\n").arg(stringFromDouble(rate));
-    int n = 0;
     for (const Flow& flow : flows)
         body +=
             QStringLiteral("Cash Flow %1: %2 on %3\n")
-                .arg(n++)
+                .arg(flow.row)
                 .arg(stringFromDouble(flow.amount),
                      flow.date.isValid() ? flow.date.toString(Qt::ISODate) : QStringLiteral("-"));
     body += QStringLiteral("XNPV: %1\n").arg(stringFromDouble(xnpv));
     body += QStringLiteral("XIRR: %1%\n").arg(stringFromDouble(xirr));
+    // What the screen says under blank results goes with them.
+    for (const QString& problem : {flowsProblem, rateProblem}) {
+        if (!problem.isEmpty())
+            body += problem + QLatin1Char('\n');
+    }
     writeReport(userInfo, QStringLiteral("Dated Cash Flows"), QStringLiteral("#E85B4F"), body);
 }

@@ -13,8 +13,13 @@
 // XIRR is the yearly rate where XNPV is 0, found by the app's one rate
 // search (every rate from just above −100 % up; of two, the one nearer
 // 10 %, the spreadsheet's default guess); with none (flows of one sign, or
-// no sign change anywhere) the result is NaN, never a wrong number. Rows
-// without a valid date are left out.
+// no sign change anywhere) the result is NaN, never a wrong number.
+//
+// The flows are the rows that can be read. A row that cannot be read is
+// never left out quietly (the flows without it would give another, wrong
+// answer): the screen names it in `flowsProblem`, which blanks XNPV and
+// XIRR (NaN, with that line as their note); `rateProblem` does the same to
+// XNPV alone.
 class DatedCashFlowsModel : public QVFunctionModel {
     Q_OBJECT
     // The results the screen shows with a "%" after the number.
@@ -29,11 +34,16 @@ public:
     struct Flow {
         QDate date;
         double amount = 0;
+        int row = 0; // the screen's row it came from, counted from 0
     };
-    static constexpr int maximumRows = 100;
+    static constexpr int maximumRows = 10000;
 
     QList<Flow> flows; // in the order entered
-    double rate = 0;   // percent a year
+    // Why some rows or the rate cannot be read, naming them; empty when
+    // they can.
+    QString flowsProblem;
+    QString rateProblem;
+    double rate = 0; // percent a year
     double xnpv = 0;
     double xirr = 0; // percent a year
 

@@ -6,7 +6,10 @@ import QtQuick.Layouts
 import Tallyvane
 
 // Dated cash flows: the number of rows and the rate, XNPV and XIRR, and the
-// rows themselves, a date (YYYY-MM-DD) and an amount each.
+// rows themselves, a date (YYYY-MM-DD) and an amount each, numbered from 0.
+// The rows scroll in a list of their own, which makes only the rows in
+// sight, so even 10,000 of them stay quick. A cell that cannot be read is
+// marked with its line; the results then stay blank and say which row.
 FunctionScreen {
     id: screen
 
@@ -20,13 +23,15 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "rowCountField"
-        label: qsTr("Number of cash flows (2 to 100)")
+        label: qsTr("Number of cash flows (2 to 10,000)")
         signable: false
+        countsAsZero: false
     }
     NumericField {
         controller: screen.controller
         outlet: "rateField"
         label: qsTr("Discount rate a year for XNPV (%)")
+        countsAsZero: false
     }
     SectionHeader {
         text: qsTr("Results")
@@ -44,39 +49,69 @@ FunctionScreen {
     SectionHeader {
         text: qsTr("Cash flows: date, amount")
     }
-    Repeater {
-        model: flows.rowCount
+    ListView {
+        id: flowList
+
+        objectName: "flowList"
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        Layout.bottomMargin: AppTheme.margin
+        // As tall as its rows, up to about eight in sight (a marked row
+        // takes a line more); the others scroll. The height starts from the
+        // count, so that the first rows are made at all.
+        Layout.preferredHeight: Math.min(Math.max(contentHeight, Math.min(count, 8) * 46), 8 * 46)
+        clip: true
+        spacing: 6
+        model: flows.rows
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ScrollBar {
+            objectName: "flowScrollBar"
+        }
 
         delegate: RowLayout {
             id: flowRow
 
             required property int index
+            required property string date
+            required property string amount
+            required property string dateProblem
+            required property string amountProblem
 
-            Layout.fillWidth: true
-            Layout.leftMargin: AppTheme.margin
-            Layout.rightMargin: AppTheme.margin
+            width: ListView.view.width - 12
             spacing: 6
 
-            TextField {
-                objectName: "dateField" + flowRow.index
-                Layout.preferredWidth: 140
-                text: flows.dateTexts[flowRow.index] ?? ""
-                placeholderText: "2027-01-31"
-                selectByMouse: true
-                font.pixelSize: 16
-                Accessible.name: qsTr("Date of cash flow %1").arg(flowRow.index)
-                onTextEdited: flows.dateChanged(flowRow.index, text)
+            Label {
+                Layout.preferredWidth: 44
+                Layout.alignment: Qt.AlignTop
+                Layout.topMargin: 10
+                text: flowRow.index.toString()
+                color: AppTheme.secondaryText
+                font.pixelSize: 15
             }
-            TextField {
-                objectName: "amountField" + flowRow.index
+            CellField {
+                fieldName: "dateField" + flowRow.index
+                label: qsTr("Date of cash flow %1").arg(flowRow.index)
+                Layout.preferredWidth: 140
+                Layout.fillWidth: false
+                dates: true
+                countsAsZero: false
+                fontSize: 16
+                text: flowRow.date
+                problem: flowRow.dateProblem
+                placeholderText: "2027-01-31"
+                onEdited: text => flows.dateChanged(flowRow.index, text)
+            }
+            CellField {
+                fieldName: "amountField" + flowRow.index
+                label: qsTr("Amount of cash flow %1").arg(flowRow.index)
                 Layout.fillWidth: true
-                text: flows.amountTexts[flowRow.index] ?? ""
+                countsAsZero: false
+                fontSize: 16
+                text: flowRow.amount
+                problem: flowRow.amountProblem
                 placeholderText: "0"
-                inputMethodHints: Qt.ImhFormattedNumbersOnly
-                selectByMouse: true
-                font.pixelSize: 16
-                Accessible.name: qsTr("Amount of cash flow %1").arg(flowRow.index)
-                onTextEdited: flows.amountChanged(flowRow.index, text)
+                onEdited: text => flows.amountChanged(flowRow.index, text)
             }
         }
     }

@@ -16,7 +16,8 @@ FunctionScreen {
     }
 
     // One row of the state table: its number and its three fields. Each
-    // edit goes to the table.
+    // edit goes to the table; a text that is no number is marked and counts
+    // as 0.
     component ExpCellView: RowLayout {
         id: cell
 
@@ -34,43 +35,42 @@ FunctionScreen {
             objectName: "stateLabel" + cell.row
             Layout.preferredWidth: 28
             text: cell.table.stateLabelTexts[cell.row] ?? ""
+            Layout.alignment: Qt.AlignTop
+            Layout.topMargin: 10
             font.pixelSize: 15
         }
-        TextField {
-            objectName: "probabilityField" + cell.row
+        CellField {
+            id: probabilityField
+
+            fieldName: "probabilityField" + cell.row
+            label: qsTr("State %1 probability").arg(stateLabel.text)
             Layout.fillWidth: true
             text: cell.table.probabilityTexts[cell.row] ?? ""
             placeholderText: "0"
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: qsTr("State %1 probability").arg(stateLabel.text)
-            onTextEdited: cell.table.probabilityChanged(cell.row, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            onEdited: text => cell.table.probabilityChanged(cell.row, text)
+            onAccepted: probabilityField.field.nextItemInFocusChain().forceActiveFocus()
         }
-        TextField {
-            objectName: "stockAField" + cell.row
+        CellField {
+            id: stockAField
+
+            fieldName: "stockAField" + cell.row
+            label: qsTr("State %1 stock A return").arg(stateLabel.text)
             Layout.fillWidth: true
             text: cell.table.stockATexts[cell.row] ?? ""
             placeholderText: "0"
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: qsTr("State %1 stock A return").arg(stateLabel.text)
-            onTextEdited: cell.table.stockAChanged(cell.row, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            onEdited: text => cell.table.stockAChanged(cell.row, text)
+            onAccepted: stockAField.field.nextItemInFocusChain().forceActiveFocus()
         }
-        TextField {
-            objectName: "stockBField" + cell.row
+        CellField {
+            id: stockBField
+
+            fieldName: "stockBField" + cell.row
+            label: qsTr("State %1 stock B return").arg(stateLabel.text)
             Layout.fillWidth: true
             text: cell.table.stockBTexts[cell.row] ?? ""
             placeholderText: "0"
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: qsTr("State %1 stock B return").arg(stateLabel.text)
-            onTextEdited: cell.table.stockBChanged(cell.row, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            onEdited: text => cell.table.stockBChanged(cell.row, text)
+            onAccepted: stockBField.field.nextItemInFocusChain().forceActiveFocus()
         }
     }
 

@@ -16,7 +16,8 @@ FunctionScreen {
     }
 
     // One row of the rate table: the period's number and its two fields.
-    // Each edit goes to the table.
+    // Each edit goes to the table; a text that is no number is marked and
+    // counts as 0.
     component RateCellView: RowLayout {
         id: cell
 
@@ -34,31 +35,31 @@ FunctionScreen {
             objectName: "yearLabel" + cell.row
             Layout.preferredWidth: 28
             text: cell.table.yearLabelTexts[cell.row] ?? ""
+            Layout.alignment: Qt.AlignTop
+            Layout.topMargin: 10
             font.pixelSize: 15
         }
-        TextField {
-            objectName: "returnRateField" + cell.row
+        CellField {
+            id: returnRateField
+
+            fieldName: "returnRateField" + cell.row
+            label: qsTr("Period %1 required return").arg(yearLabel.text)
             Layout.fillWidth: true
             text: cell.table.returnRateTexts[cell.row] ?? ""
             placeholderText: "0"
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: qsTr("Period %1 required return").arg(yearLabel.text)
-            onTextEdited: cell.table.returnRateChanged(cell.row, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            onEdited: text => cell.table.returnRateChanged(cell.row, text)
+            onAccepted: returnRateField.field.nextItemInFocusChain().forceActiveFocus()
         }
-        TextField {
-            objectName: "growthRateField" + cell.row
+        CellField {
+            id: growthRateField
+
+            fieldName: "growthRateField" + cell.row
+            label: qsTr("Period %1 growth rate").arg(yearLabel.text)
             Layout.fillWidth: true
             text: cell.table.growthRateTexts[cell.row] ?? ""
             placeholderText: "0"
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: qsTr("Period %1 growth rate").arg(yearLabel.text)
-            onTextEdited: cell.table.growthRateChanged(cell.row, text)
-            onAccepted: nextItemInFocusChain().forceActiveFocus()
+            onEdited: text => cell.table.growthRateChanged(cell.row, text)
+            onAccepted: growthRateField.field.nextItemInFocusChain().forceActiveFocus()
         }
     }
 

@@ -17,13 +17,14 @@ FunctionScreen {
     }
 
     // One row of the cash-flow table: its label and its field. An edit goes
-    // to the table; "±" flips the sign and counts with the next edit.
+    // to the table; "±" flips the sign and counts with the next edit. A text
+    // that is no number is marked and counts as 0.
     component NpvCellView: RowLayout {
         id: cell
 
         required property NpvTableController table
         required property int row
-        readonly property alias field: field
+        readonly property TextField field: cashCell.field
 
         // Return in the field: the next row's field should take over.
         signal returnPressed
@@ -40,37 +41,29 @@ FunctionScreen {
 
             objectName: "leftLabel" + cell.row
             Layout.preferredWidth: 110
+            Layout.alignment: Qt.AlignTop
+            Layout.topMargin: 10
             text: cell.table.leftLabelTexts[cell.row] ?? ""
             font.pixelSize: 15
         }
-        TextField {
-            id: field
+        CellField {
+            id: cashCell
 
-            objectName: "cashField" + cell.row
+            fieldName: "cashField" + cell.row
+            label: leftLabel.text
             Layout.fillWidth: true
             text: cell.table.fieldTexts[cell.row] ?? ""
             placeholderText: "0"
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
-            selectByMouse: true
-            font.pixelSize: 17
-            Accessible.name: leftLabel.text
-            onTextEdited: cell.table.fieldChanged(cell.row, text)
+            onEdited: text => cell.table.fieldChanged(cell.row, text)
             onAccepted: cell.returnPressed()
-            background: Rectangle {
-                implicitHeight: 40
-                color: field.palette.base
-                radius: 2
-                readonly property bool unreadable: Formats.isUnreadable(field.text)
-                border.width: field.activeFocus || unreadable ? 2 : 1
-                border.color: unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
-            }
         }
         SignButton {
             objectName: "cashField" + cell.row + "Sign"
-            field: field
+            Layout.alignment: Qt.AlignTop
+            field: cell.field
             fieldLabel: leftLabel.text
             onSignFlipped: text => {
-                field.text = text;
+                cell.field.text = text;
                 cell.signChanged();
             }
         }

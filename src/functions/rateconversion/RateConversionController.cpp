@@ -1,5 +1,8 @@
 #include "RateConversionController.h"
 
+#include <cmath>
+#include <utility>
+
 namespace {
 const QString nominalRateField = QStringLiteral("nominalRateField");
 const QString effectiveRateField = QStringLiteral("effectiveRateField");
@@ -32,15 +35,36 @@ QStringList RateConversionController::solveButtons() const
 
 void RateConversionController::solve(const QString& name)
 {
-    RateConversionModel* m = rateConversionModel();
-    m->nominalRate = fieldNumber(nominalRateField);
-    m->effectiveRate = fieldNumber(effectiveRateField);
-    m->compoundingPerYear = fieldNumber(compoundingPerYearField);
-    if (name == u"effectiveRate")
-        showNumber(effectiveRateField, m->calculateEffectiveRate());
-    else if (name == u"nominalRate")
-        showNumber(nominalRateField, m->calculateNominalRate());
-    else
+    const bool effective = name == u"effectiveRate";
+    if (!effective && name != u"nominalRate")
         return;
+    // A field the solve reads that cannot be read leaves what depends on it
+    // blank (NaN), with a note naming it, rather than counting as 0.
+    RateConversionModel* m = rateConversionModel();
+    m->clearNotes();
+    m->nominalRate = givenNumber(nominalRateField);
+    m->effectiveRate = givenNumber(effectiveRateField);
+    m->compoundingPerYear = givenNumber(compoundingPerYearField);
+    const std::pair<QString, const char*> given[] = {
+        {effective ? nominalRateField : effectiveRateField,
+         effective ? "The nominal rate" : "The effective rate"},
+        {compoundingPerYearField, "The compoundings a year"}};
+    QString unreadable;
+    for (const auto& [outlet, label] : given) {
+        if (const QString problem = fieldProblem(outlet); !problem.isEmpty()) {
+            unreadable = QStringLiteral("%1 cannot be read. %2").arg(QLatin1String(label), problem);
+            break;
+        }
+    }
+    if (effective)
+        m->calculateEffectiveRate();
+    else
+        m->calculateNominalRate();
+    m->setNote(name, unreadable);
+    if (std::isnan(m->continuousRate))
+        m->setNote(QStringLiteral("continuousRate"), unreadable);
+    qvFunctionView()->setNote(effective ? nominalRateField : effectiveRateField, QString());
+    showResultOf(effective ? effectiveRateField : nominalRateField,
+                 effective ? "effectiveRate" : "nominalRate");
     showResultOf(continuousRateLabel, "continuousRate", QStringLiteral("%"));
 }

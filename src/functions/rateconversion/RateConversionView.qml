@@ -16,17 +16,20 @@ FunctionScreen {
         controller: screen.controller
         name: "nominalRate"
         label: qsTr("Nominal annual rate (%)")
+        countsAsZero: false
     }
     SolveField {
         controller: screen.controller
         name: "effectiveRate"
         label: qsTr("Effective annual rate (%)")
+        countsAsZero: false
     }
     NumericField {
         controller: screen.controller
         outlet: "compoundingPerYearField"
         label: qsTr("Compoundings a year (12 for monthly)")
         signable: false
+        countsAsZero: false
     }
     SectionHeader {
         text: qsTr("Continuous compounding")

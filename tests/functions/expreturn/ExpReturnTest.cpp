@@ -116,10 +116,10 @@ TEST_F(ExpReturnTest, PeriodEdits)
 {
     QSignalSpy reloads(table, &ExpReturnTableController::reloaded);
     // Truncated; 100, 0, negatives, unreadable text and overflows ignored;
-    // no leading number and exponents are unreadable; blanks are fine.
+    // no leading number is unreadable, exponents read; blanks are fine.
     const std::pair<QString, int> edits[] = {
         {local("2.9"), 2},  {"100", 2}, {"0", 2},         {"-3", 2},   {"", 2},   {"abc", 2},
-        {overflowing(), 2}, {"99", 99}, {"5 states", 99}, {"1e1", 99}, {" 5 ", 5}};
+        {overflowing(), 2}, {"99", 99}, {"5 states", 99}, {"1e1", 10}, {" 5 ", 5}};
     for (const auto& [text, period] : edits) {
         type("periodField", text);
         EXPECT_EQ(std::pair(model->period, table->numberOfRows()), std::pair(period, period))

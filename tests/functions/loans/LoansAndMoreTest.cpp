@@ -78,6 +78,26 @@ TEST_F(RateConversionTest, EffectiveAndNominalFollowTheSpreadsheetDefinitions)
     EXPECT_EQ(report().fileName, "rate-conversion_Savings_05-03-2024 14:07_report.txt");
 }
 
+// What the solve reads and cannot read blanks what depends on it: the
+// effective rate needs the count, the continuous rate only the nominal
+// rate (6 % continuously is e^0.06 - 1 = 6.184 %, as above).
+TEST_F(RateConversionTest, ARateOrCountThatCannotBeReadLeavesItsResultsBlank)
+{
+    fill("6", "", "twelve");
+    screen->solve("effectiveRate");
+    EXPECT_TRUE(std::isnan(model()->effectiveRate));
+    EXPECT_EQ(view->note("effectiveRateField"),
+              "The compoundings a year cannot be read. Not a number");
+    EXPECT_EQ(view->text("continuousRateResultLabel"), local("6.184%"));
+    EXPECT_TRUE(view->note("continuousRateResultLabel").isEmpty());
+
+    fill("", "6%", "12");
+    screen->solve("nominalRate");
+    EXPECT_TRUE(std::isnan(model()->nominalRate));
+    for (const char* outlet : {"nominalRateField", "continuousRateResultLabel"})
+        EXPECT_EQ(view->note(outlet), "The effective rate cannot be read. Not a number") << outlet;
+}
+
 using BreakevenTest = ScreenTest<BreakevenController>;
 
 // profit = quantity × (price − variable) − fixed, each value solved from
@@ -120,6 +140,26 @@ TEST_F(BreakevenTest, EachValueIsSolvedFromTheOtherFour)
     type("priceField", "15");
     screen->solve("quantity");
     EXPECT_EQ(screen->qvFunctionView()->text("quantityField"), "Infinity");
+}
+
+// A given value that cannot be read leaves the answer blank and says which
+// value, instead of counting as 0; the answer's own field may hold anything.
+TEST_F(BreakevenTest, AValueThatCannotBeReadLeavesTheAnswerBlank)
+{
+    type("fixedCostField", "10000");
+    type("variableCostField", "15");
+    type("priceField", "4O");
+    type("profitField", "0");
+    type("quantityField", "?");
+    screen->solve("quantity");
+    EXPECT_EQ(view->text("quantityField"), "NaN");
+    EXPECT_EQ(view->note("quantityField"), "Price per unit cannot be read. Not a number");
+    EXPECT_EQ(screen->breakevenModel()->notes().value("quantity"),
+              "Price per unit cannot be read. Not a number");
+    type("priceField", "40");
+    screen->solve("quantity");
+    EXPECT_EQ(view->text("quantityField"), "400"); // the textbook case above
+    EXPECT_TRUE(view->note("quantityField").isEmpty());
 }
 
 class DepreciationTest : public ScreenTest<DepreciationController> {
@@ -371,6 +411,23 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     EXPECT_FALSE(screen->chartShown());
 }
 
+// The first payment date reads like every date; one that cannot be read
+// leaves the schedule without dates, and the payoff date says why.
+TEST_F(AmortizationTest, AFirstPaymentDateThatCannotBeReadIsNamed)
+{
+    type("firstPaymentDateField", "2027-1-1");
+    const AmortizationModel& m = loan("200000", "6.5", "30");
+    EXPECT_EQ(m.schedule.first().date, QDate(2027, 1, 1));
+    EXPECT_TRUE(view->note("payoffDateLabel").isEmpty());
+    type("firstPaymentDateField", "2027-02-29");
+    EXPECT_FALSE(m.payoffDate.isValid());
+    EXPECT_EQ(view->text("payoffDateLabel"), "");
+    EXPECT_EQ(view->note("payoffDateLabel"),
+              "The first payment date cannot be read. Not a date: use YYYY-MM-DD");
+    type("firstPaymentDateField", "");
+    EXPECT_TRUE(view->note("payoffDateLabel").isEmpty()) << "no date is no mistake";
+}
+
 class DatedCashFlowsTest : public ScreenTest<DatedCashFlowsController> {
 protected:
     const DatedCashFlowsModel& flows(const QStringList& dates, const QStringList& amounts,
@@ -414,9 +471,72 @@ TEST_F(DatedCashFlowsTest, XnpvAndXirrFollowTheSpreadsheetDefinitions)
         flows({"2025-01-01", "2026-01-01", "2027-01-01"}, amounts);
         EXPECT_TRUE(std::isnan(m.xirr)) << amounts.join(',').toStdString();
     }
-    // Rows without a valid date are left out.
-    flows({"2025-01-01", "not a date", "2026-01-01"}, {"-100", "999", "110"});
+}
+
+// A row that cannot be read is marked and blanks both results, with a note
+// naming it, instead of being left out (the other rows alone would give a
+// different, wrong answer). Expected values: -100 on 2025-01-01 and +110 on
+// 2026-01-01, 365 days apart, have XIRR 10 % exactly and XNPV 0 at 10 %.
+TEST_F(DatedCashFlowsTest, ARowThatCannotBeReadBlanksTheResultsAndIsNamed)
+{
+    const DatedCashFlowsModel& m = flows({"2025-1-1", "", "2026-01-01"}, {"-100", "", "110"}, "10");
+    EXPECT_NEAR(m.xirr, 10, 1e-9) << "no leading zeros needed; an empty row is no flow";
+    EXPECT_NEAR(m.xnpv, 0, 1e-9);
+    EXPECT_TRUE(view->note("xirrLabel").isEmpty());
+
+    const QString notADate = "Not a date: use YYYY-MM-DD";
+    const struct {
+        const char* date;
+        const char* amount;
+        QString dateProblem, amountProblem;
+    } rows[] = {
+        {"2025-02-30", "5", notADate, ""},
+        {"31/03/2027", "5", notADate, ""},
+        {"", "5", notADate, ""}, // an amount needs a date
+        {"2025-06-01", "12,5x", "", "Not a number"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.date) + " " + row.amount);
+        screen->dateChanged(1, row.date);
+        screen->amountChanged(1, row.amount);
+        EXPECT_EQ(screen->dateProblem(1), row.dateProblem);
+        EXPECT_EQ(screen->amountProblem(1), row.amountProblem);
+        const QModelIndex cell = screen->rows()->index(1);
+        EXPECT_EQ(cell.data(DatedCashFlowRows::DateProblemRole).toString(), row.dateProblem);
+        EXPECT_EQ(cell.data(DatedCashFlowRows::AmountProblemRole).toString(), row.amountProblem);
+        EXPECT_TRUE(std::isnan(m.xirr));
+        EXPECT_TRUE(std::isnan(m.xnpv));
+        const QString note = "Cash flow 1 cannot be read. " + row.dateProblem + row.amountProblem;
+        EXPECT_EQ(m.note("xirr"), note);
+        EXPECT_EQ(view->note("xnpvLabel"), note);
+        EXPECT_EQ(view->text("xirrLabel"), "NaN%");
+    }
+    screen->dateChanged(0, "2025-13-01");
+    EXPECT_EQ(m.note("xirr"), "Cash flow 0 and 1 more cannot be read. " + notADate);
+    screen->sendReportRequestedNotification("");
+    EXPECT_TRUE(reportBody().endsWith("XIRR: NaN%\nCash flow 0 and 1 more cannot be read. " +
+                                      notADate + "\n"))
+        << reportBody().toStdString();
+
+    // Emptied again, the row is no flow; a rate that cannot be read blanks
+    // only XNPV.
+    screen->dateChanged(0, "2025-01-01");
+    screen->dateChanged(1, "");
+    screen->amountChanged(1, " ");
     EXPECT_NEAR(m.xirr, 10, 1e-9);
+    type("rateField", "10 %");
+    EXPECT_TRUE(std::isnan(m.xnpv));
+    EXPECT_EQ(view->note("xnpvLabel"), "The rate cannot be read. Not a number");
+    EXPECT_NEAR(m.xirr, 10, 1e-9);
+
+    // Up to 10,000 rows; the list shows as many.
+    type("rowCountField", "10000");
+    EXPECT_EQ(screen->rowCount(), 10000);
+    EXPECT_EQ(screen->rows()->rowCount(), 10000);
+    type("rowCountField", "10001");
+    EXPECT_EQ(screen->rowCount(), 10000);
+    type("rowCountField", "3");
+    EXPECT_EQ(screen->rows()->rowCount(), 3);
 }
 
 } // namespace

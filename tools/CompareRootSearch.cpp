@@ -12,50 +12,63 @@
 #include <QString>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <random>
 
 namespace {
 
 struct Tally {
-    int cases = 0, bothNaN = 0, same = 0, changedInside = 0, foundNow = 0, lostNow = 0;
-    int otherRoot = 0;
-    double largestInside = 0, largestRelativeInside = 0;
-    // The largest change in units of what the old tolerance allowed: the
-    // change of rate that moves the value by 1e-6, 1e-6 / |value'(rate)|.
+    int cases = 0, same = 0, bothNaN = 0, foundNow = 0, lostNow = 0, otherRoot = 0;
+    // One root inside the old bounds, found by both: the old search met its
+    // tolerance, or ran out of passes (the value never came within 1e-6 in
+    // floating point: huge amounts or terms).
+    int changedConverged = 0, changedUnconverged = 0;
+    double largestRelative = 0;
+    // The change in units of what the old tolerance allowed, for the
+    // searches that met it: 1e-6 / |value'(rate)| is the change of rate that
+    // moves the value by 1e-6.
     double largestInTolerances = 0;
 
-    // `slope`: the value's derivative by the rate at the new root.
-    void add(double old, double now, bool oldInsideBounds, bool severalRoots, double slope)
+    void add(double old, double now, bool oldInsideBounds, bool severalRoots,
+             const std::function<double(double)>& value)
     {
         ++cases;
-        if (std::isnan(old) && std::isnan(now))
+        if (std::isnan(old) && std::isnan(now)) {
             ++bothNaN;
-        else if (std::isnan(old))
+        } else if (std::isnan(old)) {
             ++foundNow;
-        else if (std::isnan(now))
+        } else if (std::isnan(now)) {
             ++lostNow;
-        else if (old == now)
+        } else if (old == now) {
             ++same;
-        else if (oldInsideBounds && !severalRoots) {
-            ++changedInside;
-            largestInside = std::max(largestInside, std::fabs(now - old));
-            largestRelativeInside =
-                std::max(largestRelativeInside, std::fabs(now - old) / std::fabs(now));
-            largestInTolerances =
-                std::max(largestInTolerances, std::fabs(now - old) * std::fabs(slope) / 1e-6);
-        } else {
+        } else if (!oldInsideBounds || severalRoots) {
             ++otherRoot;
+        } else {
+            largestRelative = std::max(largestRelative, std::fabs(now - old) / std::fabs(now));
+            if (std::fabs(value(old)) <= 1e-6) {
+                ++changedConverged;
+                const double h = 1e-7 * std::max(1.0, std::fabs(now));
+                const double slope = (value(now + h) - value(now - h)) / (2 * h);
+                largestInTolerances =
+                    std::max(largestInTolerances, std::fabs(now - old) * std::fabs(slope) / 1e-6);
+            } else {
+                ++changedUnconverged;
+            }
         }
     }
     void print(const char* name) const
     {
-        std::printf("%s: %d cases; same bits %d; changed inside the old bounds %d (largest "
-                    "change %.3g, relative %.3g, %.3g of the old tolerance); found now, NaN before "
-                    "%d; NaN now, found "
-                    "before %d; outside the old bounds or another of several roots %d; NaN "
-                    "both %d\n",
-                    name, cases, same, changedInside, largestInside, largestRelativeInside,
-                    largestInTolerances, foundNow, lostNow, otherRoot, bothNaN);
+        std::printf("%s, %d cases:\n"
+                    "  same bits: %d\n"
+                    "  one root inside the old bounds, changed: %d where the old search met its "
+                    "tolerance (largest change %.3g of what that tolerance allowed), %d where it "
+                    "ran out of passes; largest relative change %.3g\n"
+                    "  NaN before, a rate now: %d\n"
+                    "  a rate before, NaN now: %d\n"
+                    "  a rate outside the old bounds, or another of several roots: %d\n"
+                    "  NaN both: %d\n",
+                    name, cases, same, changedConverged, largestInTolerances, changedUnconverged,
+                    largestRelative, foundNow, lostNow, otherRoot, bothNaN);
     }
 };
 
@@ -81,20 +94,16 @@ int main(int argc, char** argv)
             list[size_t(e)] = {QString::number(cash, 'f', 4),
                                QString::number(1 + int(unit(random) * 3))};
         }
-        const double old = OldRateSearches::irr(
-            [&list](double x) { return CalculatorModel::calculateNpvWithRate(list, x); });
-        const CalculatorModel::Rates rates = CalculatorModel::internalRatesOfReturn(list);
+        const auto npv = [&list](double x) {
+            return CalculatorModel::calculateNpvWithRate(list, x);
+        };
+        const double old = OldRateSearches::irr(npv);
         int inside = 0;
-        for (double r : rates.all)
+        for (double r : CalculatorModel::internalRatesOfReturn(list).all)
             inside += r > -1 && r < 1;
-        const double now = CalculatorModel::calculateIrr(list);
-        const double h = 1e-7 * std::max(1.0, std::fabs(now));
-        const double slope = (CalculatorModel::calculateNpvWithRate(list, now + h) -
-                              CalculatorModel::calculateNpvWithRate(list, now - h)) /
-                             (2 * h);
-        irr.add(old, now, !std::isnan(old), inside > 1, slope);
+        irr.add(old, CalculatorModel::calculateIrr(list), !std::isnan(old), inside > 1, npv);
     }
-    irr.print("IRR (keypad lists)");
+    irr.print("IRR (keypad cash-flow lists)");
 
     Tally rate;
     for (int n = 0; n < 1000; ++n) {
@@ -108,38 +117,27 @@ int main(int argc, char** argv)
         m.fv = (m.pv + std::max(0.0, m.pmt) * m.period) * (0.3 + unit(random) * 4);
         if (unit(random) < 0.05)
             m.fv = -m.fv;
-        CalculatorModel old = m;
-        const int periods = int(m.compounding);
-        const double beginning = m.paymentMode == QLatin1String("BEG") ? 1.0 : 0.0;
-        const auto difference = [&](double annual) {
-            const double i = FinanceMath::equivalentRate(annual, periods, m.paymentFrequency) /
-                             m.paymentFrequency;
+        const bool beginning = m.paymentMode == QLatin1String("BEG");
+        // The future value at an annual rate in percent, less the target.
+        const auto difference = [&](double percent) {
+            const double i =
+                FinanceMath::equivalentRate(percent / 100, int(m.compounding), m.paymentFrequency) /
+                m.paymentFrequency;
             return m.pv * FinanceMath::growthFactor(i, m.period) +
                    m.pmt * FinanceMath::growthFactorMinusOne(i, m.period) / i *
-                       (1 + i * beginning) -
+                       (beginning ? 1 + i : 1.0) -
                    m.fv;
         };
-        const double oldRate = OldRateSearches::annualRate(difference);
-        m.computeRate();
-        const double now = m.rate / 100;
-        const double h = 1e-7 * std::max(1.0, std::fabs(now));
-        const double slope = (difference(now + h) - difference(now - h)) / (2 * h);
+        const double old =
+            OldRateSearches::annualRate([&](double annual) { return difference(annual * 100); });
         // Several rates make these registers agree: the old search found
         // whichever its halving met, the new one the one nearest 10 %.
         const RootSearch::Roots roots = RootSearch::findRoots([&](double i) {
-            return FinanceMath::futureValueDifference(i, m.period, m.pv, m.pmt, beginning > 0,
-                                                      m.fv);
+            return FinanceMath::futureValueDifference(i, m.period, m.pv, m.pmt, beginning, m.fv);
         });
-        const bool oldInside = oldRate > 0 && oldRate < 1;
-        const bool several = roots.all.size() > 1;
-        rate.add(oldRate * 100, m.rate, oldInside, several, slope / 100);
-        if (qEnvironmentVariableIsSet("SHOW") && oldInside && !several &&
-            std::fabs(m.rate - oldRate * 100) * std::fabs(slope / 100) > 1e-5)
-            std::printf("N %g PV %.17g PMT %.17g FV %.17g P/Y %d %s: old %.17g new %.17g, "
-                        "old difference %g\n",
-                        m.period, m.pv, m.pmt, m.fv, m.paymentFrequency, qPrintable(m.paymentMode),
-                        oldRate * 100, m.rate, difference(oldRate));
+        m.computeRate();
+        rate.add(old * 100, m.rate, old > 0 && old<1, roots.all.size()> 1, difference);
     }
-    rate.print("I/Y (keypad registers)");
+    rate.print("I/Y (keypad registers, percent a year)");
     return 0;
 }

@@ -294,7 +294,7 @@ void QVFunctionController::mailComposerFinished()
 
 void QVFunctionController::editField(const QString& outlet, const QString& text)
 {
-    m_view->setStale(false);
+    m_view->markTakenIn(outlet);
     m_view->setText(outlet, text);
     const QString outer = std::exchange(m_changedField, outlet);
     fieldChanged();
@@ -304,14 +304,19 @@ void QVFunctionController::editField(const QString& outlet, const QString& text)
 void QVFunctionController::signFlipped(const QString& outlet, const QString& text)
 {
     m_view->setText(outlet, text);
-    cellSignFlipped();
+    cellSignFlipped(outlet);
 }
 
-void QVFunctionController::cellSignFlipped()
+void QVFunctionController::cellSignFlipped(const QString& cell)
 {
     // Screens that solve on a button show no results an edit would update.
     if (solveButtons().isEmpty())
-        m_view->setStale(true);
+        m_view->markStale(cell);
+}
+
+void QVFunctionController::cellEdited(const QString& cell)
+{
+    m_view->markTakenIn(cell);
 }
 
 void QVFunctionController::openChoice(const QString& outlet)
@@ -360,9 +365,10 @@ void QVFunctionController::showResultOf(const QString& outlet, const char* prope
 {
     showNumber(outlet, m_model->property(property).toDouble(), suffix);
     m_view->setNote(outlet, m_model->note(QString::fromLatin1(property)));
-    // Results written anew (after an edit, a choice or a table's change):
-    // they are no longer stale.
-    m_view->setStale(false);
+    // Results written anew from every field (after an edit or a choice):
+    // whatever was flipped is in them.
+    if (readsEveryField())
+        m_view->markAllTakenIn();
 }
 
 void QVFunctionController::presentChoices(const QString& title, const QString& message,

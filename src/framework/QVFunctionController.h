@@ -123,10 +123,14 @@ public:
     // "±" beside a field: the field's text becomes `text`, its sign
     // flipped. A sign flip is no edit: nothing recomputes until the next
     // one, and on a screen that computes as one types (no solve buttons) the
-    // view is marked stale till then (the next edit or recompute).
+    // view is marked stale until the flipped value is taken in: by an edit
+    // of that field, or by any edit or recompute on screens whose change
+    // action reads every field (readsEveryField()).
     Q_INVOKABLE void signFlipped(const QString& outlet, const QString& text);
-    // The same for a table's cell, whose text its own field keeps.
-    Q_INVOKABLE void cellSignFlipped();
+    // The same for a table's cell (`cell`, e.g. "cashField3"), whose text
+    // its own field keeps; cellEdited() says its edit was applied.
+    Q_INVOKABLE void cellSignFlipped(const QString& cell);
+    Q_INVOKABLE void cellEdited(const QString& cell);
     // The outlet of the field whose edit is being handled; empty when the
     // action came from elsewhere (a choice, a button).
     QString changedField() const { return m_changedField; }
@@ -137,6 +141,12 @@ signals:
     void selectedActionChanged();
 
 protected:
+    // Whether the change action (and every recompute) reads all the
+    // fields again; screens whose fields each update only their own value
+    // (a period, a rate) say no, so a flipped field stays stale until it is
+    // edited itself.
+    virtual bool readsEveryField() const { return true; }
+
     // Creates the model and the view and hands them over with setModel()
     // and setView().
     virtual void connectMvc() = 0;

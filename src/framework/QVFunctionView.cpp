@@ -60,10 +60,25 @@ void QVFunctionView::setNote(const QString& outlet, const QString& note)
     emit notesChanged();
 }
 
-void QVFunctionView::setStale(bool stale)
+void QVFunctionView::markStale(const QString& input)
 {
-    if (stale == m_stale)
+    if (m_staleInputs.contains(input))
         return;
-    m_stale = stale;
+    m_staleInputs.append(input);
+    if (m_staleInputs.size() == 1)
+        emit staleChanged();
+}
+
+void QVFunctionView::markTakenIn(const QString& input)
+{
+    if (m_staleInputs.removeAll(input) > 0 && m_staleInputs.isEmpty())
+        emit staleChanged();
+}
+
+void QVFunctionView::markAllTakenIn()
+{
+    if (m_staleInputs.isEmpty())
+        return;
+    m_staleInputs.clear();
     emit staleChanged();
 }

@@ -49,10 +49,16 @@ public:
     void setNote(const QString& outlet, const QString& note);
 
     // The results no longer match the inputs shown: a sign was flipped,
-    // which recomputes nothing until the next edit. The screen greys them
-    // and says how to update them.
-    bool stale() const { return m_stale; }
-    void setStale(bool stale);
+    // which recomputes nothing until that input's value is taken in. The
+    // screen greys them and says how to update them. Each flipped input
+    // (a field's outlet, a table cell's name) stays stale until it is taken
+    // in; the results are stale while any is.
+    bool stale() const { return !m_staleInputs.isEmpty(); }
+    void markStale(const QString& input);
+    // `input`'s value has been taken in (its edit was applied).
+    void markTakenIn(const QString& input);
+    // Every input has been read again.
+    void markAllTakenIn();
 
 signals:
     void textsChanged();
@@ -69,5 +75,5 @@ private:
     int m_segment = 0;
     bool m_calculatorVisible = true;
     QString m_descriptionHtml;
-    bool m_stale = false;
+    QStringList m_staleInputs;
 };

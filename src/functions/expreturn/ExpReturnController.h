@@ -46,6 +46,9 @@ public:
     ExpReturnTableController* table() const { return m_table; }
 
 protected:
+    // An edit updates its own field's value only.
+    bool readsEveryField() const override { return false; }
+
     void connectMvc() override;
 
 private:

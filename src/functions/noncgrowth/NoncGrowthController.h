@@ -43,6 +43,9 @@ public:
     GrowthTableController* table() const { return m_table; }
 
 protected:
+    // An edit updates its own field's value only.
+    bool readsEveryField() const override { return false; }
+
     void connectMvc() override;
 
 private:

@@ -40,6 +40,9 @@ public:
     QObject* chartDataSource() const override { return m_chartDataSource; }
 
 protected:
+    // An edit updates its own field's value only.
+    bool readsEveryField() const override { return false; }
+
     void connectMvc() override;
 
 private:

@@ -30,6 +30,8 @@ FunctionScreen {
         signal returnPressed
         // "±" flipped the field's sign, which counts only with an edit.
         signal signChanged
+        // The field's text went to the table.
+        signal edited
 
         Layout.fillWidth: true
         Layout.leftMargin: AppTheme.margin
@@ -54,7 +56,10 @@ FunctionScreen {
             Layout.fillWidth: true
             text: cell.table.fieldTexts[cell.row] ?? ""
             placeholderText: "0"
-            onEdited: text => cell.table.fieldChanged(cell.row, text)
+            onEdited: text => {
+                cell.table.fieldChanged(cell.row, text);
+                cell.edited();
+            }
             onAccepted: cell.returnPressed()
         }
         SignButton {
@@ -110,11 +115,14 @@ FunctionScreen {
 
             table: npv.table
             row: index
-            onSignChanged: npv.cellSignFlipped()
+            onSignChanged: npv.cellSignFlipped("cashField" + index)
+            onEdited: npv.cellEdited("cashField" + index)
             onReturnPressed: {
                 // After "±" Return applies the flipped text first.
-                if (npv.view.stale)
+                if (npv.view.stale) {
                     npv.table.fieldChanged(index, field.text);
+                    npv.cellEdited("cashField" + index);
+                }
                 const next = cashRows.itemAt(index + 1);
                 if (next)
                     next.nextItemInFocusChain(true).forceActiveFocus();

@@ -53,7 +53,7 @@ TEST_F(NpvTest, FreshScreen)
     EXPECT_TRUE(npv().isEmpty()) << "nothing computed yet";
     EXPECT_FALSE(screen->chartShown());
 
-    // All-zero flows: the first midpoint already meets the tolerance.
+    // All-zero flows are worth 0 at every rate; 0 % is the IRR given.
     type("discountRateField", "10");
     EXPECT_EQ(npv(), "0");
     EXPECT_EQ(irr(), "0%");
@@ -305,6 +305,33 @@ TEST(NpvTableModelTest, RowsFollowThePeriod)
     table.period = 1 << 30;
     table.calculateResults();
     EXPECT_EQ(table.cashArray.size(), NpvTableModel::maximumCashFlows);
+}
+
+} // namespace
+
+namespace {
+
+// Each field here updates only its own value, so a flipped rate stays
+// stale (the results do not hold it) until the rate itself is edited; a
+// flipped cell until that cell is.
+TEST_F(NpvTest, AFlippedValueStaysStaleUntilItIsTakenIn)
+{
+    type("discountRateField", "10");
+    cashFlows({"-100", "110"});
+    screen->signFlipped("discountRateField", "-10");
+    type("periodField", "2");
+    EXPECT_TRUE(view->stale()) << "the period edit recomputed with the old rate";
+    EXPECT_EQ(npv(), "0");
+    type("discountRateField", "-10");
+    EXPECT_FALSE(view->stale());
+    EXPECT_EQ(npv(), local("22.222")) << "-100 + 110 / 0.9";
+
+    screen->cellSignFlipped("cashField1");
+    cash(0, "-100");
+    screen->cellEdited("cashField0");
+    EXPECT_TRUE(view->stale());
+    screen->cellEdited("cashField1");
+    EXPECT_FALSE(view->stale());
 }
 
 } // namespace

@@ -49,6 +49,15 @@ QString unopenedFolderTitle()
 
 void mailFinished(MailResult result, Presenter* presenter)
 {
+    if (result == MailResult::Failed && presenter) {
+        // Nothing was handed to a mail program: say so, and why.
+        AlertRequest alert;
+        alert.title = QStringLiteral("Could not write the mail");
+        alert.message = Services::mailComposer().lastError();
+        alert.actions = {{QStringLiteral("OK")}};
+        presenter->present(alert, [](const QString&, const QString&) {});
+        return;
+    }
     if ((result != MailResult::Unopened && result != MailResult::Unanswered) || !presenter)
         return;
     const QString path = Services::mailComposer().lastDraftPath();

@@ -103,6 +103,7 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
 
     bool written = false;
     QString path;
+    QString reason;
     QDir outbox(AppPaths::outboxDirectory());
     if (outbox.mkpath(QStringLiteral("."))) {
         const QString stem =
@@ -112,17 +113,28 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
             path = outbox.filePath(stem + QStringLiteral("-%1.eml").arg(n));
 
         QFile file(path);
-        if (!QFile::exists(path) && file.open(QIODevice::WriteOnly)) {
+        if (!QFile::exists(path) && file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
             const QByteArray eml = toEml(message, now, boundary);
             written = file.write(eml) == eml.size() && file.flush();
+            reason = file.errorString();
             file.close();
+            // A draft written in part is no draft: it goes again.
+            if (!written)
+                file.remove();
+        } else {
+            reason = file.errorString();
         }
+    } else {
+        reason = QStringLiteral("the folder %1 could not be made").arg(outbox.path());
     }
     if (!written) {
+        m_lastError =
+            QStringLiteral("The mail draft could not be written to %1: %2.").arg(path, reason);
         if (finished)
             finished(MailResult::Failed);
         return;
     }
+    m_lastError.clear();
     m_lastDraftPath = path;
     // The answer may come after this composer is gone: it takes nothing of
     // it along.

@@ -39,6 +39,8 @@ public:
     virtual void compose(const MailMessage& message, Finished finished) = 0;
     // Where the last draft was written, for composers that write drafts.
     virtual QString lastDraftPath() const { return {}; }
+    // Why the last message failed (Failed), in a plain sentence.
+    virtual QString lastError() const { return {}; }
 };
 
 // Desktop composer: writes the message as an unsent RFC 5322 draft
@@ -58,8 +60,10 @@ public:
                             const QByteArray& boundary);
 
     QString lastDraftPath() const override { return m_lastDraftPath; }
+    QString lastError() const override { return m_lastError; }
 
 private:
     UrlOpener* m_opener;
     QString m_lastDraftPath;
+    QString m_lastError;
 };

@@ -151,6 +151,19 @@ TEST_F(DesktopOpenerTest, WhatTheOpenerFailsToOpenIsToldAndWhatItOpensIsNot)
     EXPECT_EQ(mailed, MailResult::Saved);
     EXPECT_EQ(opened().size(), 6);
     EXPECT_EQ(presenter.requests.size(), 3u);
+
+    // A draft that cannot be written (the outbox is a file) is told too,
+    // and nothing is handed to the opener.
+    QDir(AppPaths::outboxDirectory()).removeRecursively();
+    QFile blocker(AppPaths::outboxDirectory());
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    sendMail();
+    ASSERT_TRUE(waitForAlerts(4));
+    EXPECT_EQ(mailed, MailResult::Failed);
+    EXPECT_EQ(presenter.requests[3].title, "Could not write the mail");
+    EXPECT_TRUE(presenter.requests[3].message.startsWith("The mail draft could not be written"));
+    EXPECT_EQ(opened().size(), 6);
 }
 
 } // namespace

@@ -86,15 +86,14 @@ void CalculatorModel::computeRate()
     const auto annualOf = [&](double i) {
         return periods * growthFactorMinusOne(i, toCompounding);
     };
-    const auto solveWith = [&](double presentValue, double payment, double futureValue) {
-        return RootSearch::findRoots([&](double i) {
-            return FinanceMath::futureValueDifference(
-                i, period, presentValue, payment, paymentMode == QLatin1String("BEG"), futureValue);
-        });
-    };
-    const RootSearch::Roots roots = solveWith(pv, pmt, fv);
     const double preferred = equivalentRatePerPeriodWithRateAndCompoundingAndNewCompounding(
         0.1, periods, paymentFrequency);
+    const bool beginning = paymentMode == QLatin1String("BEG");
+    const auto solveWith = [&](double presentValue, double payment, double futureValue) {
+        return RootSearch::tvmRoots(period, presentValue, payment, futureValue, beginning,
+                                    preferred);
+    };
+    const RootSearch::Roots roots = solveWith(pv, pmt, fv);
     qCDebug(lcSolver, "%zu rates found", roots.all.size());
     if (!roots.empty()) {
         rate = annualOf(roots.nearest(preferred)) * 100.0;
@@ -233,8 +232,15 @@ CalculatorModel::Rates CalculatorModel::internalRatesOfReturn(const CashFlowList
         return {{0.0}, {}}; // all 0: every rate fits, and 0 is the plainest
     if (!anyPositive || !anyNegative)
         return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), anyPositive, anyNegative)};
-    RootSearch::Roots roots =
-        RootSearch::findRoots([&values](double rate) { return npvOf(values, rate); });
+    std::vector<double> amounts;
+    for (const ParsedFlow& flow : values) {
+        if (flow.repeats > 0)
+            amounts.push_back(flow.cash);
+    }
+    const auto npv = [&values](double rate) { return npvOf(values, rate); };
+    RootSearch::Roots roots = RootSearch::signChanges(amounts) <= 1
+                                  ? RootSearch::findOnlyRoot(npv, 0.1)
+                                  : RootSearch::findRoots(npv);
     if (roots.empty())
         return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), true, true)};
     return {std::move(roots.all), {}};

@@ -152,6 +152,83 @@ Roots findRoots(const Function& value, double lowest, double highest)
     return roots;
 }
 
+Roots findOnlyRoot(const Function& value, double preferred)
+{
+    FinanceMath::clearUpperVectorState();
+    const std::vector<double>& rates = grid();
+    const auto nearest = std::lower_bound(rates.begin(), rates.end(), preferred);
+    const size_t start = std::min<size_t>(size_t(nearest - rates.begin()), rates.size() - 1);
+    Roots roots;
+    const double startValue = value(rates[start]);
+    if (startValue == 0) {
+        roots.all.push_back(rates[start]);
+        return roots;
+    }
+    // The last value met on each side, and where.
+    size_t below = start, above = start;
+    double belowValue = startValue, aboveValue = startValue;
+    const auto bracketed = [](double a, double b) {
+        return !std::isnan(a) && !std::isnan(b) && !sameSign(a, b);
+    };
+    while (below > 0 || above + 1 < rates.size()) {
+        if (above + 1 < rates.size()) {
+            const double next = value(rates[above + 1]);
+            if (next == 0 || bracketed(aboveValue, next)) {
+                const double root =
+                    next == 0 ? rates[above + 1]
+                              : refine(value, rates[above], aboveValue, rates[above + 1], next);
+                if (!std::isnan(root))
+                    roots.all.push_back(root);
+                return roots;
+            }
+            ++above;
+            aboveValue = next;
+        }
+        if (below > 0) {
+            const double next = value(rates[below - 1]);
+            if (next == 0 || bracketed(next, belowValue)) {
+                const double root =
+                    next == 0 ? rates[below - 1]
+                              : refine(value, rates[below - 1], next, rates[below], belowValue);
+                if (!std::isnan(root))
+                    roots.all.push_back(root);
+                return roots;
+            }
+            --below;
+            belowValue = next;
+        }
+    }
+    return roots;
+}
+
+int signChanges(const std::vector<double>& amounts)
+{
+    int changes = 0;
+    int last = 0; // the sign of the last amount that was not 0
+    for (double amount : amounts) {
+        const int sign = amount > 0 ? 1 : amount < 0 ? -1 : 0;
+        if (sign == 0)
+            continue;
+        changes += last != 0 && sign != last;
+        last = sign;
+    }
+    return changes;
+}
+
+Roots tvmRoots(double n, double pv, double pmt, double fv, bool beginning, double preferred)
+{
+    const Function value = [=](double i) {
+        return FinanceMath::futureValueDifference(i, n, pv, pmt, beginning, fv);
+    };
+    if (n >= 1 && n == std::floor(n)) {
+        const std::vector<double> amounts{beginning ? pv + pmt : pv, n >= 2 ? pmt : 0.0,
+                                          beginning ? -fv : pmt - fv};
+        if (signChanges(amounts) <= 1)
+            return findOnlyRoot(value, preferred);
+    }
+    return findRoots(value);
+}
+
 QString noTvmRateReason(bool everywhere, double pv, double pmt, double fv,
                         const std::function<bool(double, double, double)>& solvable)
 {

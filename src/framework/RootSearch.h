@@ -45,6 +45,19 @@ inline constexpr double highestRate = 1e4;
 
 Roots findRoots(const Function& value, double lowest = lowestRate, double highest = highestRate);
 
+// The same for a value that has at most one root in the range: a sum of
+// amounts times powers of (1 + rate) whose amounts, ordered by power,
+// change sign once (Descartes' rule of signs bounds its roots above −100 %
+// by that count), as nearly every investment's flows do. The scan then
+// walks the same grid outward from `preferred` and stops at the first sign
+// change, so it costs a few dozen values instead of the whole grid.
+Roots findOnlyRoot(const Function& value, double preferred);
+
+// How often the amounts change sign, in order, zeros skipped: by Descartes'
+// rule of signs the most roots a sum of amount·(1 + rate)^power (powers in
+// that order) can have above −100 %.
+int signChanges(const std::vector<double>& amounts);
+
 // The root between `low` and `high`, where the value's signs differ (or is
 // 0 at one end), narrowed to full precision.
 double refine(const Function& value, double low, double lowValue, double high, double highValue);
@@ -53,6 +66,14 @@ double refine(const Function& value, double low, double lowValue, double high, d
 // one plain line: its amounts are all of one sign, or no rate in the range
 // searched makes it 0. `name` is the rate's name ("IRR", "XIRR").
 QString noRateReason(const QString& name, bool anyPositive, bool anyNegative);
+
+// The rates a period at which `pv` and a level payment `pmt` (at the start
+// of each period when `beginning`) grow to `fv` in `n` periods (money with
+// one sign: FinanceMath::futureValueDifference). Over a whole number of
+// periods that is a sum of amounts times powers of (1 + i): PV (and PMT in
+// BEG mode) at the power n, PMT at n − 1 down to 1, PMT − FV (or −FV) at
+// 0; when those change sign at most once, only one root is looked for.
+Roots tvmRoots(double n, double pv, double pmt, double fv, bool beginning, double preferred);
 
 // Why a TVM rate solve found no rate, in one plain line. `everywhere`: every
 // rate fits the registers. When PV and FV were entered with opposite signs

@@ -50,6 +50,14 @@ TEST(RootSearch, FindsEveryRootInTheRange)
         for (size_t k = 0; k < c.roots.size(); ++k)
             EXPECT_NEAR(roots.all[k], c.roots[k], 1e-14 * std::max(1.0, std::fabs(c.roots[k])))
                 << "flows " << c.flows[0] << ", " << c.flows[1];
+        // With one sign change there is one root, and the walk from 10 %
+        // finds the same.
+        if (RootSearch::signChanges(c.flows) <= 1) {
+            const RootSearch::Roots only =
+                RootSearch::findOnlyRoot([&c](double x) { return npv(c.flows, x); }, 0.1);
+            ASSERT_EQ(only.all.size(), 1u);
+            EXPECT_EQ(only.all[0], roots.all[0]);
+        }
     }
     EXPECT_NEAR(rootsOf({-100, 230, -132}).nearest(0.1), 0.1, 1e-14) << "of two, the nearer";
     EXPECT_NEAR(rootsOf({-100, 230, -132}).nearest(0.16), 0.2, 1e-14);

@@ -52,10 +52,33 @@ double DatedCashFlowsModel::internalRate() const
         std::any_of(dated.begin(), dated.end(), [](const Flow& f) { return f.amount < 0; });
     if (!positive || !negative)
         return noNumber;
+    // Each flow's years from the first date, worked out once for the whole
+    // search; in date order with the amounts of one day added up, so that
+    // their signs tell (Descartes' rule of signs) when at most one rate
+    // can fit.
+    const QDate start = dated.first().date;
+    std::vector<std::pair<double, double>> terms; // years, amount
+    for (const Flow& flow : dated)
+        terms.emplace_back(start.daysTo(flow.date) / 365.0, flow.amount);
+    std::sort(terms.begin(), terms.end());
+    std::vector<double> amounts;
+    for (size_t k = 0; k < terms.size(); ++k) {
+        if (k > 0 && terms[k].first == terms[k - 1].first)
+            amounts.back() += terms[k].second;
+        else
+            amounts.push_back(terms[k].second);
+    }
+    const auto xnpvAt = [&terms](double rate) {
+        double sum = 0;
+        for (const auto& [years, amount] : terms)
+            sum += amount / std::pow(1 + rate, years);
+        return sum;
+    };
     // The shared rate search over yearly rates; of several, the one nearest
     // 10 % (the spreadsheet's default guess).
-    const RootSearch::Roots roots =
-        RootSearch::findRoots([this](double rate) { return netPresentValue(rate); });
+    const RootSearch::Roots roots = RootSearch::signChanges(amounts) <= 1
+                                        ? RootSearch::findOnlyRoot(xnpvAt, 0.1)
+                                        : RootSearch::findRoots(xnpvAt);
     return roots.nearest(0.1);
 }
 

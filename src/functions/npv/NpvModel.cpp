@@ -70,7 +70,10 @@ NpvModel::Rates NpvModel::internalRatesOfReturn(const QList<double>& cashFlows, 
             sum = sum * v + cashFlows.at(t);
         return sum;
     };
-    const RootSearch::Roots roots = RootSearch::findRoots(presentValueAt);
+    const std::vector<double> amounts(cashFlows.cbegin(), cashFlows.cbegin() + n);
+    const RootSearch::Roots roots = RootSearch::signChanges(amounts) <= 1
+                                        ? RootSearch::findOnlyRoot(presentValueAt, 0.1)
+                                        : RootSearch::findRoots(presentValueAt);
     if (roots.empty())
         return {{}, RootSearch::noRateReason(QStringLiteral("IRR"), true, true)};
     Rates rates;

@@ -99,9 +99,7 @@ TvmModel::RateAnswer TvmModel::rateWithPeriod(double n) const
                 QStringLiteral("No rate: choose a payment frequency.")};
     const bool beginning = paymentMode == QLatin1String("BEG");
     const auto solve = [&](double pv, double pmt, double fv) {
-        return RootSearch::findRoots([&](double i) {
-            return FinanceMath::futureValueDifference(i, n, pv, pmt, beginning, fv);
-        });
+        return RootSearch::tvmRoots(n, pv, pmt, fv, beginning, 0.1 / f);
     };
     const RootSearch::Roots roots = solve(presentValue, payment, futureValue);
     if (!roots.empty())

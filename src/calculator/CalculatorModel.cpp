@@ -71,6 +71,12 @@ void CalculatorModel::computePeriod()
     period = std::log((fv + a) / (pv + a)) / std::log1p(i);
 }
 
+// CPT I/Y and CPT IRR use the app's one rate search instead of the
+// bisections they had (0 % to 100 % a year for I/Y, −100 % to 100 % for
+// IRR, each stopping once its value came within 1e-6): those lost rates
+// outside their range, borrowers' flows (whose NPV rises with the rate) and
+// the last digits of rates on small amounts. Where they found a rate, the
+// answers differ only within what their tolerance left open.
 void CalculatorModel::computeRate()
 {
     rateNote.clear();

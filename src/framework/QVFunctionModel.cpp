@@ -143,6 +143,30 @@ QString QVFunctionModel::note(const QString& property) const
     return {};
 }
 
+QString QVFunctionModel::tooLarge()
+{
+    return QStringLiteral("The numbers grow too large to compute.");
+}
+
+void QVFunctionModel::explain(const char* property, std::initializer_list<QString> reasons)
+{
+    if (std::isfinite(this->property(property).toDouble()))
+        return;
+    for (const QString& reason : reasons) {
+        if (!reason.isEmpty())
+            return setNote(QString::fromLatin1(property), reason);
+    }
+}
+
+void QVFunctionModel::explainEntries(std::initializer_list<const char*> inputs)
+{
+    for (const char* input : inputs) {
+        if (std::isinf(property(input).toDouble()))
+            setNote(QString::fromLatin1(input),
+                    QStringLiteral("Too large a number to compute with."));
+    }
+}
+
 QMap<QString, QString> QVFunctionModel::notes() const
 {
     QMap<QString, QString> all;

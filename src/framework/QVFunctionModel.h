@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
+#include <initializer_list>
 #include <memory>
 
 // Base of every calculator model: the names under which its reports are
@@ -78,7 +79,23 @@ public:
     // Every non-empty line, for the result properties of the subclass.
     QMap<QString, QString> notes() const;
 
+    // The line for a result that passes the largest number a double holds,
+    // from a huge entry or from growth over a long term.
+    static QString tooLarge();
+
 protected:
+    // Gives `property`, when it holds NaN or an infinity, the first
+    // non-empty line of `reasons` as its note. List the causes in the order
+    // a user sees to them: an empty field, then a value out of range, then
+    // tooLarge() once nothing else can be the cause. A finite value, or one
+    // no listed cause fits, keeps the note it has (the general line stands
+    // for a cause no model names).
+    void explain(const char* property, std::initializer_list<QString> reasons);
+    // Notes each of the input properties `inputs` that holds an infinity (a
+    // typed "1e400") as too large, so that the entry is not taken for a
+    // result of a division by zero.
+    void explainEntries(std::initializer_list<const char*> inputs);
+
     // Sets the five names, a new report and its file key (and, in
     // calculators, its function title).
     virtual void configureNames();

@@ -57,6 +57,34 @@ void BlackScholesModel::calculateResult()
 
     callRho = K * T * D * n_d2;
     putRho = -K * T * D * n_minus_d2;
+    explainResults();
+}
+
+void BlackScholesModel::explainResults()
+{
+    clearNotes();
+    explainEntries(
+        {"assetPrice", "exercisePrice", "timeToExpiration", "standardDeviation", "riskFreeRate"});
+    // ln(S/K) needs two prices of one sign, and d1 divides by σ√T.
+    QString reason;
+    if (assetPrice == 0)
+        reason = QStringLiteral("Enter the asset price.");
+    else if (exercisePrice == 0)
+        reason = QStringLiteral("Enter the exercise price.");
+    else if (assetPrice < 0)
+        reason = QStringLiteral("The asset price must be above 0.");
+    else if (exercisePrice < 0)
+        reason = QStringLiteral("The exercise price must be above 0.");
+    else if (timeToExpiration == 0)
+        reason = QStringLiteral("Enter the time to expiration.");
+    else if (timeToExpiration < 0)
+        reason = QStringLiteral("The time to expiration must be above 0.");
+    else if (standardDeviation == 0)
+        reason = QStringLiteral("Enter the standard deviation.");
+    for (const char* property :
+         {"d1", "d2", "n_d1", "n_d2", "callPrice", "putPrice", "callDelta", "putDelta", "callGamma",
+          "putGamma", "callTheta", "putTheta", "callVega", "putVega", "callRho", "putRho"})
+        explain(property, {reason, tooLarge()});
 }
 
 void BlackScholesModel::createReport(const QVariantMap& userInfo)

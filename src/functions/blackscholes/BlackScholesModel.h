@@ -76,4 +76,9 @@ public:
 
 protected:
     void configureNames() override;
+
+private:
+    // The note of each result that is no number: the first entry that
+    // leaves the formulas undefined.
+    void explainResults();
 };

@@ -62,6 +62,28 @@ void BondModel::calculateResult()
     maculayDuration = sums.duration / (bondValue * f);
     modifiedDuration = maculayDuration / b;
     convexity = sums.convexity / (bondValue * f * f);
+
+    clearNotes();
+    explainEntries({"faceValue", "couponRate", "yieldToMaturity", "years"});
+    QString reason;
+    if (faceValue == 0)
+        reason = QStringLiteral("Enter the face value.");
+    else if (y == 0)
+        reason = QStringLiteral(
+            "A yield of 0 divides by zero in these formulas: enter a yield other than 0.");
+    else if (b <= 0)
+        reason = QStringLiteral("The yield must be above %1 % (-100 % a coupon period).")
+                     .arg(-100 * frequencyValue);
+    // The durations are weighted by the bond's value.
+    const bool noValue = bondValue == 0;
+    explain("bondValue", {reason, tooLarge()});
+    for (const char* property : {"maculayDuration", "modifiedDuration"})
+        explain(property,
+                {reason, noValue ? QStringLiteral("The bond value is 0: no duration.") : QString(),
+                 tooLarge()});
+    explain("convexity",
+            {reason, noValue ? QStringLiteral("The bond value is 0: no convexity.") : QString(),
+             tooLarge()});
 }
 
 BondModel::Sums BondModel::sumPeriodByPeriod(double n, double coupon, double face, double b)

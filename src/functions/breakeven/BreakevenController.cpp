@@ -71,7 +71,10 @@ void BreakevenController::solve(const QString& name)
     for (const Unknown& unknown : unknowns) {
         if (name == QLatin1String(unknown.name)) {
             (m->*unknown.solver)();
-            m->setNote(name, unreadable);
+            // An unreadable field comes first: the model's reason assumed
+            // it was a number.
+            if (!unreadable.isEmpty())
+                m->setNote(name, unreadable);
             showResultOf(fieldOf(unknown), unknown.name);
         }
     }

@@ -11,27 +11,49 @@ void BreakevenModel::configureNames()
 
 double BreakevenModel::calculateQuantity()
 {
-    return quantity = (fixedCost + profit) / (price - variableCost);
+    quantity = (fixedCost + profit) / (price - variableCost);
+    QString reason;
+    if (price == 0 && variableCost == 0)
+        reason = QStringLiteral("Enter the price per unit.");
+    else if (price - variableCost == 0)
+        reason = QStringLiteral("Price equals variable cost: no breakeven quantity.");
+    explainSolve("quantity", reason);
+    return quantity;
 }
 
 double BreakevenModel::calculatePrice()
 {
-    return price = (fixedCost + profit) / quantity + variableCost;
+    price = (fixedCost + profit) / quantity + variableCost;
+    explainSolve("price", quantity == 0 ? QStringLiteral("Enter the quantity.") : QString());
+    return price;
 }
 
 double BreakevenModel::calculateFixedCost()
 {
-    return fixedCost = quantity * (price - variableCost) - profit;
+    fixedCost = quantity * (price - variableCost) - profit;
+    explainSolve("fixedCost", {});
+    return fixedCost;
 }
 
 double BreakevenModel::calculateVariableCost()
 {
-    return variableCost = price - (fixedCost + profit) / quantity;
+    variableCost = price - (fixedCost + profit) / quantity;
+    explainSolve("variableCost", quantity == 0 ? QStringLiteral("Enter the quantity.") : QString());
+    return variableCost;
 }
 
 double BreakevenModel::calculateProfit()
 {
-    return profit = quantity * (price - variableCost) - fixedCost;
+    profit = quantity * (price - variableCost) - fixedCost;
+    explainSolve("profit", {});
+    return profit;
+}
+
+void BreakevenModel::explainSolve(const char* solved, const QString& reason)
+{
+    explainEntries({"fixedCost", "variableCost", "price", "profit", "quantity"});
+    setNote(QString::fromLatin1(solved), {});
+    explain(solved, {reason, tooLarge()});
 }
 
 void BreakevenModel::createReport(const QVariantMap& userInfo)

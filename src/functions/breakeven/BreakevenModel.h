@@ -35,4 +35,9 @@ public:
 
 protected:
     void configureNames() override;
+
+private:
+    // The notes after a solve: the entries too large to compute with, and
+    // why the solved value is no number (`reason`, else too large).
+    void explainSolve(const char* solved, const QString& reason);
 };

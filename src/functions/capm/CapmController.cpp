@@ -56,7 +56,15 @@ void CapmController::setInputValues()
 void CapmController::solveInto(const QString& outlet, double (CapmModel::*solver)())
 {
     setInputValues();
-    showNumber(outlet, (capmModel()->*solver)());
+    // A solve's note is about that solve alone.
+    capmModel()->clearNotes();
+    for (const FunctionInput& input : inputs())
+        qvFunctionView()->setNote(input.outlet, {});
+    (capmModel()->*solver)();
+    for (const FunctionInput& input : inputs()) {
+        if (input.outlet == outlet)
+            showResultOf(outlet, input.property.toLatin1().constData());
+    }
 }
 
 void CapmController::stockReturnClicked()

@@ -13,6 +13,7 @@ double CapmModel::calculateStockReturn()
     const double rm = marketReturn / 100;
     const double rf = riskFreeRate / 100;
     stockReturn = (rf + beta * (rm - rf)) * 100;
+    explainSolve("stockReturn", {});
     return stockReturn;
 }
 
@@ -21,6 +22,11 @@ double CapmModel::calculateMarketReturn()
     const double rs = stockReturn / 100;
     const double rf = riskFreeRate / 100;
     marketReturn = ((rs - rf) + beta * rf) / beta * 100;
+    explainSolve(
+        "marketReturn",
+        beta == 0
+            ? QStringLiteral("With beta 0 the market return has no effect, so it cannot be solved.")
+            : QString());
     return marketReturn;
 }
 
@@ -29,6 +35,10 @@ double CapmModel::calculateRiskFreeRate()
     const double rs = stockReturn / 100;
     const double rm = marketReturn / 100;
     riskFreeRate = (rs - beta * rm) / (1 - beta) * 100;
+    explainSolve("riskFreeRate",
+                 1 - beta == 0 ? QStringLiteral("With beta 1 the risk-free rate has no effect, so "
+                                                "it cannot be solved.")
+                               : QString());
     return riskFreeRate;
 }
 
@@ -38,7 +48,17 @@ double CapmModel::calculateBeta()
     const double rm = marketReturn / 100;
     const double rf = riskFreeRate / 100;
     beta = (rs - rf) / (rm - rf);
+    explainSolve("beta", rm - rf == 0 ? QStringLiteral(
+                                            "The market return equals the risk-free rate: no beta.")
+                                      : QString());
     return beta;
+}
+
+void CapmModel::explainSolve(const char* solved, const QString& reason)
+{
+    explainEntries({"stockReturn", "marketReturn", "riskFreeRate", "beta"});
+    setNote(QString::fromLatin1(solved), {});
+    explain(solved, {reason, tooLarge()});
 }
 
 void CapmModel::createReport(const QVariantMap& userInfo)

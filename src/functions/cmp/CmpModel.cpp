@@ -104,6 +104,20 @@ void CmpModel::calculateResult()
     apy = equivalentRateOfRateAndCompoundingAndNewCompounding(annualRate / 100.0, compoundingValue,
                                                               1) *
           100.0;
+
+    clearNotes();
+    explainEntries({"principalAmount", "annualRate", "period", "payment"});
+    // Below -100 % a compounding period the monthly growth is a fractional
+    // power of a negative number.
+    const QString belowLimit =
+        compoundingValue > 0 && annualRate / 100.0 / compoundingValue < -1
+            ? QStringLiteral("The annual rate cannot be below %1 % (-100 % a compounding period).")
+                  .arg(-100 * compoundingValue)
+            : QString();
+    explain("balance", {belowLimit, tooLarge()});
+    explain("interestAmount", {belowLimit, tooLarge()});
+    explain("totalPrincipal", {tooLarge()});
+    explain("apy", {tooLarge()});
 }
 
 void CmpModel::createReport(const QVariantMap& userInfo)

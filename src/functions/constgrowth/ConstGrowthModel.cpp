@@ -22,6 +22,14 @@ void ConstGrowthModel::calculateResult()
     else
         return;
     price = nextYearDividend / (returnRate / 100 - growthRate / 100);
+
+    clearNotes();
+    explainEntries({"dividend", "returnRate", "growthRate"});
+    explain("price", {dividend == 0 ? QStringLiteral("Enter the dividend per share.") : QString(),
+                      returnRate / 100 == growthRate / 100
+                          ? QStringLiteral("The required return equals the growth rate: no price.")
+                          : QString(),
+                      tooLarge()});
 }
 
 void ConstGrowthModel::createReport(const QVariantMap& userInfo)

@@ -71,6 +71,12 @@ void ExpReturnController::showResult()
                stringWithFormat(QStringLiteral("%@%%"), stringFromDouble(m->expectedReturnB)));
     v->setText(standardDeviationBResultLabel,
                stringWithFormat(QStringLiteral("%@%%"), stringFromDouble(m->standardDeviationB)));
+    // The results keep their own format; their notes go under them as on
+    // every other screen.
+    v->setNote(expReturnAResultLabel, m->note(QStringLiteral("expectedReturnA")));
+    v->setNote(standardDeviationAResultLabel, m->note(QStringLiteral("standardDeviationA")));
+    v->setNote(expReturnBResultLabel, m->note(QStringLiteral("expectedReturnB")));
+    v->setNote(standardDeviationBResultLabel, m->note(QStringLiteral("standardDeviationB")));
 }
 
 QString ExpReturnController::stringWithFormat(const QString& format, const QString& object)

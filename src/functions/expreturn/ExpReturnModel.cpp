@@ -71,6 +71,18 @@ void ExpReturnModel::calculateResult()
     expectedReturnB = eb;
     standardDeviationA = std::sqrt(va) * 100;
     standardDeviationB = std::sqrt(vb) * 100;
+
+    clearNotes();
+    // A negative probability can make the variance negative: no square root.
+    bool negative = false;
+    for (int i = 0; i < n; ++i)
+        negative = negative || rates.at(i).probability < 0;
+    const QString negativeReason =
+        negative ? QStringLiteral("Probabilities cannot be negative.") : QString();
+    explain("expectedReturnA", {tooLarge()});
+    explain("expectedReturnB", {tooLarge()});
+    explain("standardDeviationA", {negativeReason, tooLarge()});
+    explain("standardDeviationB", {negativeReason, tooLarge()});
     NotificationCenter::defaultCenter().post(QStringLiteral("ResultCalculatedNotification"), this);
 }
 

@@ -55,6 +55,9 @@ void NoncGrowthModel::calculateResult()
     double k = 1;
     double disc = 1;
     qsizetype i = 0;
+    // What divides by zero: the perpetuity's r - g, or a period's 1 + r.
+    bool perpetuityWithoutSpread = false;
+    qsizetype lostPeriod = 0; // the first period with a required return of -100 %
     if (n + 1 > 1) {
         do {
             const double g = rates.at(i).growthRate / 100;
@@ -62,15 +65,31 @@ void NoncGrowthModel::calculateResult()
             d = d * (1 + g);
             if (n == k) {
                 sum += d / (r - g) / disc;
+                perpetuityWithoutSpread = r - g == 0;
             } else {
                 sum += d / (disc * (1 + r));
                 disc = disc * (1 + r);
+                if (1 + r == 0 && lostPeriod == 0)
+                    lostPeriod = i + 1;
             }
             k = double(i + 2);
             ++i;
         } while (n + 1 > k && i < rates.size());
     }
     price = sum;
+
+    clearNotes();
+    explainEntries({"dividend"});
+    explain("price",
+            {dividend == 0 ? QStringLiteral("Enter the current dividend.") : QString(),
+             lostPeriod > 0 ? QStringLiteral("Period %1 has a required return of -100 %: no price.")
+                                  .arg(lostPeriod)
+                            : QString(),
+             perpetuityWithoutSpread
+                 ? QStringLiteral(
+                       "In the last period the required return equals the growth rate: no price.")
+                 : QString(),
+             tooLarge()});
     NotificationCenter::defaultCenter().post(QStringLiteral("ResultCalculatedNotification"), this);
 }
 

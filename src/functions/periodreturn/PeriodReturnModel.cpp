@@ -12,6 +12,10 @@ void PeriodReturnModel::configureNames()
 void PeriodReturnModel::calculateResult()
 {
     hpr = (income + (endingValue - initialValue)) / initialValue * 100;
+    clearNotes();
+    explainEntries({"initialValue", "endingValue", "income"});
+    explain("hpr", {initialValue == 0 ? QStringLiteral("Enter the initial value.") : QString(),
+                    tooLarge()});
 }
 
 void PeriodReturnModel::createReport(const QVariantMap& userInfo)

@@ -60,9 +60,13 @@ void RateConversionController::solve(const QString& name)
         m->calculateEffectiveRate();
     else
         m->calculateNominalRate();
-    m->setNote(name, unreadable);
-    if (std::isnan(m->continuousRate))
-        m->setNote(QStringLiteral("continuousRate"), unreadable);
+    // An unreadable field comes first: the model's reasons assumed it was a
+    // number.
+    if (!unreadable.isEmpty()) {
+        m->setNote(name, unreadable);
+        if (std::isnan(m->continuousRate))
+            m->setNote(QStringLiteral("continuousRate"), unreadable);
+    }
     qvFunctionView()->setNote(effective ? nominalRateField : effectiveRateField, QString());
     showResultOf(effective ? effectiveRateField : nominalRateField,
                  effective ? "effectiveRate" : "nominalRate");

@@ -23,6 +23,27 @@ double RateConversionModel::compoundings() const
 void RateConversionModel::calculateContinuousRate()
 {
     continuousRate = std::expm1(nominalRate / 100) * 100;
+    // A nominal rate that is no number passes its reason on.
+    setNote(QStringLiteral("continuousRate"), {});
+    explain("continuousRate",
+            {std::isnan(nominalRate) ? notes().value(QStringLiteral("nominalRate")) : QString(),
+             tooLarge()});
+}
+
+QString RateConversionModel::compoundingsProblem() const
+{
+    if (compoundingPerYear == 0)
+        return QStringLiteral("Enter the compoundings a year.");
+    if (!(std::trunc(compoundingPerYear) >= 1))
+        return QStringLiteral("The compoundings a year must be at least 1.");
+    return {};
+}
+
+void RateConversionModel::explainSolve(const char* solved, const QString& reason)
+{
+    explainEntries({"nominalRate", "effectiveRate", "compoundingPerYear"});
+    setNote(QString::fromLatin1(solved), {});
+    explain(solved, {compoundingsProblem(), reason, tooLarge()});
 }
 
 double RateConversionModel::calculateEffectiveRate()
@@ -30,6 +51,7 @@ double RateConversionModel::calculateEffectiveRate()
     const double m = compoundings();
     // (1 + r/m)^m - 1, exact for tiny rates and many compoundings.
     effectiveRate = FinanceMath::growthFactorMinusOne(nominalRate / 100 / m, m) * 100;
+    explainSolve("effectiveRate", {});
     calculateContinuousRate();
     return effectiveRate;
 }
@@ -38,6 +60,10 @@ double RateConversionModel::calculateNominalRate()
 {
     const double m = compoundings();
     nominalRate = m * FinanceMath::growthFactorMinusOne(effectiveRate / 100, 1 / m) * 100;
+    // Below -100 % the m-th root is of a negative number.
+    explainSolve("nominalRate", effectiveRate < -100
+                                    ? QStringLiteral("The effective rate cannot be below -100 %.")
+                                    : QString());
     calculateContinuousRate();
     return nominalRate;
 }

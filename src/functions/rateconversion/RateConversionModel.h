@@ -35,5 +35,10 @@ protected:
 
 private:
     double compoundings() const;
+    // Why the compoundings a year give no count (empty when they do).
+    QString compoundingsProblem() const;
+    // The notes after a solve: the entries too large to compute with, and
+    // why the solved rate is no number (`reason`, else too large).
+    void explainSolve(const char* solved, const QString& reason);
     void calculateContinuousRate();
 };

@@ -18,6 +18,16 @@ void RoiModel::calculateResult()
     gain = futureValue - investmentAmount;
     roi = (gain * 100) / investmentAmount;
     annualizedRoi = roi / years;
+
+    clearNotes();
+    explainEntries({"investmentAmount", "futureValue", "years"});
+    const QString noInvestment =
+        investmentAmount == 0 ? QStringLiteral("Enter the amount invested.") : QString();
+    explain("gain", {tooLarge()});
+    explain("roi", {noInvestment, tooLarge()});
+    explain("annualizedRoi",
+            {noInvestment, years == 0 ? QStringLiteral("Enter the years held.") : QString(),
+             tooLarge()});
 }
 
 void RoiModel::createReport(const QVariantMap& userInfo)

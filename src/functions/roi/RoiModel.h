@@ -4,7 +4,7 @@
 
 // Return on investment: the gain, the return in percent and its simple
 // yearly average. Divisions are not guarded: an investment or a period of 0
-// gives infinite or NaN results.
+// gives infinite or NaN results, each with a note saying which field to fill.
 class RoiModel : public QVFunctionModel {
     Q_OBJECT
     // The results the screen shows with a "%" after the number.

@@ -20,6 +20,19 @@ void TipModel::calculateResult()
     totalAmount = bill + tip;
     tipPerPerson = tip / double(numberOfPeople);
     totalPerPerson = totalAmount / double(numberOfPeople);
+
+    clearNotes();
+    explainEntries({"bill", "tipPercent", "salesTaxPercent"});
+    // Only a tax of exactly -100 % leaves a bill of 0 before tax to divide.
+    const QString noPreTax =
+        salesTaxPercent == -100 ? QStringLiteral("A sales tax of -100 % leaves no bill before tax.")
+                                : QString();
+    const QString noPeople =
+        numberOfPeople == 0 ? QStringLiteral("Enter the number of people.") : QString();
+    explain("tip", {noPreTax, tooLarge()});
+    explain("totalAmount", {noPreTax, tooLarge()});
+    explain("tipPerPerson", {noPeople, noPreTax, tooLarge()});
+    explain("totalPerPerson", {noPeople, noPreTax, tooLarge()});
 }
 
 void TipModel::createReport(const QVariantMap& userInfo)

@@ -3,7 +3,8 @@
 #include "framework/QVFunctionModel.h"
 
 // Splits a bill that already includes sales tax: the tip is taken on the
-// pre-tax amount. Nothing is guarded: 0 people give infinite or NaN shares.
+// pre-tax amount. Nothing is guarded: 0 people give infinite or NaN shares,
+// with a note asking for the number of people.
 class TipModel : public QVFunctionModel {
     Q_OBJECT
     Q_PROPERTY(double bill MEMBER bill)

@@ -115,26 +115,63 @@ double TvmModel::calculateInterestRateWithPeriod(int k) const
     return rateWithPeriod(k).rate;
 }
 
+void TvmModel::explainSolve(const char* solved, const QString& reason)
+{
+    explainEntries({"presentValue", "futureValue", "interestRate", "period", "payment"});
+    setNote(QString::fromLatin1(solved), {});
+    const double f = paymentFrequency;
+    QString rateProblem;
+    if (!(f >= 1))
+        rateProblem = QStringLiteral("Choose a payment frequency.");
+    else if (interestRate == 0)
+        rateProblem =
+            QStringLiteral("I/Y 0 divides by zero in these formulas: enter a rate other than 0.");
+    else if (terms().i <= -1)
+        // At -100 % a period nothing is left to grow; below it the growth
+        // is a power of a negative number.
+        rateProblem = QStringLiteral("I/Y must be above %1 % (-100 % a period).").arg(-100 * f);
+    explain(solved, {rateProblem, reason, tooLarge()});
+}
+
 double TvmModel::calculateFutureValue()
 {
-    return futureValue = futureValueAt(terms(), period);
+    futureValue = futureValueAt(terms(), period);
+    explainSolve("futureValue", {});
+    return futureValue;
 }
 
 double TvmModel::calculatePresentValue()
 {
-    return presentValue = presentValueAt(terms(), period);
+    presentValue = presentValueAt(terms(), period);
+    explainSolve("presentValue", {});
+    return presentValue;
 }
 
 double TvmModel::calculatePayment()
 {
-    return payment = paymentAt(terms(), period);
+    payment = paymentAt(terms(), period);
+    // No periods, no payments to spread the difference over.
+    explainSolve("payment",
+                 period == 0 ? QStringLiteral("Enter the number of periods, N.") : QString());
+    return payment;
 }
 
 double TvmModel::calculatePeriod()
 {
     const Terms t = terms();
     const double a = payment * t.annuity / t.i;
-    period = std::log((futureValue + a) / (presentValue + a)) / std::log1p(t.i);
+    const double from = presentValue + a;
+    const double to = futureValue + a;
+    period = std::log(to / from) / std::log1p(t.i);
+    // (1 + i)^N = (FV + a) / (PV + a) has one N when the ratio is above 0;
+    // at 0 / 0 the balance never moves and every N fits.
+    QString reason;
+    if (from == 0 && to == 0)
+        reason = QStringLiteral(
+            "Every N fits: PMT just offsets the interest, so the balance never changes.");
+    else if (std::isfinite(from) && std::isfinite(to))
+        reason = QStringLiteral("No N: no number of periods gives this FV from PV and PMT.");
+    explainSolve("period", reason);
     return period;
 }
 
@@ -142,6 +179,7 @@ double TvmModel::calculateInterestRate()
 {
     const RateAnswer answer = rateWithPeriod(period);
     interestRate = answer.rate;
+    explainEntries({"presentValue", "futureValue", "period", "payment"});
     setNote(QStringLiteral("interestRate"), answer.reason);
     return interestRate;
 }

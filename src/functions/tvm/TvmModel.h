@@ -101,6 +101,10 @@ private:
         QString reason;
     };
     RateAnswer rateWithPeriod(double n) const;
+    // The notes after a solve of PV, FV, PMT or N: the entries too large to
+    // compute with, and why the solved value is no number (the rate's
+    // problem, else `reason`, else too large).
+    void explainSolve(const char* solved, const QString& reason);
     int chartPeriods() const;
 
     QString m_chartName;

@@ -14,6 +14,15 @@ void WaccModel::calculateResult()
     const double debtTerm =
         debt * (costOfDebt / 100) * (1 - corporateTaxRate / 100) / (debt + equity);
     weightedAverageCostOfCapital = (equityTerm + debtTerm) * 100;
+
+    clearNotes();
+    explainEntries({"costOfEquity", "equity", "costOfDebt", "debt", "corporateTaxRate"});
+    QString noWeights;
+    if (equity == 0 && debt == 0)
+        noWeights = QStringLiteral("Enter the market value of equity or of debt.");
+    else if (equity + debt == 0)
+        noWeights = QStringLiteral("Equity and debt add up to 0: no weighted average.");
+    explain("weightedAverageCostOfCapital", {noWeights, tooLarge()});
 }
 
 void WaccModel::createReport(const QVariantMap& userInfo)

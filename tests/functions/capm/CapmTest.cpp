@@ -87,7 +87,9 @@ TEST_F(CapmTest, EditsComputeNothingAndShownRoundingFeedsTheNextSolve)
     EXPECT_EQ(view->text("stockReturnField"), local("10.002")) << "unknown names do nothing";
 }
 
-TEST_F(CapmTest, UnguardedDivisionsShowInfinityOrNaN)
+// The field shows the division's result and, under it, why; the next solve
+// clears the line again, under every field.
+TEST_F(CapmTest, UnguardedDivisionsShowInfinityOrNaNAndSayWhy)
 {
     struct Row {
         double rs, rm, rf, beta;
@@ -100,9 +102,17 @@ TEST_F(CapmTest, UnguardedDivisionsShowInfinityOrNaN)
         {2, 5, 5, 0, "beta", "-Infinity", "Rm = Rf"},
         {0, 0, 0, 0, "beta", "NaN", "all zero: 0 / 0"},
     };
+    const QString fields[] = {"stockReturnField", "marketReturnField", "riskFreeRateField",
+                              "betaField"};
     for (const Row& row : rows) {
         solve(row.rs, row.rm, row.rf, row.beta, row.unknown);
-        EXPECT_EQ(view->text(QLatin1String(row.unknown) + "Field"), row.shown) << row.why;
+        const QString field = QLatin1String(row.unknown) + "Field";
+        EXPECT_EQ(view->text(field), row.shown) << row.why;
+        EXPECT_EQ(view->note(field), model().note(row.unknown)) << row.why;
+        EXPECT_FALSE(view->note(field).isEmpty()) << row.why;
+        solve(9, 8, 3, 1.2, "stockReturn");
+        for (const QString& each : fields)
+            EXPECT_TRUE(view->note(each).isEmpty()) << row.why << " " << each.toStdString();
     }
 }
 

@@ -194,6 +194,24 @@ TEST_F(ExpReturnTest, NotificationTraffic)
     EXPECT_EQ(table->probabilityText(0), "");
 }
 
+// Probabilities -50 % and 150 % give A an expected return of -0.5 × 10 +
+// 1.5 × 20 = 25 % and a negative variance, -0.5 × 0.15² + 1.5 × 0.05² =
+// -0.0075: no deviation, and a line under it says why until the cell is
+// put right.
+TEST_F(ExpReturnTest, ANegativeProbabilityLeavesNoDeviationAndSaysWhy)
+{
+    type("periodField", "2");
+    state(0, "-50", "10", "0");
+    state(1, "150", "20", "0");
+    EXPECT_EQ(view->text("expReturnAResultLabel"), local("25%"));
+    EXPECT_TRUE(view->note("expReturnAResultLabel").isEmpty());
+    EXPECT_EQ(view->text("standardDeviationAResultLabel"), "NaN%");
+    EXPECT_EQ(view->note("standardDeviationAResultLabel"), "Probabilities cannot be negative.");
+    EXPECT_TRUE(view->note("standardDeviationBResultLabel").isEmpty()) << "B has no spread: 0";
+    table->probabilityChanged(0, "50");
+    EXPECT_TRUE(view->note("standardDeviationAResultLabel").isEmpty());
+}
+
 TEST_F(ExpReturnTest, BadCellsNeverBreakTheScreen)
 {
     state(0, "abc", "", "25%");

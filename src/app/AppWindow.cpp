@@ -121,7 +121,9 @@ void seedDemoReports()
                 .arg(QString::fromUtf8(demo.function), stamp, QString::fromUtf8(demo.body));
         report.fileName = QStringLiteral("%1_%2_%3_report.txt")
                               .arg(report.functionTitle.toLower(), report.title, stamp);
-        QVFileManager::saveFileToDocumentsDirectoryWithContents(report.fileName, report.contents);
-        QVReport::saveReport(report);
+        // A new file, " (2)" and on when the name is taken: never over a file
+        // another report keeps.
+        if (QVFileManager::writeNewFileToDocumentsDirectory(report.fileName, report.contents).ok())
+            QVReport::saveReport(report);
     }
 }

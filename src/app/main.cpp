@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QtQml/qqmlextensionplugin.h>
 #include <algorithm>
+#include <csignal>
 
 Q_IMPORT_QML_PLUGIN(TallyvanePlugin)
 
@@ -61,6 +62,10 @@ void fitToScreen(QQuickWindow* window)
 
 int main(int argc, char* argv[])
 {
+    // Past a file-size limit (ulimit -f) a write fails with EFBIG and is told
+    // like any other failed write, rather than the signal ending the app in
+    // the middle of it.
+    std::signal(SIGXFSZ, SIG_IGN);
     InputDirection::useLeftToRight();
     QGuiApplication app(argc, argv);
     DesktopServices::install();

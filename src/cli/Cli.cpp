@@ -7,9 +7,11 @@
 #include "framework/FunctionRegistry.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
+#include "platform/SafeFiles.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 #include "reports/ReportPdf.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
 #include <QFile>
@@ -17,7 +19,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <cmath>
 #include <utility>
 
@@ -38,8 +39,9 @@ Commands:
   reports list               the saved reports, newest first (index 0)
   reports show N             the text of saved report N
   reports delete N           remove saved report N from the list (its file stays)
-  reports pdf N FILE [--page A4|Letter]
-                             write saved report N as a PDF
+  reports pdf N FILE [--page A4|Letter] [--force]
+                             write saved report N as a PDF (a new file;
+                             --force writes over an existing regular file)
 
 Options:
   --json                     machine-readable output
@@ -47,7 +49,7 @@ Options:
 )";
 
 const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N | delete N [--json]
-       tallyvane-cli reports pdf N FILE [--page A4|Letter]
+       tallyvane-cli reports pdf N FILE [--page A4|Letter] [--force]
 
   list        one line per saved report, newest first: index, date, calculator,
               title and file name; --json gives an array of objects with
@@ -56,7 +58,14 @@ const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N |
   delete N    removes report N from the list as the Reports screen does; the
               text file stays in the documents folder
   pdf N FILE  writes report N as a PDF to FILE (A4, or Letter where the
-              locale measures in inches; --page chooses)
+              locale measures in inches; --page chooses). FILE must be a new
+              name; --force lets it write over an existing regular file. It
+              never writes over the saved-reports database or its journals, a
+              saved report's text or chart, or anything that is not a regular
+              file (a folder, link, pipe or device). The PDF is written beside
+              FILE first and takes its name only when whole, so a failed write
+              leaves FILE as it was. A chart that cannot be read is left out,
+              with a line on stderr saying why.
 )";
 
 QJsonObject reportJson(const QVReport& report)
@@ -103,6 +112,97 @@ bool readReportText(const QVReport& report, int index, QString* text, QTextStrea
     return true;
 }
 
+// Why the PDF may not go to `target` however it is asked (--force or not):
+// the files the saved reports live in, the database with its journals and
+// every report's text and chart, are never written over, nor is anything
+// that is not a regular file. Empty when it may.
+QString forbiddenTarget(const QString& target, const ReportTableModel& list)
+{
+    const QString database = ReportStore::databasePath();
+    if (SafeFiles::sameFile(target, database))
+        return QStringLiteral("%1 is the saved-reports database; it is never written over.")
+            .arg(target);
+    for (const char* journal : {"-wal", "-shm", "-journal"}) {
+        if (SafeFiles::sameFile(target, database + QLatin1String(journal)))
+            return QStringLiteral(
+                       "%1 belongs to the saved-reports database; it is never written over.")
+                .arg(target);
+    }
+    for (int i = 0; i < list.count(); ++i) {
+        const QVReport report = list.reportAt(i);
+        if (report.fileName.isEmpty())
+            continue;
+        const QString text = report.filePathInDocumentsDirectory();
+        const QString chart = ReportPdf::chartPathFor(text);
+        if (SafeFiles::sameFile(target, text) ||
+            (!chart.isEmpty() && SafeFiles::sameFile(target, chart)))
+            return QStringLiteral("%1 is a file of saved report %2; it is never written over.")
+                .arg(target)
+                .arg(i);
+    }
+    const SafeFiles::Kind kind = SafeFiles::kindOf(target);
+    if (kind != SafeFiles::Kind::Missing && kind != SafeFiles::Kind::Regular)
+        return QStringLiteral("%1 is %2, not a regular file; it is never written over.")
+            .arg(target, SafeFiles::describe(kind));
+    return {};
+}
+
+// reports pdf N FILE [--page A4|Letter] [--force]
+int pdfCommand(const ReportTableModel& list, QStringList args, QTextStream& out, QTextStream& err)
+{
+    const bool force = args.removeAll(QStringLiteral("--force")) > 0;
+    ReportPdf::Page page = ReportPdf::pageForLocale();
+    const qsizetype pageAt = args.indexOf(QStringLiteral("--page"));
+    if (pageAt >= 0) {
+        bool known = false;
+        page = ReportPdf::pageNamed(args.value(pageAt + 1), &known);
+        if (!known) {
+            err << "--page takes A4 or Letter\n";
+            return 1;
+        }
+        args.remove(pageAt, 2);
+    }
+    if (args.size() != 2) {
+        err << reportsUsage;
+        return 1;
+    }
+    int index = 0;
+    if (!parseIndex(args.at(0), list.count(), index, err))
+        return 1;
+    const QString target = args.at(1);
+    // Looked at before the PDF is laid out; the write itself looks again.
+    const QString forbidden = forbiddenTarget(target, list);
+    if (!forbidden.isEmpty()) {
+        err << forbidden << '\n';
+        return 1;
+    }
+    if (!force && SafeFiles::kindOf(target) != SafeFiles::Kind::Missing) {
+        err << target << " already exists; add --force to write over it.\n";
+        return 1;
+    }
+    const QVReport report = list.reportAt(index);
+    QString text;
+    if (!readReportText(report, index, &text, err))
+        return 1;
+    QString chartProblem;
+    const QByteArray chart =
+        ReportPdf::readChart(report.filePathInDocumentsDirectory(), &chartProblem);
+    // Written beside the target and renamed into place when whole: a failed
+    // write leaves whatever was there.
+    const QString failed =
+        SafeFiles::writeFile(target, force, [&](QIODevice* device, QString* error) {
+            return ReportPdf::write(device, text, page, chart, error);
+        });
+    if (!failed.isEmpty()) {
+        err << failed << '\n';
+        return 1;
+    }
+    if (!chartProblem.isEmpty())
+        err << chartProblem << " The PDF was written without it.\n";
+    out << target << '\n';
+    return 0;
+}
+
 int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextStream& err)
 {
     if (args.isEmpty() || args.contains(QStringLiteral("--help"))) {
@@ -134,38 +234,8 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
             out << QJsonDocument(array).toJson(QJsonDocument::Indented);
         return 0;
     }
-    if (verb == QLatin1String("pdf") && (args.size() == 3 || args.size() == 5)) {
-        int index = 0;
-        if (!parseIndex(args.at(1), list.count(), index, err))
-            return 1;
-        ReportPdf::Page page = ReportPdf::pageForLocale();
-        if (args.size() == 5) {
-            bool known = false;
-            page = ReportPdf::pageNamed(args.at(4), &known);
-            if (args.at(3) != QLatin1String("--page") || !known) {
-                err << "--page takes A4 or Letter\n";
-                return 1;
-            }
-        }
-        QString text;
-        if (!readReportText(list.reportAt(index), index, &text, err))
-            return 1;
-        // Written whole or not at all.
-        QSaveFile file(args.at(2));
-        const QString chart =
-            ReportPdf::chartPathFor(list.reportAt(index).filePathInDocumentsDirectory());
-        // A file that could not be laid out is dropped unwritten (no commit).
-        QString reason;
-        if (!file.open(QIODevice::WriteOnly) ||
-            !ReportPdf::write(&file, text, page, chart, &reason) || !file.commit()) {
-            err << args.at(2)
-                << " could not be written: " << (reason.isEmpty() ? file.errorString() : reason)
-                << '\n';
-            return 1;
-        }
-        out << args.at(2) << '\n';
-        return 0;
-    }
+    if (verb == QLatin1String("pdf"))
+        return pdfCommand(list, args.mid(1), out, err);
     if ((verb == QLatin1String("show") || verb == QLatin1String("delete")) && args.size() == 2) {
         int index = 0;
         if (!parseIndex(args.at(1), list.count(), index, err))

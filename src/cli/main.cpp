@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QLibrary>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -51,6 +52,10 @@ std::unique_ptr<QCoreApplication> loadPdfModule(int* argc, char** argv, QString*
 
 int main(int argc, char* argv[])
 {
+    // Past a file-size limit (ulimit -f) a write fails with EFBIG and is told
+    // like any other failed write, rather than the signal ending the program
+    // in the middle of it.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::unique_ptr<QCoreApplication> app;
     QString moduleError;
     if (needsFonts(argc, argv))

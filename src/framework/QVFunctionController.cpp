@@ -8,6 +8,7 @@
 #include "platform/MailComposer.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
+#include "platform/SafeFiles.h"
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
 
@@ -232,15 +233,22 @@ void QVFunctionController::saveScheduleCsv()
     const QByteArray csv = scheduleCsv();
     if (csv.isEmpty())
         return;
-    QString name = QStringLiteral("%1_schedule_%2.csv")
-                       .arg(m_model->report().fileName.section(QLatin1Char('_'), 0, 0),
-                            Services::now().toString(QStringLiteral("dd-MM-yyyy HH-mm")));
-    const WriteResult written =
-        QVFileManager::writeNewFileToDocumentsDirectory(name, QString::fromUtf8(csv));
-    if (!written.ok()) {
+    const QString stem = QStringLiteral("%1_schedule_%2")
+                             .arg(m_model->report().fileName.section(QLatin1Char('_'), 0, 0),
+                                  Services::now().toString(QStringLiteral("dd-MM-yyyy HH-mm")));
+    // A new file every time: a name already there gets " (2)", " (3)", ...
+    QString name;
+    const QString error = SafeFiles::writeNewFile(
+        QVFileManager::documentsDirectory(),
+        [&stem](int copy) {
+            return copy == 1 ? stem + QStringLiteral(".csv")
+                             : stem + QStringLiteral(" (%1).csv").arg(copy);
+        },
+        [&csv](QIODevice* device, QString*) { return device->write(csv) == csv.size(); }, &name);
+    if (!error.isEmpty()) {
         AlertRequest failed;
         failed.title = QStringLiteral("Could not save the schedule");
-        failed.message = written.error;
+        failed.message = error;
         failed.actions = {{QStringLiteral("OK")}};
         if (presenter())
             presenter()->present(failed, [](const QString&, const QString&) {});
@@ -270,9 +278,10 @@ void QVFunctionController::showEmail()
     const QVReport& report = m_model->report();
     MailMessage message;
     message.subject = m_model->emailSubject();
-    QFile file(report.filePathInDocumentsDirectory());
-    if (file.open(QIODevice::ReadOnly))
-        message.attachments.append({file.readAll(), QStringLiteral("text/plain"), report.fileName});
+    QByteArray text;
+    if (QVFileManager::readFileInDocumentsDirectory(report.filePathInDocumentsDirectory(), &text)
+            .isEmpty())
+        message.attachments.append({text, QStringLiteral("text/plain"), report.fileName});
     const QByteArray jpeg = ChartPictures::encode(reportChart(), "JPEG");
     if (!jpeg.isEmpty())
         message.attachments.append(

@@ -14,7 +14,7 @@ extern "C" Q_DECL_EXPORT QCoreApplication* tallyvanePdfApplication(int* argc, ch
 }
 
 extern "C" Q_DECL_EXPORT bool tallyvaneLayOutReportPdf(QIODevice* device, const QString& text,
-                                                       bool letter, const QString& chartPath)
+                                                       bool letter, const QByteArray& chart)
 {
-    return layOutReportPdf(device, text, letter, chartPath);
+    return layOutReportPdf(device, text, letter, chart);
 }

@@ -11,7 +11,7 @@
 #include <QTextImageFormat>
 #include <QUrl>
 
-bool layOutReportPdf(QIODevice* device, const QString& text, bool letter, const QString& chartPath)
+bool layOutReportPdf(QIODevice* device, const QString& text, bool letter, const QByteArray& chart)
 {
     // Laying out text needs fonts, and fonts need a GUI application.
     if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
@@ -36,15 +36,15 @@ bool layOutReportPdf(QIODevice* device, const QString& text, bool letter, const 
     cursor.insertText(lines.value(0), heading);
     cursor.insertText(QStringLiteral("\n"), QTextCharFormat());
     cursor.insertText(lines.mid(1).join(QLatin1Char('\n')), QTextCharFormat());
-    const QImage chart = chartPath.isEmpty() ? QImage() : QImage(chartPath);
-    if (!chart.isNull()) {
-        document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("chart")), chart);
-        QTextImageFormat picture;
-        picture.setName(QStringLiteral("chart"));
-        picture.setWidth(400); // points wide: fits A4 and Letter within the margins
-        picture.setHeight(400.0 * chart.height() / chart.width());
+    const QImage picture = chart.isEmpty() ? QImage() : QImage::fromData(chart);
+    if (!picture.isNull()) {
+        document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("chart")), picture);
+        QTextImageFormat format;
+        format.setName(QStringLiteral("chart"));
+        format.setWidth(400); // points wide: fits A4 and Letter within the margins
+        format.setHeight(400.0 * picture.height() / picture.width());
         cursor.insertBlock();
-        cursor.insertImage(picture);
+        cursor.insertImage(format);
     }
     // Without a page size of its own the document is laid out on the
     // writer's pages, at the fonts' real sizes.

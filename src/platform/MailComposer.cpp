@@ -1,6 +1,7 @@
 #include "MailComposer.h"
 
 #include "AppPaths.h"
+#include "SafeFiles.h"
 #include "Services.h"
 #include "UrlOpener.h"
 
@@ -101,32 +102,24 @@ void EmlMailComposer::compose(const MailMessage& message, Finished finished)
     const QByteArray boundary =
         "tallyvane-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16);
 
-    bool written = false;
-    QString path;
+    // Every draft is a new file: a name already there (a draft of the same
+    // millisecond, or anything else) gets "-2", "-3", ...
+    const QString stem =
+        QStringLiteral("draft-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    const QString outbox = AppPaths::outboxDirectory();
+    const auto nameFor = [&stem](int copy) {
+        return copy == 1 ? stem + QStringLiteral(".eml")
+                         : stem + QStringLiteral("-%1.eml").arg(copy);
+    };
+    const auto writeDraft = [&](QIODevice* device, QString*) {
+        const QByteArray eml = toEml(message, now, boundary);
+        return device->write(eml) == eml.size();
+    };
+    QString name;
     QString reason;
-    QDir outbox(AppPaths::outboxDirectory());
-    if (outbox.mkpath(QStringLiteral("."))) {
-        const QString stem =
-            QStringLiteral("draft-") + now.toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-        path = outbox.filePath(stem + QStringLiteral(".eml"));
-        for (int n = 2; QFile::exists(path) && n < 1000; ++n)
-            path = outbox.filePath(stem + QStringLiteral("-%1.eml").arg(n));
-
-        QFile file(path);
-        if (!QFile::exists(path) && file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            const QByteArray eml = toEml(message, now, boundary);
-            written = file.write(eml) == eml.size() && file.flush();
-            reason = file.errorString();
-            file.close();
-            // A draft written in part is no draft: it goes again.
-            if (!written)
-                file.remove();
-        } else {
-            reason = file.errorString();
-        }
-    } else {
-        reason = QStringLiteral("the folder %1 could not be made").arg(outbox.path());
-    }
+    const bool written =
+        SafeFiles::writeNewFile(outbox, nameFor, writeDraft, &name, &reason).isEmpty();
+    const QString path = QDir(outbox).filePath(written ? name : stem + QStringLiteral(".eml"));
     if (!written) {
         m_lastError =
             QStringLiteral("The mail draft could not be written to %1: %2.").arg(path, reason);

@@ -1,6 +1,7 @@
 #include "QVFileManager.h"
 
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,6 +35,11 @@ bool QVFileManager::saveFileToDocumentsDirectoryWithContents(const QString& name
     if (!QDir().mkpath(directory))
         return false;
     QFile file(QStringLiteral("%1/%2").arg(directory, name));
+    // Only ever a regular file is written over: never through a link, into
+    // a pipe (which would wait for a reader) or a device.
+    const SafeFiles::Kind kind = SafeFiles::kindOf(file.fileName());
+    if (kind != SafeFiles::Kind::Missing && kind != SafeFiles::Kind::Regular)
+        return false;
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
     const QByteArray bytes = contents.toLatin1();
@@ -123,16 +129,28 @@ WriteResult QVFileManager::writeNewFileToDocumentsDirectory(QString& name, const
         QStringLiteral("There are too many reports named %1 already.").arg(name));
 }
 
-QString QVFileManager::readFileInDocumentsDirectory(const QString& path, QByteArray* bytes)
+QString QVFileManager::readFileInDocumentsDirectory(const QString& path, QByteArray* bytes,
+                                                    const QString& what)
 {
     bytes->clear();
     if (!liesInDocumentsDirectory(path))
-        return QStringLiteral("%1 lies outside the documents folder; it is not read.").arg(path);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("%1 could not be read: %2.").arg(path, file.errorString());
-    *bytes = file.readAll();
-    return QString();
+        return QStringLiteral("%1 lies outside the documents folder; it is not read.").arg(what);
+    // Links within the folder resolved, the file itself is opened without
+    // following any further link.
+    const QString target = QFileInfo(path).canonicalFilePath();
+    const SafeFiles::ReadResult read =
+        SafeFiles::readRegular(target.isEmpty() ? path : target, maxReadBytes, bytes);
+    switch (read.status) {
+    case SafeFiles::ReadStatus::Read:
+        return QString();
+    case SafeFiles::ReadStatus::NotRegular:
+        return QStringLiteral("%1 is not a regular file.").arg(what);
+    case SafeFiles::ReadStatus::TooLarge:
+        return QStringLiteral("%1 is larger than %2 MB.").arg(what).arg(maxReadBytes >> 20);
+    case SafeFiles::ReadStatus::Failed:
+        break;
+    }
+    return QStringLiteral("%1 could not be read: %2.").arg(what, read.systemError);
 }
 
 QStringList QVFileManager::filesInDocumentsDirectory()

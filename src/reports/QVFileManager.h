@@ -30,10 +30,18 @@ public:
     // The name with " (copy)" put before its "_report.txt" (or at its end).
     static QString numberedName(const QString& name, int copy);
 
-    // Reads a file of the documents directory. A path that leads anywhere
+    // The most a report's text or chart picture may hold: a larger file is
+    // refused rather than read into memory.
+    static constexpr qint64 maxReadBytes = 16 * 1024 * 1024;
+
+    // Reads a file of the documents directory: a regular file of at most
+    // maxReadBytes only, never waiting on a pipe. A path that leads anywhere
     // else (a "/" or ".." in a stored name, a link pointing out) is refused.
-    // Empty when read, else the reason.
-    static QString readFileInDocumentsDirectory(const QString& path, QByteArray* bytes);
+    // Empty when read, else the reason, a sentence about `what` ("The
+    // report's text is not a regular file.").
+    static QString readFileInDocumentsDirectory(const QString& path, QByteArray* bytes,
+                                                const QString& what = reportText());
+    static QString reportText() { return QStringLiteral("The report's text"); }
 
     // The entry names, as the file system lists them; an unreadable
     // directory gives an empty list.

@@ -5,6 +5,7 @@
 #include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
 #include "platform/MailComposer.h"
+#include "platform/SafeFiles.h"
 #include "platform/Services.h"
 
 #include <QFile>
@@ -25,10 +26,15 @@ void ReportDetailController::setReportFilePath(const QString& path)
 
 void ReportDetailController::loadReport()
 {
+    const QString path = m_model.reportFilePath();
     QByteArray bytes;
-    m_fileFound =
-        !m_model.reportFilePath().isEmpty() &&
-        QVFileManager::readFileInDocumentsDirectory(m_model.reportFilePath(), &bytes).isEmpty();
+    const QString unread = path.isEmpty()
+                               ? QStringLiteral("no file")
+                               : QVFileManager::readFileInDocumentsDirectory(path, &bytes);
+    m_fileFound = unread.isEmpty();
+    m_problem = m_fileFound || path.isEmpty() || SafeFiles::kindOf(path) == SafeFiles::Kind::Missing
+                    ? QString()
+                    : unread;
     // The files are ASCII; anything else is shown as Latin-1 rather than lost.
     m_text = m_fileFound ? QString::fromLatin1(bytes) : QString();
     emit textChanged();
@@ -57,9 +63,11 @@ void ReportDetailController::saveAsPdf()
     if (!m_fileFound)
         return;
     QString name;
-    const WriteResult written = ReportPdf::saveToDocuments(
-        QFileInfo(m_model.reportFilePath()).fileName(), m_text, ReportPdf::pageForLocale(), &name,
-        ReportPdf::chartPathFor(m_model.reportFilePath()));
+    QString chartProblem;
+    const QByteArray chart = ReportPdf::readChart(m_model.reportFilePath(), &chartProblem);
+    const WriteResult written =
+        ReportPdf::saveToDocuments(QFileInfo(m_model.reportFilePath()).fileName(), m_text,
+                                   ReportPdf::pageForLocale(), &name, chart);
     if (!presenter())
         return;
     AlertRequest alert;
@@ -67,6 +75,8 @@ void ReportDetailController::saveAsPdf()
         alert.title = QStringLiteral("Saved as PDF");
         alert.message = QStringLiteral("The report was written to:\n%1")
                             .arg(QVFileManager::documentsDirectory() + QLatin1Char('/') + name);
+        if (!chartProblem.isEmpty())
+            alert.message += QStringLiteral("\n\n%1 The PDF has no chart.").arg(chartProblem);
         alert.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
     } else {
         alert.title = QStringLiteral("Could not save the PDF");

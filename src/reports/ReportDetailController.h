@@ -14,6 +14,9 @@ class ReportDetailController : public QObject {
                    reportFilePathChanged)
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
     Q_PROPERTY(bool fileFound READ fileFound NOTIFY textChanged)
+    // Why a text file that is there was not read ("The report's text is not
+    // a regular file."); empty when it was read or is simply missing.
+    Q_PROPERTY(QString problem READ problem NOTIFY textChanged)
 
 public:
     explicit ReportDetailController(QObject* parent = nullptr);
@@ -22,17 +25,21 @@ public:
     void setReportFilePath(const QString& path);
     QString text() const { return m_text; }
     bool fileFound() const { return m_fileFound; }
+    QString problem() const { return m_problem; }
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
     // The presenter given, or else the app's default one.
     Presenter* presenter() const;
 
-    // Reads the text file; a missing file shows an empty page.
+    // Reads the text file; a missing file shows an empty page, one that is
+    // refused (not a regular file, too large, a link out of the documents
+    // folder) an empty page that says why.
     Q_INVOKABLE void loadReport();
     // The "Export" sheet: "Cancel", "Send Email" or "Save as PDF".
     Q_INVOKABLE void actionClicked();
     // Writes the report as a PDF into the documents folder (A4, or Letter
-    // where the locale measures in inches) and says where it went, or why
-    // it could not be written.
+    // where the locale measures in inches) under a new name, and says where
+    // it went, or why it could not be written; a chart picture that cannot
+    // be read is left out, and the alert says why.
     Q_INVOKABLE void saveAsPdf();
     // Mails the file under its name plus ".txt"; nothing is deleted after.
     Q_INVOKABLE void showEmail();
@@ -47,5 +54,6 @@ private:
     ReportDetailModel m_model;
     Presenter* m_presenter = nullptr;
     QString m_text;
+    QString m_problem;
     bool m_fileFound = false;
 };

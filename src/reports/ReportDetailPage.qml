@@ -42,6 +42,8 @@ Page {
             selectByMouse: true
             wrapMode: TextEdit.Wrap
             text: controller.text
+            // A file that is there but was not read says why.
+            placeholderText: controller.problem
             font.family: "monospace"
             font.pixelSize: 14
             leftPadding: AppTheme.margin

@@ -1,10 +1,9 @@
 #include "ReportPdf.h"
 
 #include "QVFileManager.h"
+#include "platform/SafeFiles.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include <QIODevice>
 #include <QLocale>
 
 namespace ReportPdf {
@@ -24,12 +23,22 @@ Page pageNamed(const QString& name, bool* known)
 
 QString chartPathFor(const QString& textPath)
 {
-    QString stem = textPath;
-    if (!stem.endsWith(QLatin1String("_report.txt")))
+    if (!textPath.endsWith(QLatin1String("_report.txt")))
         return {};
-    stem.chop(int(qstrlen("_report.txt")));
-    const QString chart = stem + QStringLiteral("_chart.png");
-    return QFileInfo::exists(chart) ? chart : QString();
+    return textPath.chopped(int(qstrlen("_report.txt"))) + QStringLiteral("_chart.png");
+}
+
+QByteArray readChart(const QString& textPath, QString* problem)
+{
+    problem->clear();
+    const QString path = chartPathFor(textPath);
+    // Nothing there, not even a link: the report has no chart.
+    if (path.isEmpty() || SafeFiles::kindOf(path) == SafeFiles::Kind::Missing)
+        return {};
+    QByteArray chart;
+    *problem = QVFileManager::readFileInDocumentsDirectory(path, &chart,
+                                                           QStringLiteral("The report's chart"));
+    return chart;
 }
 
 namespace {
@@ -47,11 +56,11 @@ void setLayout(Layout layout)
     installedLayout() = layout;
 }
 
-bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath,
+bool write(QIODevice* device, const QString& text, Page page, const QByteArray& chart,
            QString* error)
 {
     const Layout layout = installedLayout();
-    if (layout && layout(device, text, page == Page::Letter, chartPath))
+    if (layout && layout(device, text, page == Page::Letter, chart))
         return true;
     if (error)
         *error = layout ? QStringLiteral("the PDF could not be laid out")
@@ -60,7 +69,7 @@ bool write(QIODevice* device, const QString& text, Page page, const QString& cha
 }
 
 WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
-                            QString* name, const QString& chartPath)
+                            QString* name, const QByteArray& chart)
 {
     QString base = reportFileName;
     if (base.endsWith(QLatin1String("_report.txt")))
@@ -68,36 +77,16 @@ WriteResult saveToDocuments(const QString& reportFileName, const QString& text, 
     base += QStringLiteral(".pdf");
     if (!QVFileManager::isPlainFileName(base))
         return WriteResult::failure(QStringLiteral("The report has no file name to follow."));
-    const QString directory = QVFileManager::documentsDirectory();
-    if (!QDir().mkpath(directory))
-        return WriteResult::failure(
-            QStringLiteral("The documents folder %1 could not be created.").arg(directory));
-    for (int copy = 1; copy <= 999; ++copy) {
-        const QString candidate =
-            copy == 1 ? base : base.chopped(4) + QStringLiteral(" (%1).pdf").arg(copy);
-        QFile file(directory + QLatin1Char('/') + candidate);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            if (QFileInfo::exists(file.fileName()) || QFileInfo(file.fileName()).isSymLink())
-                continue;
-            return WriteResult::failure(
-                QStringLiteral("%1 could not be written: %2.").arg(candidate, file.errorString()));
-        }
-        QString reason;
-        const bool laidOut = write(&file, text, page, chartPath, &reason);
-        const bool ok = laidOut && file.flush() && file.error() == QFileDevice::NoError;
-        if (laidOut)
-            reason = file.errorString();
-        file.close();
-        if (!ok || file.size() == 0) {
-            file.remove();
-            return WriteResult::failure(
-                QStringLiteral("%1 could not be written: %2.").arg(candidate, reason));
-        }
-        *name = candidate;
-        return WriteResult::success();
-    }
-    return WriteResult::failure(
-        QStringLiteral("There are too many PDFs named %1 already.").arg(base));
+    const QString failed = SafeFiles::writeNewFile(
+        QVFileManager::documentsDirectory(),
+        [&base](int copy) {
+            return copy == 1 ? base : base.chopped(4) + QStringLiteral(" (%1).pdf").arg(copy);
+        },
+        [&](QIODevice* device, QString* error) {
+            return write(device, text, page, chart, error) && device->pos() > 0;
+        },
+        name);
+    return failed.isEmpty() ? WriteResult::success() : WriteResult::failure(failed);
 }
 
 } // namespace ReportPdf

@@ -2,6 +2,7 @@
 
 #include "WriteResult.h"
 
+#include <QByteArray>
 #include <QString>
 
 class QIODevice;
@@ -20,23 +21,32 @@ Page pageNamed(const QString& name, bool* known = nullptr);
 
 // Laying out text needs fonts, which only the GUI layer has: it installs the
 // layout (`letter` false means A4). Without one nothing can be written.
+// `chart` holds the chart picture's file (a PNG), or nothing.
 using Layout = bool (*)(QIODevice* device, const QString& text, bool letter,
-                        const QString& chartPath);
+                        const QByteArray& chart);
 void setLayout(Layout layout);
 
 // `chart`, when given, goes under the text, as wide as the page allows.
 // False when no layout is installed or it failed; `error` then says which.
-bool write(QIODevice* device, const QString& text, Page page, const QString& chartPath = {},
+bool write(QIODevice* device, const QString& text, Page page, const QByteArray& chart = {},
            QString* error = nullptr);
 
-// The chart picture saved with the report whose text file is `textPath`,
-// when there is one.
+// Where the chart picture saved with the report whose text file is
+// `textPath` lies, "<name>_chart.png" beside "<name>_report.txt" (whether
+// or not there is one); empty for a text file named otherwise.
 QString chartPathFor(const QString& textPath);
+
+// The chart picture saved with the report whose text file is `textPath`;
+// empty when it has none. A chart that is there but cannot be read (not a
+// regular file, larger than 16 MB, a link leading out of the documents
+// folder) is left out, and `problem` says why.
+QByteArray readChart(const QString& textPath, QString* problem);
 
 // Writes the PDF of `text` as a new file in the documents folder, named
 // after `reportFileName` with ".pdf" for "_report.txt" (" (2)" and so on
-// when that name is taken). `name` gets the name used.
+// when that name is taken), never over another file. `name` gets the name
+// used.
 WriteResult saveToDocuments(const QString& reportFileName, const QString& text, Page page,
-                            QString* name, const QString& chartPath = {});
+                            QString* name, const QByteArray& chart = {});
 
 } // namespace ReportPdf

@@ -8,7 +8,9 @@
 #include "reports/ReportTableModel.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QRandomGenerator>
+#include <sys/stat.h>
 
 namespace {
 
@@ -197,6 +199,52 @@ TEST_F(ReportDetailTest, SaveAsPdfWritesANewFileBesideTheReportAndSaysWhere)
     }
 }
 
+// A text file that is a pipe, or far too large, is not read: the page stays
+// empty at once and says why. A chart picture that is a link out of the
+// documents folder stays out of the PDF, and the alert says so.
+TEST_F(ReportDetailTest, AFileThatIsNoRegularFileOfSaneSizeIsRefusedAndTheScreenSaysWhy)
+{
+    const QString text = QDir(documents()).filePath("roi_Plan_05-03-2024 14:07_report.txt");
+    QDir().mkpath(documents());
+    ASSERT_EQ(::mkfifo(QFile::encodeName(text).constData(), 0600), 0);
+    ReportDetailController detail;
+    detail.setReportFilePath(text);
+    EXPECT_FALSE(detail.fileFound());
+    EXPECT_EQ(detail.problem(), "The report's text is not a regular file.");
+
+    QFile::remove(text);
+    QFile big(text);
+    ASSERT_TRUE(big.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(big.resize(QVFileManager::maxReadBytes + 1));
+    big.close();
+    detail.loadReport();
+    EXPECT_FALSE(detail.fileFound());
+    EXPECT_EQ(detail.problem(), "The report's text is larger than 16 MB.");
+
+    ASSERT_TRUE(big.resize(0));
+    QVFileManager::saveFileToDocumentsDirectoryWithContents(QFileInfo(text).fileName(),
+                                                            "Financial Report\n");
+    QFile outside(home.filePath("outside.png"));
+    ASSERT_TRUE(outside.open(QIODevice::WriteOnly));
+    outside.write("not for the PDF");
+    outside.close();
+    ASSERT_TRUE(QFile::link(outside.fileName(),
+                            QDir(documents()).filePath("roi_Plan_05-03-2024 14:07_chart.png")));
+    ScriptedPresenter presenter;
+    detail.setPresenter(&presenter);
+    detail.loadReport();
+    EXPECT_TRUE(detail.fileFound());
+    EXPECT_TRUE(detail.problem().isEmpty());
+    presenter.script({{"OK", ""}});
+    detail.saveAsPdf();
+    ASSERT_EQ(presenter.requests.size(), 1u);
+    EXPECT_EQ(presenter.requests[0].title, "Saved as PDF");
+    EXPECT_TRUE(presenter.requests[0].message.endsWith(
+        "\n\nThe report's chart lies outside the documents folder; it is not read. The PDF has "
+        "no chart."))
+        << presenter.requests[0].message.toStdString();
+}
+
 TEST_F(ReportDetailTest, MissingFileShowsAnEmptyPage)
 {
     auto mail = std::make_shared<RecordingMailComposer>();
@@ -205,6 +253,7 @@ TEST_F(ReportDetailTest, MissingFileShowsAnEmptyPage)
     detail.setReportFilePath(QDir(documents()).filePath("gone_report.txt"));
     EXPECT_FALSE(detail.fileFound());
     EXPECT_TRUE(detail.text().isEmpty());
+    EXPECT_TRUE(detail.problem().isEmpty()) << "a missing file is no problem to tell";
     detail.showEmail();
     ASSERT_EQ(mail->messages.size(), 1u);
     EXPECT_TRUE(mail->messages[0].attachments.isEmpty());

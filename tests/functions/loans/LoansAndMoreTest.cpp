@@ -10,6 +10,7 @@
 #include "functions/rateconversion/RateConversionController.h"
 #include "platform/Services.h"
 
+#include <QFile>
 #include <QImage>
 #include <QSet>
 #include <cmath>
@@ -260,6 +261,27 @@ TEST_F(DepreciationTest, APartialFirstYearSpreadsEachYearOfLifeAndEndsAtTheSalva
                                        std::pair("5", "0"), std::pair("5", "13")}) {
         EXPECT_TRUE(amounts("100", "10", life, months, "SL").isEmpty());
         EXPECT_TRUE(std::isnan(screen->depreciationModel()->totalDepreciation));
+    }
+}
+
+// "Save as CSV" twice in one minute: two files, the second named " (2)"
+// before ".csv", each the whole schedule; nothing is written over.
+TEST_F(DepreciationTest, SaveAsCsvWritesANewFileEveryTime)
+{
+    amounts("10000", "1000", "5", "12", "SL");
+    QStringList paths;
+    for (int i = 0; i < 2; ++i) {
+        presenter.script({{"OK", ""}});
+        screen->saveScheduleCsv();
+        ASSERT_EQ(presenter.requests.back().title, "Schedule Saved");
+        paths << presenter.requests.back().message.section('\n', 1);
+    }
+    EXPECT_TRUE(paths[0].endsWith("_schedule_05-03-2024 14-07.csv")) << paths[0].toStdString();
+    EXPECT_EQ(paths[1], paths[0].chopped(4) + " (2).csv");
+    for (const QString& path : paths) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        EXPECT_EQ(file.readAll(), screen->scheduleCsv());
     }
 }
 

@@ -84,7 +84,15 @@ QString DatedCashFlowsController::dateProblem(int row) const
 
 QString DatedCashFlowsController::amountProblem(int row) const
 {
-    return NumberFormat::problemWith(m_amounts.value(row));
+    const QString amount = m_amounts.value(row);
+    if (QString problem = NumberFormat::problemWith(amount); !problem.isEmpty())
+        return problem;
+    // "1e400" or "Infinity" read, but no sum can take them: named like any
+    // other amount that cannot be used, never left out.
+    if (const std::optional<double> value = NumberFormat::readNumber(amount);
+        value && !std::isfinite(*value))
+        return QStringLiteral("Too large a number to compute with.");
+    return {};
 }
 
 bool DatedCashFlowsController::setTableInput(const QString& property, const QStringList& values)

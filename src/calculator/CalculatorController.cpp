@@ -459,7 +459,14 @@ void CalculatorController::displayAndLogValue(double value)
 
 void CalculatorController::logValues()
 {
+    // Only the last maxHistoryEntries results are kept, the oldest dropped
+    // first: each entry holds its own copy of the expression line, so an
+    // unbounded log of a long session (a line that grows with every "=")
+    // would grow with the square of its length. Dropping from the front of
+    // a QList only moves its start, so a full log costs no copying.
     m_logArray->append({m_displayNumber, m_expression, m_command, m_resultLabel});
+    if (m_logArray->size() > maxHistoryEntries)
+        m_logArray->remove(0, m_logArray->size() - maxHistoryEntries);
     emit historyChanged();
 }
 

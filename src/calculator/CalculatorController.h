@@ -42,6 +42,9 @@ public:
     // loads.
     explicit CalculatorController(QObject* parent = nullptr);
 
+    // The history keeps the last this many results; older ones are dropped.
+    static constexpr int maxHistoryEntries = 1000;
+
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
     // The presenter given, or else the app's default one.
     Presenter* presenter() const;

@@ -336,12 +336,6 @@ QString keyTitleForArgument(const QString& argument)
 
 void writeKeysJson(const CalculatorController& engine, QTextStream& out)
 {
-    QStringList history;
-    for (const HistoryEntry& e : *engine.logArray())
-        history << QStringLiteral("{\"result\": %1, \"expression\": %2, \"command\": %3, "
-                                  "\"result-label\": %4}")
-                       .arg(jsonString(e.result), jsonString(e.expression), jsonString(e.command),
-                            jsonString(e.resultLabel));
     const CalculatorModel& m = engine.model();
     const QList<std::pair<const char*, double>> registers = {
         {"N", m.period},        {"I/Y", m.rate}, {"PV", m.pv},
@@ -354,11 +348,20 @@ void writeKeysJson(const CalculatorController& engine, QTextStream& out)
     out << "{\n  \"display\": " << jsonString(engine.displayNumber())
         << ",\n  \"label\": " << jsonString(engine.resultLabel())
         << ",\n  \"note\": " << jsonString(engine.note())
-        << ",\n  \"expression\": " << jsonString(engine.expression()) << ",\n  \"history\": ["
-        << (history.isEmpty() ? QString()
-                              : QStringLiteral("\n    ") + history.join(QStringLiteral(",\n    ")) +
-                                    QStringLiteral("\n  "))
-        << "],\n  \"registers\": {" << values.join(QStringLiteral(", ")) << "}\n}\n";
+        << ",\n  \"expression\": " << jsonString(engine.expression()) << ",\n  \"history\": [";
+    // One entry at a time straight to the stream: the output is never held
+    // whole a second time.
+    const char* separator = "\n    ";
+    for (const HistoryEntry& e : *engine.logArray()) {
+        out << separator << "{\"result\": " << jsonString(e.result)
+            << ", \"expression\": " << jsonString(e.expression)
+            << ", \"command\": " << jsonString(e.command)
+            << ", \"result-label\": " << jsonString(e.resultLabel) << '}';
+        separator = ",\n    ";
+    }
+    if (!engine.logArray()->isEmpty())
+        out << "\n  ";
+    out << "],\n  \"registers\": {" << values.join(QStringLiteral(", ")) << "}\n}\n";
 }
 
 int keysCommand(const QStringList& args, bool json, QTextStream& out, QTextStream& err)

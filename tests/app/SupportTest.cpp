@@ -1,5 +1,6 @@
 #include "SupportController.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHostAddress>
 #include <QSignalSpy>
@@ -24,6 +25,13 @@ public:
         Trickle,     // sends its answer one byte every `trickleMs`
         CloseAtOnce, // hangs up as soon as the connection is made
         Refused,     // no longer listens: the connection is refused
+        EndlessHead, // "200 OK", then one header line that never ends
+        SlowHead,    // the same, 512 bytes every 50 ms
+    };
+    enum class Framing {
+        Length,     // Content-Length
+        Chunked,    // "Transfer-Encoding: chunked", the body in 3-byte chunks
+        UntilClose, // neither: the body ends with the connection
     };
 
     LocalServer() { connect(&server, &QTcpServer::newConnection, this, &LocalServer::accept); }
@@ -41,14 +49,20 @@ public:
     QByteArray status = "200 OK";
     QByteArray reply;
     Mode mode = Mode::Answer;
+    QByteArray encoding; // its Content-Encoding, if any
+    Framing framing = Framing::Length;
+    QByteArray preface; // sent before the head
     int trickleMs = 400;
     std::vector<QByteArray> requests;
+    qint64 sent = 0; // bytes of endless head written
+    int hangUps = 0; // connections ended (by either side)
 
 private:
     void accept()
     {
         while (QTcpSocket* socket = server.nextPendingConnection()) {
             connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+            connect(socket, &QTcpSocket::disconnected, this, [this] { ++hangUps; });
             if (mode == Mode::CloseAtOnce) {
                 socket->abort();
                 continue;
@@ -63,6 +77,8 @@ private:
                         answer(socket);
                     else if (mode == Mode::Trickle)
                         trickle(socket);
+                    else if (mode == Mode::EndlessHead || mode == Mode::SlowHead)
+                        endlessHead(socket);
                 }
             });
         }
@@ -70,9 +86,46 @@ private:
 
     QByteArray head() const
     {
-        return "HTTP/1.1 " + status +
-               "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: " +
-               QByteArray::number(reply.size()) + "\r\nConnection: close\r\n\r\n";
+        const QByteArray framed =
+            framing == Framing::Length ? "\r\nContent-Length: " + QByteArray::number(reply.size())
+            : framing == Framing::Chunked ? QByteArray("\r\nTransfer-Encoding: chunked")
+                                          : QByteArray();
+        return "HTTP/1.1 " + status + "\r\nContent-Type: text/plain; charset=utf-8" + framed +
+               (encoding.isEmpty() ? QByteArray() : "\r\nContent-Encoding: " + encoding) +
+               "\r\nConnection: close\r\n\r\n";
+    }
+
+    QByteArray framedBody() const
+    {
+        if (framing != Framing::Chunked)
+            return reply;
+        QByteArray chunks;
+        for (qsizetype at = 0; at < reply.size(); at += 3)
+            chunks += QByteArray::number(qMin<qsizetype>(3, reply.size() - at), 16) + "\r\n" +
+                      reply.mid(at, 3) + "\r\n";
+        return chunks + "0\r\n\r\n";
+    }
+
+    // The status line, then one header line's value for as long as the
+    // connection is open: as fast as the client takes it, 64 kB at a time,
+    // or slowly.
+    void endlessHead(QTcpSocket* socket)
+    {
+        socket->write("HTTP/1.1 200 OK\r\nX-Padding: ");
+        connect(socket, &QTcpSocket::bytesWritten, this,
+                [this](qint64 written) { sent += written; });
+        if (mode == Mode::SlowHead) {
+            auto* timer = new QTimer(socket);
+            connect(timer, &QTimer::timeout, socket,
+                    [socket] { socket->write(QByteArray(512, 'a')); });
+            timer->start(50);
+            return;
+        }
+        const QByteArray part(64 * 1024, 'a');
+        connect(socket, &QTcpSocket::bytesWritten, socket, [socket, part] {
+            if (socket->bytesToWrite() == 0)
+                socket->write(part);
+        });
     }
 
     void trickle(QTcpSocket* socket)
@@ -108,8 +161,8 @@ private:
     {
         constexpr qsizetype part = 64 * 1024;
         auto sent = std::make_shared<qsizetype>(0);
-        const QByteArray body = reply; // shared, not copied
-        socket->write(head());
+        const QByteArray body = framedBody(); // shared, not copied
+        socket->write(preface + head());
         const auto next = [socket, sent, body] {
             if (socket->bytesToWrite() > 0)
                 return;
@@ -166,8 +219,10 @@ protected:
 };
 
 // Each visit posts its fields as typed: no escaping, so "&", "=", "+" and
-// "%" go out as they are, text as UTF-8. The reply's text is shown whatever
-// the status, and nothing of a reply that is not UTF-8.
+// "%" go out as they are, text as UTF-8, asking for an uncompressed reply.
+// The reply's text is shown whatever the status and however its length is
+// given (Content-Length, chunks, the end of the connection; after an interim
+// "100 Continue"), and nothing of a reply that is not UTF-8.
 TEST_F(SupportTest, PostsTheFormAsTypedAndShowsTheReply)
 {
     const QByteArray empty = "email=&name=&comment=&platform=ios";
@@ -175,6 +230,8 @@ TEST_F(SupportTest, PostsTheFormAsTypedAndShowsTheReply)
         QString name, email, comment;
         QByteArray status, reply, body;
         QString shown;
+        LocalServer::Framing framing = LocalServer::Framing::Length;
+        QByteArray preface = {};
     } cases[] = {
         {"Ann", "mail-x", "Hi there", "200 OK", "Thank you, we will answer soon.",
          "email=mail-x&name=Ann&comment=Hi there&platform=ios", "Thank you, we will answer soon."},
@@ -186,6 +243,13 @@ TEST_F(SupportTest, PostsTheFormAsTypedAndShowsTheReply)
         {"", "", "", "200 OK", "caf\xe9", empty, ""},
         {"", "", "", "200 OK", "ok \xc3", empty, ""},
         {"", "", "", "200 OK", "\xff\xfe", empty, ""},
+        // 3-byte chunks: "ü" and "ö" are split between two chunks.
+        {"", "", "", "200 OK", "Grüße aus Köln", empty, "Grüße aus Köln",
+         LocalServer::Framing::Chunked},
+        {"", "", "", "200 OK", "", empty, "", LocalServer::Framing::Chunked},
+        {"", "", "", "200 OK", "bis gleich", empty, "bis gleich", LocalServer::Framing::UntilClose},
+        {"", "", "", "200 OK", "ok", empty, "ok", LocalServer::Framing::Length,
+         "HTTP/1.1 100 Continue\r\n\r\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.reply.toHex().toStdString());
@@ -195,6 +259,8 @@ TEST_F(SupportTest, PostsTheFormAsTypedAndShowsTheReply)
         visit.setComment(c.comment);
         server.status = c.status;
         server.reply = c.reply;
+        server.framing = c.framing;
+        server.preface = c.preface;
         EXPECT_FALSE(visit.responseVisible());
         ASSERT_TRUE(sendAndWait(visit));
 
@@ -202,6 +268,7 @@ TEST_F(SupportTest, PostsTheFormAsTypedAndShowsTheReply)
         EXPECT_EQ(head.front(), "POST /support.php HTTP/1.1\r");
         EXPECT_TRUE(head.contains("Content-Type: application/x-www-form-urlencoded\r"));
         EXPECT_TRUE(head.contains("Host: 127.0.0.1:" + QByteArray::number(port) + "\r"));
+        EXPECT_TRUE(head.contains("Accept-Encoding: identity\r"));
         EXPECT_EQ(bodyOf(server.requests.back()), c.body);
         EXPECT_EQ(visit.serverResponse(), c.shown);
         EXPECT_TRUE(visit.responseVisible());
@@ -236,11 +303,20 @@ long peakMegabytes()
     return usage.ru_maxrss / 1024;
 }
 
-// Servers that never answer, trickle, hang up, refuse or flood: each send
-// returns at once and ends within the deadline, with a message saying
-// which (or, for the flood, the first 64 kB of the answer), the screen's
-// event loop keeps running, memory stays small, and a failed send can be
-// sent again.
+// 16 MB of zeros as "Content-Encoding: deflate" carries them (zlib's
+// format: qCompress's output without its 4-byte length), about 16 kB.
+QByteArray deflateBomb()
+{
+    return qCompress(QByteArray(16 * 1024 * 1024, '\0'), 9).mid(4);
+}
+
+// Servers that never answer, trickle, hang up, refuse, flood, send one
+// header line without end (fast: refused once it is past what a head may
+// be; slowly: until the deadline) or a compressed bomb: each send returns
+// at once and ends within the deadline, with a message saying which (or,
+// for the flood, the first 64 kB of the answer), the connection closed from
+// our side and nothing more received, the screen's event loop keeps
+// running, memory stays small, and a failed send can be sent again.
 TEST_F(SupportTest, HostileServersEndWithinTheDeadlineAndCanBeRetried)
 {
     struct Case {
@@ -248,15 +324,21 @@ TEST_F(SupportTest, HostileServersEndWithinTheDeadlineAndCanBeRetried)
         LocalServer::Mode mode;
         QByteArray reply;
         QString message; // how the error message starts; none if answered
+        QByteArray encoding = {};
     };
     const QString timedOut = "The support server did not answer within 2 seconds.";
     const QString unreachable = "Could not reach the support server (";
+    const QString compressed = "The support server sent a compressed answer";
+    const QString unreadable = "The support server's answer could not be read.";
     const Case cases[] = {
         {"never answers", LocalServer::Mode::Silent, {}, timedOut},
         {"trickles a byte at a time", LocalServer::Mode::Trickle, "slow", timedOut},
         {"closes at once", LocalServer::Mode::CloseAtOnce, {}, unreachable},
         {"is not there", LocalServer::Mode::Refused, {}, unreachable},
         {"sends 10 MB", LocalServer::Mode::Answer, QByteArray(10 * 1024 * 1024, 'x'), {}},
+        {"sends one endless header", LocalServer::Mode::EndlessHead, {}, unreadable},
+        {"sends one endless header slowly", LocalServer::Mode::SlowHead, {}, timedOut},
+        {"sends a deflate bomb", LocalServer::Mode::Answer, deflateBomb(), compressed, "deflate"},
     };
     constexpr int deadline = 1500;
     for (const Case& c : cases) {
@@ -264,6 +346,7 @@ TEST_F(SupportTest, HostileServersEndWithinTheDeadlineAndCanBeRetried)
         LocalServer hostile;
         hostile.mode = c.mode;
         hostile.reply = c.reply;
+        hostile.encoding = c.encoding;
         const quint16 hostilePort = hostile.start();
         ASSERT_NE(hostilePort, 0);
         pointAt(hostilePort);
@@ -287,6 +370,21 @@ TEST_F(SupportTest, HostileServersEndWithinTheDeadlineAndCanBeRetried)
         EXPECT_LT(peakMegabytes(), 100);
         EXPECT_FALSE(visit.sending());
         EXPECT_EQ(visit.responseVisible(), c.message.isEmpty());
+        if (c.mode != LocalServer::Mode::Refused && c.mode != LocalServer::Mode::CloseAtOnce) {
+            // The server sees the connection closed soon after, and
+            // nothing more is taken from it.
+            QElapsedTimer closing;
+            closing.start();
+            while (hostile.hangUps == 0 && closing.elapsed() < 1000)
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+            EXPECT_EQ(hostile.hangUps, 1) << "the connection was left open";
+            const qint64 sent = hostile.sent;
+            QElapsedTimer later;
+            later.start();
+            while (later.elapsed() < 300)
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+            EXPECT_EQ(hostile.sent, sent) << "still receiving";
+        }
 
         if (c.message.isEmpty()) {
             EXPECT_EQ(visit.serverResponse().size(), SupportController::maxReplyBytes);
@@ -308,7 +406,7 @@ TEST_F(SupportTest, HostileServersEndWithinTheDeadlineAndCanBeRetried)
         EXPECT_EQ(visit.serverResponse(), "thanks");
         EXPECT_TRUE(visit.errorMessage().isEmpty());
     }
-    EXPECT_EQ(server.requests.size(), 4u) << "one per retry";
+    EXPECT_EQ(server.requests.size(), 7u) << "one per retry";
     EXPECT_TRUE(SupportController::defaultDeadline >= 20000 &&
                 SupportController::defaultDeadline <= 40000);
 }

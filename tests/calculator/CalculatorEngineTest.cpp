@@ -348,6 +348,25 @@ TEST_F(EngineTest, HistoryRowsAndAClearLocalToTheScreen)
     EXPECT_EQ(again.rowCount(), 6);
 }
 
+// A long session keeps its last 1,000 results, the oldest dropped first, so
+// the log (and the history screen and `keys --json` that show it) grows no
+// further however long the session.
+TEST_F(EngineTest, HistoryKeepsTheLastThousandResults)
+{
+    constexpr int results = 1005;
+    for (int i = 1; i <= results; ++i)
+        keys({"CE", QString::number(i), "="});
+    ASSERT_EQ(engine->historyCount(), CalculatorController::maxHistoryEntries);
+    EXPECT_EQ(CalculatorController::maxHistoryEntries, 1000);
+    EXPECT_EQ(engine->logArray()->first().result, "6") << "results 1 to 5 dropped";
+    EXPECT_EQ(engine->logArray()->last().expression, "1005");
+
+    CalculatorHistoryModel history;
+    history.setCalculator(engine.get());
+    EXPECT_EQ(history.rowCount(), 1000);
+    EXPECT_EQ(history.resultAt(999), "1005");
+}
+
 TEST(Keypad, GridTitlesTogglesAndNotifications)
 {
     CalculatorKeypad keypad;

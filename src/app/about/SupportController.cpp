@@ -1,8 +1,7 @@
 #include "SupportController.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
+#include "BoundedHttpPost.h"
+
 #include <QStringDecoder>
 
 SupportController::SupportController(QObject* parent) : QObject(parent) {}
@@ -104,81 +103,58 @@ QByteArray SupportController::withoutCutSequence(const QByteArray& body)
 
 void SupportController::sendClicked()
 {
-    if (!m_sendEnabled || m_reply)
+    if (!m_sendEnabled || m_post)
         return;
     emit editingEnded();
     setSendEnabled(false);
     setErrorMessage(QString());
 
-    // The manager, and with it a reply still running, is a child of this
-    // screen and goes away with it; no reply outlives the form.
-    if (!m_network) {
-        m_network = new QNetworkAccessManager(this);
-        m_deadlineTimer.setSingleShot(true);
-        connect(&m_deadlineTimer, &QTimer::timeout, this, &SupportController::giveUp);
-    }
-    QNetworkRequest request(endpoint());
-    request.setRawHeader("Content-Type", "application/x-www-form-urlencoded");
-    m_body.clear();
-    m_cutOff = false;
-    m_timedOut = false;
-    QNetworkReply* reply = m_network->post(request, formBody(m_email, m_name, m_comment));
-    // Qt's own buffer never grows past what is ever shown.
-    reply->setReadBufferSize(maxReplyBytes);
-    m_reply = reply;
-    connect(reply, &QNetworkReply::readyRead, this, [this, reply] { take(reply); });
-    connect(reply, &QNetworkReply::finished, this, [this, reply] { finish(reply); });
-    m_deadlineTimer.start(m_deadline);
+    // A child of this screen: a request still running goes away with it,
+    // and its connection with it.
+    auto* post =
+        new BoundedHttpPost(endpoint(), "application/x-www-form-urlencoded",
+                            formBody(m_email, m_name, m_comment), m_deadline, maxReplyBytes, this);
+    m_post = post;
+    connect(post, &BoundedHttpPost::finished, this, [this, post] { finish(post); });
+    post->start();
     setSending(true);
 }
 
-void SupportController::take(QNetworkReply* reply)
+void SupportController::finish(BoundedHttpPost* post)
 {
-    const qint64 room = maxReplyBytes - m_body.size();
-    if (room > 0)
-        m_body += reply->read(room);
-    if (m_body.size() >= maxReplyBytes && reply->bytesAvailable() > 0) {
-        // More than is ever shown: keep what we have and stop the transfer.
-        m_cutOff = true;
-        reply->abort();
-    }
-}
-
-void SupportController::giveUp()
-{
-    if (!m_reply)
+    if (post != m_post)
         return;
-    m_timedOut = true;
-    m_reply->abort();
-}
-
-void SupportController::finish(QNetworkReply* reply)
-{
-    if (reply != m_reply)
-        return;
-    m_reply = nullptr;
-    m_deadlineTimer.stop();
-    if (!m_cutOff && !m_timedOut)
-        take(reply);
-    const bool answered =
-        reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() && !m_timedOut;
-    const QString reason = reply->errorString();
-    reply->deleteLater();
+    m_post = nullptr;
+    post->deleteLater();
     setSending(false);
 
+    using Outcome = BoundedHttpPost::Outcome;
+    const bool answered = post->outcome() == Outcome::Answered;
     QString text;
-    if (answered) {
+    switch (post->outcome()) {
+    case Outcome::Answered:
         // Whatever the status, the server's own words are the answer.
-        text = replyText(m_cutOff ? withoutCutSequence(m_body) : m_body);
-    } else if (m_timedOut) {
+        text = replyText(post->cutOff() ? withoutCutSequence(post->body()) : post->body());
+        break;
+    case Outcome::TimedOut:
         setErrorMessage(QStringLiteral("The support server did not answer within %1 seconds. "
                                        "Please try again.")
                             .arg((m_deadline + 999) / 1000));
-    } else {
+        break;
+    case Outcome::Compressed:
+        setErrorMessage(QStringLiteral("The support server sent a compressed answer, which this "
+                                       "app does not read. Please try again."));
+        break;
+    case Outcome::Unreadable:
+        setErrorMessage(
+            QStringLiteral("The support server's answer could not be read. Please try again."));
+        break;
+    case Outcome::Failed:
+    case Outcome::Running:
         setErrorMessage(QStringLiteral("Could not reach the support server (%1). Please try again.")
-                            .arg(reason));
+                            .arg(post->reason()));
+        break;
     }
-    m_body = QByteArray();
     setSendEnabled(!answered);
     if (m_serverResponse != text) {
         m_serverResponse = text;

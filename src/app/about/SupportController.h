@@ -4,11 +4,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QTimer>
 #include <QUrl>
 
-class QNetworkAccessManager;
-class QNetworkReply;
+class BoundedHttpPost;
 
 // The support form: name, e-mail and comment, posted to the maker's server.
 // The server's reply text is the answer the user sees; a request that gets
@@ -17,9 +15,11 @@ class QNetworkReply;
 // its answer is not sent twice on one visit.
 //
 // Bounded in every way: one overall deadline for the whole exchange (not an
-// idle timeout a trickling server could keep alive), and at most
-// maxReplyBytes of the reply are ever held; past that the reply is cut off
-// and its first part shown.
+// idle timeout a trickling server could keep alive), at the end of which the
+// connection is closed whatever the server is still sending; at most
+// maxReplyBytes of the reply are ever held (past that the reply is cut off
+// and its first part shown); a compressed reply is refused unread.
+// BoundedHttpPost does the exchange.
 class SupportController : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
@@ -85,9 +85,7 @@ signals:
     void replied();
 
 private:
-    void take(QNetworkReply* reply);
-    void finish(QNetworkReply* reply);
-    void giveUp();
+    void finish(BoundedHttpPost* post);
     void setSendEnabled(bool enabled);
     void setSending(bool sending);
     void setErrorMessage(const QString& message);
@@ -101,10 +99,5 @@ private:
     bool m_sending = false;
     QString m_errorMessage;
     int m_deadline = defaultDeadline;
-    QNetworkAccessManager* m_network = nullptr;
-    QPointer<QNetworkReply> m_reply;
-    QTimer m_deadlineTimer;
-    QByteArray m_body;
-    bool m_cutOff = false;
-    bool m_timedOut = false;
+    QPointer<BoundedHttpPost> m_post;
 };

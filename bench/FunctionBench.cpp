@@ -7,6 +7,7 @@
 // Runs from a temporary TALLYVANE_HOME with fresh services, so no user file
 // is read or written.
 #include "framework/QVFunctionView.h"
+#include "functions/Calculators.h"
 #include "functions/npv/NpvController.h"
 #include "functions/roi/RoiController.h"
 #include "functions/tvm/TvmController.h"
@@ -93,6 +94,7 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
+    installCalculators();
     QTemporaryDir home;
     if (!home.isValid())
         return 1;

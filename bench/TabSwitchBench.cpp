@@ -5,6 +5,7 @@
 // A switch lasts from setting the tab until the next frame is on screen.
 // Prints the figures and writes them as one JSON line to --json FILE.
 #include "app/QmlPresenter.h"
+#include "functions/Calculators.h"
 #include "gui/DesktopServices.h"
 
 #include <QElapsedTimer>
@@ -61,6 +62,7 @@ int main(int argc, char* argv[])
 {
     QGuiApplication app(argc, argv);
     DesktopServices::install();
+    installCalculators();
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     QmlPresenter::instance();
     const QStringList args = app.arguments();

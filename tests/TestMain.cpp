@@ -1,4 +1,5 @@
 #include "gui/DesktopServices.h"
+#include "functions/Calculators.h"
 
 #include <QGuiApplication>
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
     DesktopServices::install();
+    installCalculators();
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -19,27 +19,6 @@
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
 #include "framework/TableController.h"
-#include "functions/amortization/AmortizationController.h"
-#include "functions/blackscholes/BlackScholesController.h"
-#include "functions/bond/BondController.h"
-#include "functions/breakeven/BreakevenController.h"
-#include "functions/capm/CapmController.h"
-#include "functions/cmp/CmpController.h"
-#include "functions/constgrowth/ConstGrowthController.h"
-#include "functions/datedcashflows/DatedCashFlowsController.h"
-#include "functions/depreciation/DepreciationController.h"
-#include "functions/expreturn/ExpReturnController.h"
-#include "functions/expreturn/ExpReturnTableController.h"
-#include "functions/noncgrowth/GrowthTableController.h"
-#include "functions/noncgrowth/NoncGrowthController.h"
-#include "functions/npv/NpvController.h"
-#include "functions/npv/NpvTableController.h"
-#include "functions/periodreturn/PeriodReturnController.h"
-#include "functions/rateconversion/RateConversionController.h"
-#include "functions/roi/RoiController.h"
-#include "functions/tip/TipController.h"
-#include "functions/tvm/TvmController.h"
-#include "functions/wacc/WaccController.h"
 #include "gui/ColorScheme.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
@@ -151,46 +130,10 @@ struct QVChartControllerForeign {
     QML_UNCREATABLE("Each calculator screen makes its own controller.")
 };
 
-struct RoiControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(RoiController)
-    QML_NAMED_ELEMENT(RoiController)
-};
-
-struct TipControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(TipController)
-    QML_NAMED_ELEMENT(TipController)
-};
-
-struct TvmControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(TvmController)
-    QML_NAMED_ELEMENT(TvmController)
-};
-
 struct MultiLineGraphViewForeign {
     Q_GADGET
     QML_FOREIGN(MultiLineGraphView)
     QML_NAMED_ELEMENT(MultiLineGraphView)
-};
-
-struct BondControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(BondController)
-    QML_NAMED_ELEMENT(BondController)
-};
-
-struct CmpControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(CmpController)
-    QML_NAMED_ELEMENT(CmpController)
-};
-
-struct NpvControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(NpvController)
-    QML_NAMED_ELEMENT(NpvController)
 };
 
 struct TableControllerForeign {
@@ -198,99 +141,6 @@ struct TableControllerForeign {
     QML_FOREIGN(TableController)
     QML_NAMED_ELEMENT(TableController)
     QML_UNCREATABLE("Each table is made by its screen's controller.")
-};
-
-struct NpvTableControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(NpvTableController)
-    QML_NAMED_ELEMENT(NpvTableController)
-    QML_UNCREATABLE("The NPV screen owns its cash-flow table.")
-};
-
-struct ConstGrowthControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(ConstGrowthController)
-    QML_NAMED_ELEMENT(ConstGrowthController)
-};
-
-struct PeriodReturnControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(PeriodReturnController)
-    QML_NAMED_ELEMENT(PeriodReturnController)
-};
-
-struct BlackScholesControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(BlackScholesController)
-    QML_NAMED_ELEMENT(BlackScholesController)
-};
-
-struct RateConversionControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(RateConversionController)
-    QML_NAMED_ELEMENT(RateConversionController)
-};
-
-struct DatedCashFlowsControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(DatedCashFlowsController)
-    QML_NAMED_ELEMENT(DatedCashFlowsController)
-};
-
-struct AmortizationControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(AmortizationController)
-    QML_NAMED_ELEMENT(AmortizationController)
-};
-
-struct DepreciationControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(DepreciationController)
-    QML_NAMED_ELEMENT(DepreciationController)
-};
-
-struct BreakevenControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(BreakevenController)
-    QML_NAMED_ELEMENT(BreakevenController)
-};
-
-struct CapmControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(CapmController)
-    QML_NAMED_ELEMENT(CapmController)
-};
-
-struct WaccControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(WaccController)
-    QML_NAMED_ELEMENT(WaccController)
-};
-
-struct ExpReturnControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(ExpReturnController)
-    QML_NAMED_ELEMENT(ExpReturnController)
-};
-
-struct ExpReturnTableControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(ExpReturnTableController)
-    QML_NAMED_ELEMENT(ExpReturnTableController)
-    QML_UNCREATABLE("The expected-return screen owns its state table.")
-};
-
-struct NoncGrowthControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(NoncGrowthController)
-    QML_NAMED_ELEMENT(NoncGrowthController)
-};
-
-struct GrowthTableControllerForeign {
-    Q_GADGET
-    QML_FOREIGN(GrowthTableController)
-    QML_NAMED_ELEMENT(GrowthTableController)
-    QML_UNCREATABLE("The nonconstant-growth screen owns its rate table.")
 };
 
 struct AboutControllerForeign {

@@ -1,4 +1,5 @@
 #include "AppWindow.h"
+#include "functions/Calculators.h"
 #include "InputDirection.h"
 #include "QmlPresenter.h"
 #include "SceneGraphChoice.h"
@@ -69,6 +70,7 @@ int main(int argc, char* argv[])
     InputDirection::useLeftToRight();
     QGuiApplication app(argc, argv);
     DesktopServices::install();
+    installCalculators();
     QGuiApplication::setOrganizationName(QStringLiteral("Quorvex"));
     QGuiApplication::setApplicationName(QStringLiteral("Tallyvane"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYVANE_VERSION));

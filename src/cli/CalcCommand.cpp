@@ -1,5 +1,5 @@
 #include "CliSupport.h"
-#include "framework/FunctionRegistry.h"
+#include "framework/CalculatorRegistry.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
 #include "framework/QVFunctionController.h"
@@ -182,7 +182,7 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
         (arguments.isEmpty() ? err : out) << calcUsage;
         return arguments.isEmpty() ? 1 : 0;
     }
-    const FunctionDescriptor* descriptor = FunctionRegistry::find(arguments.first());
+    const CalculatorDescription* descriptor = CalculatorRegistry::find(arguments.first());
     if (!descriptor) {
         err << "unknown calculator: " << arguments.first() << " (see tallyvane-cli list)\n";
         return 1;
@@ -372,7 +372,8 @@ int listCommand(const QStringList& args, bool json, QTextStream& out)
         return 0;
     }
     QStringList entries;
-    for (const FunctionDescriptor& f : FunctionRegistry::functions()) {
+    for (const CalculatorDescription* description : CalculatorRegistry::calculators()) {
+        const CalculatorDescription& f = *description;
         const std::unique_ptr<QVFunctionController> controller = f.create();
         QStringList fields;
         for (const FunctionInput& input : controller->inputs())
@@ -390,10 +391,10 @@ int listCommand(const QStringList& args, bool json, QTextStream& out)
             };
             entries << QStringLiteral(
                            "{\"name\": %1, \"title\": %2, \"fields\": %3, \"solve\": %4}")
-                           .arg(jsonString(f.name), jsonString(f.title), array(fields),
+                           .arg(jsonString(f.name), jsonString(f.entry.title), array(fields),
                                 array(solve));
         } else {
-            out << f.name << '\t' << f.title << '\t' << fields.join(QLatin1Char(' '));
+            out << f.name << '\t' << f.entry.title << '\t' << fields.join(QLatin1Char(' '));
             if (!solve.isEmpty())
                 out << "\t--solve " << solve.join(QLatin1Char('|'));
             out << '\n';

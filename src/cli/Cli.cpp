@@ -4,9 +4,9 @@
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorKeypad.h"
 #include "expression/EPExpression.h"
-#include "framework/FunctionRegistry.h"
 #include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
+#include "functions/Calculators.h"
 #include "platform/SafeFiles.h"
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
@@ -417,6 +417,7 @@ int keysCommand(const QStringList& args, bool json, QTextStream& out, QTextStrea
 
 int runCli(const QStringList& arguments, QTextStream& out, QTextStream& err)
 {
+    installCalculators();
     QStringList args = arguments;
     const bool json = args.removeAll(QStringLiteral("--json")) > 0;
     if (args.isEmpty()) {

@@ -1,5 +1,6 @@
 #include "QVFunctionController.h"
 
+#include "CalculatorRegistry.h"
 #include "DateText.h"
 #include "FallbackNotices.h"
 #include "HtmlPages.h"
@@ -25,6 +26,48 @@ const QString cancelAction = QStringLiteral("cancel");
 QVFunctionController::QVFunctionController(QObject* parent) : QObject(parent) {}
 
 QVFunctionController::~QVFunctionController() = default;
+
+const CalculatorDescription* QVFunctionController::description() const
+{
+    return CalculatorRegistry::findScreen(QString::fromLatin1(metaObject()->className()));
+}
+
+QList<FunctionInput> QVFunctionController::inputs() const
+{
+    QList<FunctionInput> list;
+    if (const CalculatorDescription* d = description()) {
+        for (const FieldSpec& field : d->fields) {
+            if (field.kind == FieldSpec::Kind::Table)
+                continue;
+            const FunctionInput::Kind kind =
+                field.kind == FieldSpec::Kind::Choice ? FunctionInput::Kind::Choice
+                : field.kind == FieldSpec::Kind::Date ? FunctionInput::Kind::DateField
+                                                      : FunctionInput::Kind::Field;
+            list.append({field.key, field.outlet, kind, field.action});
+        }
+    }
+    return list;
+}
+
+QList<TableInput> QVFunctionController::tableInputs() const
+{
+    QList<TableInput> list;
+    if (const CalculatorDescription* d = description()) {
+        for (const FieldSpec& field : d->fields) {
+            if (field.kind == FieldSpec::Kind::Table)
+                list.append({field.key, field.rows,
+                             field.cells == FieldSpec::Kind::Date ? TableInput::Cells::Dates
+                                                                  : TableInput::Cells::Numbers});
+        }
+    }
+    return list;
+}
+
+QStringList QVFunctionController::solveButtons() const
+{
+    const CalculatorDescription* d = description();
+    return d ? d->solveButtons : QStringList();
+}
 
 void QVFunctionController::load()
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CalculatorDescription.h"
 #include "QVFunctionModel.h"
 #include "QVFunctionView.h"
 #include "charts/ChartPicture.h"
@@ -87,9 +88,15 @@ public:
     // shows it.
     static QString chartPictureName(const QString& reportFileName);
 
+    // What this calculator is (its fields, results, compute buttons, entry
+    // in the catalogue), found in the registry by the controller's class
+    // name; null for a controller the registry does not know.
+    const CalculatorDescription* description() const;
+
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).
-    virtual QList<FunctionInput> inputs() const { return {}; }
+    // By default those of the description.
+    virtual QList<FunctionInput> inputs() const;
     // The screen's schedule as CSV (a header row, one row a period), for
     // screens that have one; empty otherwise.
     virtual QByteArray scheduleCsv() const { return {}; }
@@ -99,7 +106,7 @@ public:
 
     // The screen's tables, and how they are filled from a list of texts (one
     // edit per row, in order). False for an unknown table or too many rows.
-    virtual QList<TableInput> tableInputs() const { return {}; }
+    virtual QList<TableInput> tableInputs() const;
     Q_INVOKABLE virtual bool setTableInput(const QString& property, const QStringList& values)
     {
         Q_UNUSED(property);
@@ -110,7 +117,7 @@ public:
     // kept beside a saved report), asked for just before it is written.
     // None by default.
     virtual ChartPicture reportChart() const { return {}; }
-    Q_INVOKABLE virtual QStringList solveButtons() const { return {}; }
+    Q_INVOKABLE virtual QStringList solveButtons() const;
     // Presses the compute button called `name` (one of solveButtons()).
     Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }
     // The change action of the input fields: by default nothing. During an

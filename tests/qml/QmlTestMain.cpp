@@ -1,4 +1,5 @@
 #include "app/QmlPresenter.h"
+#include "functions/Calculators.h"
 #include "framework/QVFunctionModel.h"
 #include "gui/DesktopServices.h"
 #include "platform/AppPaths.h"
@@ -278,6 +279,7 @@ public slots:
         qputenv("TALLYVANE_HOME", m_home.path().toUtf8());
         Services::reset();
         DesktopServices::install();
+        installCalculators();
         QmlPresenter::instance();
     }
     void qmlEngineAvailable(QQmlEngine* engine)

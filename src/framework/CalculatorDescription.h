@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+
+class QVFunctionController;
+
+// What a calculator is, said once in its own folder (<Name>Description.cpp)
+// and read by everything that needs to know: the base controller (which
+// fields to read into which model properties, which results to show where),
+// the screens (labels, kinds, the layout of plain forms), the catalogue,
+// the command line (`list`, `calc`), the screenshot walk and the tests.
+
+// One input of a calculator screen.
+struct FieldSpec {
+    enum class Kind {
+        Number,  // an amount; "±" beside it
+        Percent, // typed and kept in percent (8 means 8 %); "±" beside it
+        Count,   // a whole number of things (periods, people, rows); no "±"
+        Date,    // a date, YYYY-MM-DD
+        Choice,  // a button whose action sheet offers `words`
+        Table,   // a column of cells (`rows` at most) taking `cells`
+    };
+    QString key;    // the model's property, and the command line's name for it
+    QString outlet; // the view's outlet that holds its text
+    QString label;  // its name on the screen
+    Kind kind = Kind::Number;
+    QStringList words;         // Choice: the words its sheet offers, in order
+    QString action;            // Choice: the controller's invokable that opens the sheet
+    int rows = 0;              // Table: the most rows it takes
+    Kind cells = Kind::Number; // Table: what its cells take (Number or Date)
+    QString section;           // a heading shown above it on plain forms, when set
+
+    bool signable() const { return kind == Kind::Number || kind == Kind::Percent; }
+    bool isTable() const { return kind == Kind::Table; }
+};
+
+// One result: the model's property, the outlet that shows it, its name on
+// the screen and what follows the number ("%" or nothing).
+struct ResultSpec {
+    QString key;
+    QString outlet;
+    QString label;
+    QString unit;
+    QString section;
+};
+
+// Where the catalogue lists the calculator, under its title.
+struct CatalogueEntry {
+    enum class List {
+        Functions, // the Functions tab itself
+        Stock,     // "Stock Calculators"
+        Loans,     // "Loans and More"
+    };
+    List list = List::Functions;
+    QString title;
+    QString icon;  // the Functions tab's icon ("tvm": qrc:/icons/tvm.png)
+    QString color; // the swatch of the Stock and Loans lists, "#RRGGBB"
+};
+
+struct CalculatorDescription {
+    QString name;   // "roi": the command line's and the registry's name
+    QString screen; // "RoiController": the screen identifier the catalogue opens
+    // The screen's own QML file (under src/), or empty for a plain form laid
+    // out from the fields and results.
+    QString view;
+    CatalogueEntry entry;
+    QList<FieldSpec> fields;
+    QList<ResultSpec> results;
+    QStringList solveButtons; // compute buttons, for screens that solve on one
+    std::function<std::unique_ptr<QVFunctionController>()> create;
+
+    // The field or result named `key` (or shown in outlet `key`); null when
+    // there is none.
+    const FieldSpec* field(const QString& key) const;
+    const ResultSpec* result(const QString& key) const;
+};
+
+// Short forms for the tables in the description files.
+namespace Describe {
+FieldSpec number(const QString& key, const QString& outlet, const QString& label);
+FieldSpec percent(const QString& key, const QString& outlet, const QString& label);
+FieldSpec count(const QString& key, const QString& outlet, const QString& label);
+FieldSpec date(const QString& key, const QString& outlet, const QString& label);
+FieldSpec choice(const QString& key, const QString& outlet, const QString& label,
+                 const QStringList& words, const QString& action);
+FieldSpec table(const QString& key, int rows, FieldSpec::Kind cells = FieldSpec::Kind::Number);
+// `spec` with a heading above it.
+FieldSpec under(const QString& section, FieldSpec spec);
+ResultSpec result(const QString& key, const QString& outlet, const QString& label,
+                  const QString& unit = {});
+} // namespace Describe

@@ -1,0 +1,28 @@
+#include "DatedCashFlowsController.h"
+#include "framework/CalculatorDescription.h"
+
+using namespace Describe;
+
+const CalculatorDescription& datedCashFlowsDescription()
+{
+    static const CalculatorDescription description{
+        .name = "dated-cash-flows",
+        .screen = "DatedCashFlowsController",
+        .view = "functions/datedcashflows/DatedCashFlowsView.qml",
+        .entry = {CatalogueEntry::List::Loans, "Dated Cash Flows", "", "#E85B4F"},
+        .fields =
+            {
+                percent("rate", "rateField", "Discount rate a year for XNPV (%)"),
+                count("rows", "rowCountField", "Number of cash flows (2 to 10,000)"),
+            },
+        .results =
+            {
+                result("xnpv", "xnpvLabel", "Net present value (XNPV)"),
+                result("xirr", "xirrLabel", "Internal rate of return (XIRR)", "%"),
+            },
+        .solveButtons = {},
+        .create =
+            [] { return std::unique_ptr<QVFunctionController>(new DatedCashFlowsController); },
+    };
+    return description;
+}

@@ -1,0 +1,34 @@
+#include "DepreciationController.h"
+#include "framework/CalculatorDescription.h"
+
+using namespace Describe;
+
+const CalculatorDescription& depreciationDescription()
+{
+    static const CalculatorDescription description{
+        .name = "depreciation",
+        .screen = "DepreciationController",
+        .view = "functions/depreciation/DepreciationView.qml",
+        .entry = {CatalogueEntry::List::Loans, "Depreciation", "", "#8E7CC3"},
+        .fields =
+            {
+                number("cost", "costField", "Cost"),
+                number("salvage", "salvageField", "Salvage value at the end of its life"),
+                count("life", "lifeField", "Life (whole years)"),
+                count("firstYearMonths", "firstYearMonthsField",
+                      "Months in the first year (1 to 12)"),
+                choice("method", "methodButton", "Method (SL, SYD, DDB, DB)",
+                       {"SL", "SYD", "DDB", "DB"}, "methodClicked"),
+                percent("factor", "factorField",
+                        "Declining-balance factor for DDB (%; 200 is double)"),
+            },
+        .results =
+            {
+                result("firstYearDepreciation", "firstYearDepreciationLabel", "First year"),
+                result("totalDepreciation", "totalDepreciationLabel", "Total"),
+            },
+        .solveButtons = {},
+        .create = [] { return std::unique_ptr<QVFunctionController>(new DepreciationController); },
+    };
+    return description;
+}

@@ -1,0 +1,27 @@
+#include "NpvController.h"
+#include "framework/CalculatorDescription.h"
+
+using namespace Describe;
+
+const CalculatorDescription& npvDescription()
+{
+    static const CalculatorDescription description{
+        .name = "npv",
+        .screen = "NpvController",
+        .view = "functions/npv/NpvView.qml",
+        .entry = {CatalogueEntry::List::Functions, "Net Present Value Calculator", "npv", ""},
+        .fields =
+            {
+                count("period", "periodField", "Number of cash flows, CF0 included (1 to 99)"),
+                percent("discountRate", "discountRateField", "Discount rate per period (%)"),
+            },
+        .results =
+            {
+                result("npv", "npvResultLabel", "Net present value"),
+                result("irr", "irrResultLabel", "Internal rate of return", "%"),
+            },
+        .solveButtons = {},
+        .create = [] { return std::unique_ptr<QVFunctionController>(new NpvController); },
+    };
+    return description;
+}

@@ -1,0 +1,30 @@
+#include "RoiController.h"
+#include "framework/CalculatorDescription.h"
+
+using namespace Describe;
+
+const CalculatorDescription& roiDescription()
+{
+    static const CalculatorDescription description{
+        .name = "roi",
+        .screen = "RoiController",
+        .view = "functions/roi/RoiView.qml",
+        .entry = {CatalogueEntry::List::Functions, "Return on Investment Calculator", "roi", ""},
+        .fields =
+            {
+                number("investmentAmount", "investmentField", "Amount invested"),
+                number("futureValue", "futureValueField", "Amount returned (income)"),
+                number("years", "yearsField", "Years held"),
+            },
+        .results =
+            {
+                result("gain", "gainResultLabel", "Gain or loss"),
+                result("roi", "roiResultLabel", "Return on investment", "%"),
+                result("annualizedRoi", "annualizedRoiResultLabel", "Per year (simple average)",
+                       "%"),
+            },
+        .solveButtons = {},
+        .create = [] { return std::unique_ptr<QVFunctionController>(new RoiController); },
+    };
+    return description;
+}

@@ -1,0 +1,32 @@
+#include "TvmController.h"
+#include "framework/CalculatorDescription.h"
+
+using namespace Describe;
+
+const CalculatorDescription& tvmDescription()
+{
+    static const CalculatorDescription description{
+        .name = "tvm",
+        .screen = "TvmController",
+        .view = "functions/tvm/TvmView.qml",
+        .entry = {CatalogueEntry::List::Functions, "Time Value of Money Calculator", "tvm", ""},
+        .fields =
+            {
+                number("presentValue", "pvField", "Present value (PV)"),
+                number("futureValue", "fvField", "Future value (FV)"),
+                percent("interestRate", "interestField", "Annual interest rate (I/Y, %)"),
+                number("period", "periodField", "Number of periods (N)"),
+                number("payment", "pmtField", "Payment per period (PMT)"),
+                choice("paymentFrequency", "frequencyButton", "Payments a year",
+                       {"Monthly", "Quarterly", "Semiannually", "Annually"}, "frequencyClicked"),
+                choice("paymentMode", "modeButton", "Payments at", {"BEG", "END"}, "modeClicked"),
+            },
+        .results =
+            {
+
+            },
+        .solveButtons = {"PV", "FV", "PMT", "I/Y", "N"},
+        .create = [] { return std::unique_ptr<QVFunctionController>(new TvmController); },
+    };
+    return description;
+}

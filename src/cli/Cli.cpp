@@ -10,6 +10,7 @@
 #include "reports/QVFileManager.h"
 #include "reports/QVReport.h"
 #include "reports/ReportPdf.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
 #include <QFile>
@@ -110,6 +111,10 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         return args.isEmpty() ? 1 : 0;
     }
     ReportTableModel list;
+    // What the check of the store found (a damaged list set aside, a
+    // missing one) comes first, on stderr; the list read is still shown.
+    if (const QString notice = ReportStore::takeNotice(); !notice.isEmpty())
+        err << notice << '\n';
     if (!list.loadError().isEmpty()) {
         err << list.loadError() << '\n';
         return 1;

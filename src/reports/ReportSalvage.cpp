@@ -409,7 +409,8 @@ ReportSalvage::Result ReportSalvage::read(const QString& databasePath, const QSt
         tried.insert(size);
         const Pages pages(*file, *wal, size);
         Result found = scan(pages);
-        if (found.rows.size() > best.rows.size() || (!best.state && found.state))
+        if (found.rows.size() > best.rows.size() ||
+            (found.rows.size() == best.rows.size() && !best.state && found.state))
             best = found;
     }
     best.readable = true;

@@ -640,6 +640,12 @@ void repair(const QString& path, std::optional<Tally> seen, const Finding& found
         return;
 
     const ReportSalvage::Result salvage = ReportSalvage::read(path, walPath(path));
+    if (!salvage.readable) {
+        // Unreadable (an I/O error) or too large to read whole: nothing is
+        // replaced by what could not be looked at.
+        keepDamaged(path, seen, QStringLiteral("the files could not be read whole"));
+        return;
+    }
     const QList<ReportStore::Row> rows = newestFirst(salvage.rows);
     const std::optional<Tally> salvaged =
         salvage.state

@@ -247,6 +247,46 @@ TEST_F(ReportStoreTest, FilesLeftInTheMakingByAnEndedProcessGoAtTheNextStartAndN
     EXPECT_EQ(entries(), QStringList({second}));
 }
 
+// A list made before the bookkeeping row existed (the table alone) is
+// taken as it is: nothing is told, its records stay, and from the first
+// change on its numbers are kept, so that a row hidden later is found.
+TEST_F(ReportStoreTest, AListWithoutBookkeepingIsTakenAsItIsAndCountedFromThen)
+{
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "earlier");
+        db.setDatabaseName(ReportStore::databasePath());
+        ASSERT_TRUE(db.open());
+        QSqlQuery query(db);
+        ASSERT_TRUE(query.exec("PRAGMA journal_mode=WAL"));
+        ASSERT_TRUE(query.exec("CREATE TABLE reports (id INTEGER PRIMARY KEY AUTOINCREMENT, "
+                               "archive BLOB NOT NULL, checksum INTEGER NOT NULL)"));
+        for (const char* title : {"old", "older"}) {
+            const QByteArray archive = sample(title, now).archive();
+            query.prepare("INSERT INTO reports (archive, checksum) VALUES (?, ?)");
+            query.addBindValue(archive);
+            query.addBindValue(ReportStore::checksumOf(archive));
+            ASSERT_TRUE(query.exec());
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("earlier"));
+
+    EXPECT_EQ(storedTitles(), QStringList({"older", "old"}));
+    EXPECT_TRUE(ReportStore::takeNotice().isEmpty());
+    ASSERT_TRUE(QVReport::saveReport(sample("new", now)).ok());
+    ReportStore::close();
+    EXPECT_EQ(storedTitles(), QStringList({"new", "older", "old"}));
+    EXPECT_TRUE(ReportStore::takeNotice().isEmpty());
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "earlier");
+        db.setDatabaseName(ReportStore::databasePath());
+        ASSERT_TRUE(db.open());
+        QSqlQuery query(db);
+        ASSERT_TRUE(query.exec("SELECT records FROM list_state") && query.next());
+        EXPECT_EQ(query.value(0).toInt(), 3);
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("earlier"));
+}
+
 TEST_F(ReportStoreTest, DateStringNamesTodayAndYesterday)
 {
     QVReport r;

@@ -379,7 +379,9 @@ std::optional<Tally> latest(std::initializer_list<std::optional<Tally>> tallies)
 }
 
 // SQLite's quick check of every page, then the numbers: the rows against
-// the bookkeeping row, the changes against the state file.
+// the bookkeeping row, the changes against the state file. All in one read
+// transaction, so that a change another process commits meanwhile cannot
+// fall between the count and the bookkeeping row.
 void inspect(QSqlDatabase db, qint64 size, const std::optional<Tally>& seen, Finding& finding)
 {
     const auto fail = [&finding](const QSqlError& error, const QString& what) {
@@ -387,6 +389,12 @@ void inspect(QSqlDatabase db, qint64 size, const std::optional<Tally>& seen, Fin
         finding.why = what + QStringLiteral(": ") + textOf(error);
     };
     QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("BEGIN")))
+        return fail(query.lastError(), QStringLiteral("begin"));
+    const auto end = qScopeGuard([&query] {
+        query.finish();
+        query.exec(QStringLiteral("ROLLBACK"));
+    });
     if (size <= quickCheckLimit) {
         if (!query.exec(QStringLiteral("PRAGMA quick_check(%1)").arg(quickCheckFaults)))
             return fail(query.lastError(), QStringLiteral("quick_check"));
@@ -651,7 +659,7 @@ void repair(const QString& path, std::optional<Tally> seen, const Finding& found
         salvage.state
             ? std::optional<Tally>(Tally{salvage.state->changes, salvage.state->records, 0})
             : std::nullopt;
-    const std::optional<Tally> expected = latest({seen, found.tally, salvaged});
+    const std::optional<Tally> expected = latest({seen, again.tally, found.tally, salvaged});
     qCInfo(lcReports) << "salvaged" << rows.size() << "rows;" << salvage.unverified
                       << "damaged; expected" << (expected ? expected->records : -1);
     Tally fresh{(expected ? expected->changes : 0) + 1, rows.size(), generation + 1};
@@ -666,8 +674,11 @@ void repair(const QString& path, std::optional<Tally> seen, const Finding& found
     }
     const QString aside = setAside(path);
     if (aside.isEmpty() || !renameNew(building, path)) {
-        if (!aside.isEmpty())
+        if (!aside.isEmpty()) { // back as they were, the journal with the database
             renameNew(aside, path);
+            if (QFileInfo::exists(walPath(aside)))
+                renameNew(walPath(aside), walPath(path));
+        }
         QFile::remove(building);
         keepDamaged(path, seen, QStringLiteral("the damaged files could not be moved aside"));
         return;

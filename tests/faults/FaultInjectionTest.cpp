@@ -296,6 +296,29 @@ TEST_F(ReportFaults, FourProcessesSavingAtOnceKeepEveryRecordWithItsOwnFile)
     EXPECT_EQ(QDir(documents()).entryList(QDir::Files).size(), 200);
 }
 
+// Every process checks the list when it starts; a check while other
+// processes save (the list and its state file changing under it) never
+// takes their changes for damage.
+TEST_F(ReportFaults, ListingsWhileOthersSaveFindNoDamage)
+{
+    ASSERT_EQ(runShippedCli(homePath, {"reports", "list"}).exitCode, 0);
+    QProcess* first = startSaver(1, 150);
+    QProcess* second = startSaver(2, 150);
+    int listings = 0;
+    while (listings < 200 &&
+           (first->state() != QProcess::NotRunning || second->state() != QProcess::NotRunning)) {
+        const CliRun listing = runShippedCli(homePath, {"reports", "list"});
+        ++listings;
+        EXPECT_EQ(listing.exitCode, 0);
+        EXPECT_TRUE(listing.err.isEmpty()) << listing.err.toStdString();
+    }
+    EXPECT_GT(listings, 3);
+    EXPECT_EQ(finish(first).exitCode, 0);
+    EXPECT_EQ(finish(second).exitCode, 0);
+    EXPECT_EQ(stored().size(), 300);
+    EXPECT_TRUE(QDir(homePath).entryList({QStringLiteral("reports-damaged-*")}).isEmpty());
+}
+
 // Saves until the disk is full: the failed save says why, and every save
 // reported before it is still there, readable, with its file.
 void expectFullDiskIsTold(ReportFaults& test, const std::function<SaverOutput(int)>& save)

@@ -87,9 +87,11 @@ QString refusalOf(const QSqlError& error)
     if (codeOf(error) == SqliteFull ||
         (storage.isValid() && !storage.isReadOnly() && storage.bytesAvailable() < 64 * 1024))
         return QStringLiteral("The saved reports cannot be changed: the disk is full.");
-    if (codeOf(error) == SqliteReadOnly || (storage.isValid() && storage.isReadOnly()) ||
-        !QFileInfo(folder).isWritable())
-        return QStringLiteral("The saved reports cannot be changed: %1 is read-only.").arg(folder);
+    const bool folderReadOnly =
+        (storage.isValid() && storage.isReadOnly()) || !QFileInfo(folder).isWritable();
+    if (codeOf(error) == SqliteReadOnly || folderReadOnly)
+        return QStringLiteral("The saved reports cannot be changed: %1 is read-only.")
+            .arg(QDir::toNativeSeparators(folderReadOnly ? folder : ReportStore::databasePath()));
     if (isAccessFailure(error))
         return QStringLiteral("The saved reports cannot be changed: %1.").arg(textOf(error));
     return reasonOf(error);

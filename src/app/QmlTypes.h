@@ -21,14 +21,17 @@
 #include "framework/TableController.h"
 #include "gui/ColorScheme.h"
 #include "reports/ReportDetailController.h"
+#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
 #include <QObject>
 #include <QQmlContext>
 #include <QQuickWindow>
+#include <QThread>
 #include <QTimer>
 #include <QtQml/qqml.h>
 #include <QtQml/qqmlparserstatus.h>
+#include <memory>
 
 // Light or dark, following the desktop; AppTheme picks its colours by it.
 struct SystemColorSchemeForeign {
@@ -39,10 +42,12 @@ struct SystemColorSchemeForeign {
 };
 
 // The saved reports as QML makes them: read once the component is complete,
-// or, with `deferred`, in the event loop's first turn after the window's
-// first frame. Reading first creates the store; on a first start that takes
-// long enough to hold the first frame up, and a save needs the user's input,
-// which cannot come before the window is shown.
+// or, with `deferred`, after the window's first frame, the check of the
+// store (which may find damage and repair it) running on a thread of its
+// own meanwhile, so that the window never waits for the database. Reading
+// first creates the store, and a save needs the user's input, which cannot
+// come before the window is shown. What the check found is told once, in an
+// alert, when the list has been read.
 class QmlReportTableModel : public ReportTableModel, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
@@ -52,6 +57,12 @@ class QmlReportTableModel : public ReportTableModel, public QQmlParserStatus {
 public:
     explicit QmlReportTableModel(QObject* parent = nullptr) : ReportTableModel(Unloaded{}, parent)
     {}
+    ~QmlReportTableModel() override
+    {
+        // The check gives up within seconds; the store outlives no thread.
+        if (m_checking)
+            m_checking->wait();
+    }
     void classBegin() override {}
     void componentComplete() override
     {
@@ -60,17 +71,29 @@ public:
         auto* window = context ? qobject_cast<QQuickWindow*>(context->contextObject()) : nullptr;
         if (!m_deferred || !window) {
             loadReportArray();
+            tellNotice();
             return;
         }
         // Queued: the frame may be swapped on the render thread.
         connect(
             window, &QQuickWindow::frameSwapped, this,
-            [this] { QTimer::singleShot(0, this, [this] { loadReportArray(); }); },
+            [this] { QTimer::singleShot(0, this, [this] { checkThenLoad(); }); },
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     }
 
 private:
+    void checkThenLoad()
+    {
+        m_checking.reset(QThread::create([] { ReportStore::prepare(); }));
+        connect(m_checking.get(), &QThread::finished, this, [this] {
+            loadReportArray();
+            tellNotice();
+        });
+        m_checking->start();
+    }
+
     bool m_deferred = false;
+    std::unique_ptr<QThread> m_checking;
 };
 
 struct QVFunctionViewForeign {

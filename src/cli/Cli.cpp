@@ -210,6 +210,10 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         return args.isEmpty() ? 1 : 0;
     }
     ReportTableModel list;
+    // What the check of the store found (a damaged list set aside, a
+    // missing one) comes first, on stderr; the list read is still shown.
+    if (const QString notice = ReportStore::takeNotice(); !notice.isEmpty())
+        err << notice << '\n';
     if (!list.loadError().isEmpty()) {
         err << list.loadError() << '\n';
         return 1;

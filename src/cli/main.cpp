@@ -70,6 +70,10 @@ int main(int argc, char* argv[])
     if (!moduleError.isEmpty())
         err << "tallyvane-cli: PDFs cannot be laid out: " << moduleError << '\n';
     const int code = runCli(QCoreApplication::arguments().mid(1), out, err);
+    // A save can be the first use of the store: what its check found is told
+    // too (the reports command has told it already).
+    if (const QString notice = ReportStore::takeNotice(); !notice.isEmpty())
+        err << "tallyvane-cli: " << notice << '\n';
     ReportStore::close();
     out.flush();
     err.flush();

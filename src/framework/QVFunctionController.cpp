@@ -342,6 +342,8 @@ void QVFunctionController::mailComposerFinished()
 {
     if (!m_model->reportSaved())
         m_model->removeReportFile();
+    else
+        m_model->keepReportFile();
 }
 
 void QVFunctionController::editField(const QString& outlet, const QString& text)

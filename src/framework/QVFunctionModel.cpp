@@ -4,6 +4,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 #include "reports/QVFileManager.h"
+#include "reports/ReportStore.h"
 
 #include <QMetaProperty>
 #include <cmath>
@@ -88,6 +89,7 @@ QString QVFunctionModel::grownFileName(const QString& current, const QString& fi
 
 WriteResult QVFunctionModel::saveReportFile()
 {
+    ReportStore::reserveReportFile(m_report.fileName);
     m_reportFileResult =
         QVFileManager::writeNewFileToDocumentsDirectory(m_report.fileName, m_report.contents);
     m_reportFileWritten = m_reportFileResult.ok();
@@ -107,6 +109,12 @@ void QVFunctionModel::removeReportFile()
         return;
     QVFileManager::removeFileAtPath(m_report.filePathInDocumentsDirectory());
     m_reportFileWritten = false;
+}
+
+void QVFunctionModel::keepReportFile()
+{
+    if (m_reportFileWritten)
+        ReportStore::forgetReportFile(m_report.fileName);
 }
 
 void QVFunctionModel::sendReportCreatedNotification()

@@ -45,12 +45,17 @@ public:
     virtual void createReport(const QVariantMap& userInfo);
 
     // Writes the report's text file (see QVFileManager: never over another
-    // file). The outcome is kept as reportFileResult().
+    // file). The outcome is kept as reportFileResult(). The file counts as
+    // in the making until its record is saved or keepReportFile() is called:
+    // left so by a killed process, it is removed at the next start.
     WriteResult saveReportFile();
     // Archives the report at the head of the saved list.
     WriteResult saveReport();
     // Removes the text file this model wrote last, and only that one.
     void removeReportFile();
+    // The text file stays without a record (an e-mailed report on a screen
+    // where a save was confirmed).
+    void keepReportFile();
     // How the last report's text file fared.
     const WriteResult& reportFileResult() const { return m_reportFileResult; }
 

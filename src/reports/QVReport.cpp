@@ -154,7 +154,7 @@ std::optional<QList<QByteArray>> QVReport::storedReportList(QString* error)
 
 WriteResult QVReport::saveReport(const QVReport& report)
 {
-    const WriteResult result = ReportStore::insertAtHead(report.archive());
+    const WriteResult result = ReportStore::insertAtHead(report.archive(), report.fileName);
     if (!result.ok())
         qCInfo(lcReports) << "report" << report.fileName << "not saved:" << result.error;
     return result;

@@ -1,141 +1,254 @@
 #include "ReportStore.h"
 
+#include "QVFileManager.h"
+#include "ReportSalvage.h"
+#include "ReportStorePrivate.h"
 #include "platform/AppPaths.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
+#include <QStorageInfo>
 #include <QThread>
+#include <QUrl>
 #include <QVariant>
 #include <QtEndian>
 
 Q_DECLARE_LOGGING_CATEGORY(lcReports)
 
+using namespace ReportStorePrivate;
+
 namespace {
 
+// The connection the process's own reads and changes go through (on the
+// thread that first used it: the main thread in the app).
 const QString connectionName = QStringLiteral("tallyvane.reports");
+QString connectionPath;
+Access connectionAccess = Access::ReadWrite;
 int busyTimeoutValue = ReportStore::defaultBusyTimeout;
 const QString legacyKey = QStringLiteral("reports");
 
-QString reasonOf(const QSqlError& error)
+} // namespace
+
+namespace ReportStorePrivate {
+
+QString textOf(const QSqlError& error)
 {
-    QString text = error.databaseText();
-    if (text.isEmpty())
-        text = error.text();
-    return QStringLiteral("The saved reports could not be updated: %1.").arg(text);
+    return error.databaseText().isEmpty() ? error.text() : error.databaseText();
 }
 
-// The open connection to the database at today's path, opened (with WAL
-// and the busy timeout) when needed.
-std::optional<QSqlDatabase> connection(QString* error)
+int codeOf(const QSqlError& error)
 {
-    const QString path = ReportStore::databasePath();
-    if (QSqlDatabase::contains(connectionName)) {
-        {
-            QSqlDatabase db = QSqlDatabase::database(connectionName, false);
-            if (db.isOpen() && db.databaseName() == path)
-                return db;
-        }
-        // The home moved (tests use a fresh one each): start again.
-        ReportStore::close();
+    bool ok = false;
+    const int code = error.nativeErrorCode().toInt(&ok);
+    return ok ? code & 0xff : 0;
+}
+
+bool isLocked(const QSqlError& error)
+{
+    const int code = codeOf(error);
+    return code == SqliteBusy || code == SqliteLocked;
+}
+
+bool isAccessFailure(const QSqlError& error)
+{
+    switch (codeOf(error)) {
+    case SqlitePerm:
+    case SqliteNoMem:
+    case SqliteReadOnly:
+    case SqliteIoErr:
+    case SqliteFull:
+    case SqliteCantOpen:
+        return true;
+    default:
+        return false;
     }
+}
+
+QString reasonOf(const QSqlError& error)
+{
+    if (isLocked(error))
+        return QStringLiteral("The saved reports could not be updated: another program kept them "
+                              "locked for more than %1 seconds.")
+            .arg(busyTimeoutValue / 1000.0);
+    return QStringLiteral("The saved reports could not be updated: %1.").arg(textOf(error));
+}
+
+QString refusalOf(const QSqlError& error)
+{
+    const QString folder = QFileInfo(ReportStore::databasePath()).absolutePath();
+    const QStorageInfo storage(folder);
+    if (codeOf(error) == SqliteFull ||
+        (storage.isValid() && !storage.isReadOnly() && storage.bytesAvailable() < 64 * 1024))
+        return QStringLiteral("The saved reports cannot be changed: the disk is full.");
+    const bool folderReadOnly =
+        (storage.isValid() && storage.isReadOnly()) || !QFileInfo(folder).isWritable();
+    if (codeOf(error) == SqliteReadOnly || folderReadOnly)
+        return QStringLiteral("The saved reports cannot be changed: %1 is read-only.")
+            .arg(QDir::toNativeSeparators(folderReadOnly ? folder : ReportStore::databasePath()));
+    if (isAccessFailure(error))
+        return QStringLiteral("The saved reports cannot be changed: %1.").arg(textOf(error));
+    return reasonOf(error);
+}
+
+std::optional<QSqlDatabase> openDatabase(const QString& name, const QString& path, Access access,
+                                         QSqlError* error)
+{
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
-        *error = QStringLiteral("The SQLite driver of Qt (package libqt6sql6-sqlite) is missing.");
-        return std::nullopt;
-    }
-    const QString folder = QFileInfo(path).absolutePath();
-    if (!QDir().mkpath(folder)) {
-        *error = QStringLiteral("The folder %1 could not be created.").arg(folder);
+        *error = QSqlError(
+            QStringLiteral("The SQLite driver of Qt (package libqt6sql6-sqlite) is missing."));
         return std::nullopt;
     }
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
-        db.setDatabaseName(path);
-        db.setConnectOptions(
-            QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(ReportStore::busyTimeout()));
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutValue);
+        if (access == Access::ReadWrite) {
+            db.setDatabaseName(path);
+        } else if (access == Access::ReadOnly) {
+            db.setDatabaseName(path);
+            options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+        } else {
+            db.setDatabaseName(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) +
+                               QStringLiteral("?immutable=1"));
+            options += QStringLiteral(";QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI");
+        }
+        db.setConnectOptions(options);
         if (db.open()) {
             QSqlQuery pragma(db);
-            // WAL lets readers go on while one process writes; FULL makes a
-            // reported save survive a crash of the whole machine too. Turning
-            // a new database to WAL needs it to itself for a moment, and
-            // SQLite answers "locked" at once rather than waiting when
-            // another process does the same: so it is tried again, within
-            // the busy timeout.
-            QElapsedTimer waited;
-            waited.start();
-            bool wal = pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
-            while (!wal && waited.elapsed() < ReportStore::busyTimeout()) {
-                QThread::msleep(5);
-                wal = pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+            bool ready = false;
+            if (access == Access::ReadWrite) {
+                // WAL lets readers go on while one process writes; FULL makes a
+                // reported save survive a crash of the whole machine too;
+                // secure_delete zeroes what a removal frees, so that no
+                // removed record can come back from a salvaged file.
+                QElapsedTimer waited;
+                waited.start();
+                ready = pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+                while (!ready && isLocked(pragma.lastError()) &&
+                       waited.elapsed() < busyTimeoutValue) {
+                    QThread::msleep(5);
+                    ready = pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+                }
+                ready = ready && pragma.exec(QStringLiteral("PRAGMA synchronous=FULL")) &&
+                        pragma.exec(QStringLiteral("PRAGMA secure_delete=ON"));
+            } else {
+                // Opening is lazy: this first read shows whether it works.
+                ready = pragma.exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
             }
-            if (wal && pragma.exec(QStringLiteral("PRAGMA synchronous=FULL")))
+            if (ready)
                 return db;
-            *error = reasonOf(pragma.lastError());
+            *error = pragma.lastError();
         } else {
-            *error = reasonOf(db.lastError());
+            *error = db.lastError();
         }
     }
-    ReportStore::close();
+    removeConnection(name);
     return std::nullopt;
 }
 
-// One IMMEDIATE transaction: it takes the write lock at once (waiting for
-// another writer up to the busy timeout), so what it reads is what it
-// changes. Rolled back unless committed.
-class WriteTransaction {
-public:
-    explicit WriteTransaction(QSqlDatabase db) : m_query(db)
+void removeConnection(const QString& name)
+{
+    if (!QSqlDatabase::contains(name))
+        return;
     {
-        m_open = m_query.exec(QStringLiteral("BEGIN IMMEDIATE"));
-        if (!m_open)
-            m_error = reasonOf(m_query.lastError());
+        QSqlDatabase db = QSqlDatabase::database(name, false);
+        db.close();
     }
-    ~WriteTransaction()
-    {
-        if (m_open)
-            m_query.exec(QStringLiteral("ROLLBACK"));
+    QSqlDatabase::removeDatabase(name);
+}
+
+qint64 tallyChecksum(const Tally& tally)
+{
+    return ReportSalvage::stateChecksum(tally.changes, tally.records);
+}
+
+bool createSchema(QSqlDatabase db, const Tally& tally, QString* error)
+{
+    QSqlQuery create(db);
+    if (!create.exec(QStringLiteral("CREATE TABLE reports (id INTEGER PRIMARY KEY AUTOINCREMENT, "
+                                    "archive BLOB NOT NULL, checksum INTEGER NOT NULL)"))) {
+        *error = reasonOf(create.lastError());
+        return false;
     }
-    WriteTransaction(const WriteTransaction&) = delete;
-    WriteTransaction& operator=(const WriteTransaction&) = delete;
+    return createBookkeeping(db, tally, error);
+}
 
-    bool isOpen() const { return m_open; }
-    QString error() const { return m_error; }
-    WriteResult commit()
-    {
-        if (!m_query.exec(QStringLiteral("COMMIT")))
-            return WriteResult::failure(reasonOf(m_query.lastError()));
-        m_open = false;
-        return WriteResult::success();
+bool createBookkeeping(QSqlDatabase db, const Tally& tally, QString* error)
+{
+    QSqlQuery create(db);
+    const bool created =
+        create.exec(QStringLiteral("CREATE TABLE IF NOT EXISTS list_state (id INTEGER PRIMARY KEY "
+                                   "CHECK (id = 1), changes INTEGER NOT NULL, records INTEGER NOT "
+                                   "NULL, checksum INTEGER NOT NULL)")) &&
+        create.exec(QStringLiteral("CREATE TABLE IF NOT EXISTS pending_files (name TEXT PRIMARY "
+                                   "KEY, owner TEXT NOT NULL, since INTEGER NOT NULL)"));
+    if (!created) {
+        *error = reasonOf(create.lastError());
+        return false;
     }
+    return writeTally(db, tally, error);
+}
 
-private:
-    QSqlQuery m_query;
-    bool m_open = false;
-    QString m_error;
-};
-
-std::optional<bool> listExists(QSqlDatabase db, QString* error)
+std::optional<Tally> readTally(QSqlDatabase db, QString* error)
 {
     QSqlQuery query(db);
     if (!query.exec(QStringLiteral(
-            "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'reports'"))) {
+            "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'list_state'"))) {
         *error = reasonOf(query.lastError());
-        return std::nullopt;
+        return Tally{-1, -1, 0};
     }
-    return query.next();
+    if (!query.next())
+        return std::nullopt;
+    if (!query.exec(
+            QStringLiteral("SELECT changes, records, checksum FROM list_state WHERE id = 1"))) {
+        *error = reasonOf(query.lastError());
+        return Tally{-1, -1, 0};
+    }
+    if (!query.next())
+        return Tally{-1, -1, 0};
+    const Tally tally{query.value(0).toLongLong(), query.value(1).toLongLong(), 0};
+    if (tallyChecksum(tally) != query.value(2).toLongLong())
+        return Tally{-1, -1, 0};
+    return tally;
+}
+
+bool writeTally(QSqlDatabase db, const Tally& tally, QString* error)
+{
+    QSqlQuery write(db);
+    write.prepare(QStringLiteral(
+        "INSERT OR REPLACE INTO list_state (id, changes, records, checksum) VALUES (1, ?, ?, ?)"));
+    write.addBindValue(tally.changes);
+    write.addBindValue(tally.records);
+    write.addBindValue(tallyChecksum(tally));
+    if (write.exec())
+        return true;
+    *error = reasonOf(write.lastError());
+    return false;
+}
+
+bool tableExists(QSqlDatabase db, const QString& table, QString* error, bool* exists)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?"));
+    query.addBindValue(table);
+    if (!query.exec()) {
+        *error = reasonOf(query.lastError());
+        return false;
+    }
+    *exists = query.next();
+    return true;
 }
 
 // Inserts an archive under a new id (the head of the list), or under `id`
 // when it is given.
 bool insertArchive(QSqlDatabase db, const QByteArray& archive, QString* error,
-                   std::optional<qint64> id = std::nullopt)
+                   std::optional<qint64> id)
 {
     QSqlQuery insert(db);
     insert.prepare(QStringLiteral("INSERT INTO reports (id, archive, checksum) VALUES (?, ?, ?)"));
@@ -145,9 +258,12 @@ bool insertArchive(QSqlDatabase db, const QByteArray& archive, QString* error,
     insert.addBindValue(ReportStore::checksumOf(archive));
     if (insert.exec())
         return true;
-    *error = reasonOf(insert.lastError());
+    *error = isAccessFailure(insert.lastError()) ? refusalOf(insert.lastError())
+                                                 : reasonOf(insert.lastError());
     return false;
 }
+
+namespace {
 
 ReportStore::Row rowOf(const QSqlQuery& query)
 {
@@ -163,9 +279,10 @@ ReportStore::Row rowOf(const QSqlQuery& query)
     return row;
 }
 
-// Every row, newest first. When the table cannot be read in one go (a
-// damaged page), each row is read on its own so one bad row does not hide
-// the others.
+} // namespace
+
+// When the table cannot be read in one go (a damaged page), each row is
+// read on its own so one bad row does not hide the others.
 std::optional<QList<ReportStore::Row>> readRows(QSqlDatabase db, QString* error)
 {
     QList<ReportStore::Row> rows;
@@ -198,6 +315,188 @@ std::optional<QList<ReportStore::Row>> readRows(QSqlDatabase db, QString* error)
     return rows;
 }
 
+} // namespace ReportStorePrivate
+
+namespace {
+
+void closeConnection()
+{
+    removeConnection(connectionName);
+}
+
+// A list made by an older version has no bookkeeping row and no table of
+// files in the making: they are added, counting the rows it holds, the
+// first time it is opened for writing.
+void upgrade(QSqlDatabase db)
+{
+    QString error;
+    bool hasList = false;
+    bool hasTally = false;
+    if (!tableExists(db, QStringLiteral("reports"), &error, &hasList) ||
+        !tableExists(db, QStringLiteral("list_state"), &error, &hasTally) || !hasList || hasTally)
+        return;
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("BEGIN IMMEDIATE")))
+        return;
+    bool done = false;
+    Tally tally;
+    {
+        QMutexLocker lock(&shared().mutex);
+        tally.changes = shared().changesBefore + 1;
+    }
+    if (query.exec(QStringLiteral("SELECT count(*) FROM reports")) && query.next()) {
+        tally.records = query.value(0).toLongLong();
+        done = tableExists(db, QStringLiteral("list_state"), &error, &hasTally) &&
+               (hasTally || createBookkeeping(db, tally, &error));
+    }
+    if (done && query.exec(QStringLiteral("COMMIT"))) {
+        QMutexLocker lock(&shared().mutex);
+        StateFile::advance(tally);
+    } else {
+        query.exec(QStringLiteral("ROLLBACK"));
+    }
+}
+
+// The open connection to the database at today's path: for reading, any
+// connection that reads; for writing, one that writes.
+std::optional<QSqlDatabase> connection(bool forWriting, QString* error)
+{
+    ensurePrepared();
+    const QString path = ReportStore::databasePath();
+    {
+        QMutexLocker lock(&shared().mutex);
+        if (!shared().refusal.isEmpty()) {
+            *error = shared().refusal;
+            return std::nullopt;
+        }
+    }
+    if (QSqlDatabase::contains(connectionName)) {
+        {
+            // The home moved (tests use a fresh one each), or a change needs
+            // writing where only reading worked: start again.
+            QSqlDatabase db = QSqlDatabase::database(connectionName, false);
+            if (db.isOpen() && connectionPath == path &&
+                (connectionAccess == Access::ReadWrite || !forWriting))
+                return db;
+        }
+        closeConnection();
+    }
+    connectionPath = path;
+    const QString folder = QFileInfo(path).absolutePath();
+    QDir().mkpath(folder);
+    QSqlError failure;
+    if (std::optional<QSqlDatabase> db =
+            openDatabase(connectionName, path, Access::ReadWrite, &failure)) {
+        connectionAccess = Access::ReadWrite;
+        upgrade(*db);
+        return db;
+    }
+    if (forWriting || !isAccessFailure(failure)) {
+        *error = forWriting ? refusalOf(failure) : reasonOf(failure);
+        return std::nullopt;
+    }
+    // Reading needs neither space nor permission to write: read-only, or,
+    // when even SQLite's read-only mode needs a file it cannot make (the
+    // journal's index on a full disk), the file as it stands, which is
+    // exact while there is no journal left beside it.
+    QSqlError readOnlyFailure;
+    if (std::optional<QSqlDatabase> db =
+            openDatabase(connectionName, path, Access::ReadOnly, &readOnlyFailure)) {
+        connectionAccess = Access::ReadOnly;
+        return db;
+    }
+    if (QFileInfo(path + QStringLiteral("-wal")).size() == 0 && QFileInfo::exists(path)) {
+        if (std::optional<QSqlDatabase> db =
+                openDatabase(connectionName, path, Access::Immutable, &readOnlyFailure)) {
+            connectionAccess = Access::Immutable;
+            return db;
+        }
+    }
+    *error = QStringLiteral("The saved reports could not be read: %1.").arg(textOf(failure));
+    return std::nullopt;
+}
+
+// One IMMEDIATE transaction: it takes the write lock at once (waiting for
+// another writer up to the busy timeout), so what it reads is what it
+// changes. Rolled back unless committed.
+class WriteTransaction {
+public:
+    explicit WriteTransaction(QSqlDatabase db) : m_query(db)
+    {
+        m_open = m_query.exec(QStringLiteral("BEGIN IMMEDIATE"));
+        if (!m_open)
+            m_error = isAccessFailure(m_query.lastError()) ? refusalOf(m_query.lastError())
+                                                           : reasonOf(m_query.lastError());
+    }
+    ~WriteTransaction()
+    {
+        if (m_open)
+            m_query.exec(QStringLiteral("ROLLBACK"));
+    }
+    WriteTransaction(const WriteTransaction&) = delete;
+    WriteTransaction& operator=(const WriteTransaction&) = delete;
+
+    bool isOpen() const { return m_open; }
+    QString error() const { return m_error; }
+    WriteResult commit()
+    {
+        if (!m_query.exec(QStringLiteral("COMMIT")))
+            return WriteResult::failure(isAccessFailure(m_query.lastError())
+                                            ? refusalOf(m_query.lastError())
+                                            : reasonOf(m_query.lastError()));
+        m_open = false;
+        return WriteResult::success();
+    }
+
+private:
+    QSqlQuery m_query;
+    bool m_open = false;
+    QString m_error;
+};
+
+// A change of the list: it returns how many records it added (negative:
+// removed) or a failure.
+struct Change {
+    WriteResult result;
+    qint64 added = 0;
+};
+
+// Runs `change` inside one write transaction on the open database, told
+// whether the list exists; counts the change in the bookkeeping row in the
+// same transaction; commits when it succeeds, and then records the new
+// numbers in the state file.
+WriteResult inTransaction(const std::function<Change(QSqlDatabase, bool)>& change)
+{
+    QString reason;
+    std::optional<QSqlDatabase> db = connection(true, &reason);
+    if (!db)
+        return WriteResult::failure(reason);
+    WriteTransaction transaction(*db);
+    if (!transaction.isOpen())
+        return WriteResult::failure(transaction.error());
+    bool exists = false;
+    if (!tableExists(*db, QStringLiteral("reports"), &reason, &exists))
+        return WriteResult::failure(reason);
+    const Change changed = change(*db, exists);
+    if (!changed.result.ok())
+        return changed.result;
+    std::optional<Tally> tally = readTally(*db, &reason);
+    if (!tally)
+        tally = Tally{0, 0, 0}; // a list without bookkeeping yet: counted from here
+    if (tally->changes < 0)
+        return WriteResult::failure(QStringLiteral(
+            "The saved reports could not be updated: their bookkeeping row is damaged."));
+    const Tally after{tally->changes + 1, tally->records + changed.added, 0};
+    if (!writeTally(*db, after, &reason))
+        return WriteResult::failure(reason);
+    const WriteResult committed = transaction.commit();
+    if (committed.ok()) {
+        QMutexLocker lock(&shared().mutex);
+        StateFile::advance(after);
+    }
+    return committed;
+}
+
 } // namespace
 
 int ReportStore::busyTimeout()
@@ -215,6 +514,11 @@ QString ReportStore::databasePath()
     return AppPaths::reportsDatabase();
 }
 
+QString ReportStore::statePath()
+{
+    return databasePath() + QStringLiteral(".state");
+}
+
 qint64 ReportStore::checksumOf(const QByteArray& archive)
 {
     const QByteArray digest = QCryptographicHash::hash(archive, QCryptographicHash::Sha256);
@@ -223,85 +527,92 @@ qint64 ReportStore::checksumOf(const QByteArray& archive)
 
 void ReportStore::close()
 {
-    if (!QSqlDatabase::contains(connectionName))
-        return;
-    {
-        QSqlDatabase db = QSqlDatabase::database(connectionName, false);
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(connectionName);
+    closeConnection();
+    QMutexLocker lock(&shared().mutex);
+    StateFile::detach();
+    shared().preparedFor.clear();
+    shared().notice.clear();
+    shared().salvaged.reset();
+    shared().refusal.clear();
+    shared().changesBefore = 0;
+}
+
+QString ReportStore::takeNotice()
+{
+    QMutexLocker lock(&shared().mutex);
+    return std::exchange(shared().notice, QString());
 }
 
 std::optional<QList<ReportStore::Row>> ReportStore::rows(QString* error)
 {
+    ensurePrepared();
+    {
+        QMutexLocker lock(&shared().mutex);
+        if (shared().salvaged) {
+            if (error)
+                error->clear();
+            return shared().salvaged;
+        }
+    }
     QString reason;
     std::optional<QList<Row>> result;
-    if (std::optional<QSqlDatabase> db = connection(&reason)) {
-        const std::optional<bool> exists = listExists(*db, &reason);
-        if (exists && *exists)
+    const bool exists = QFileInfo::exists(databasePath());
+    if (std::optional<QSqlDatabase> db = connection(false, &reason)) {
+        bool hasList = false;
+        if (tableExists(*db, QStringLiteral("reports"), &reason, &hasList) && hasList)
             result = readRows(*db, &reason);
+    } else if (!exists) {
+        reason.clear(); // nothing saved yet, and nowhere to make the list: no list
     }
     if (error)
         *error = reason;
     return result;
 }
 
-namespace {
-
-// Runs `change` inside one write transaction on the open database, told
-// whether the list exists; commits when it succeeds.
-WriteResult inTransaction(const std::function<WriteResult(QSqlDatabase, bool)>& change)
-{
-    QString reason;
-    std::optional<QSqlDatabase> db = connection(&reason);
-    if (!db)
-        return WriteResult::failure(reason);
-    WriteTransaction transaction(*db);
-    if (!transaction.isOpen())
-        return WriteResult::failure(transaction.error());
-    const std::optional<bool> exists = listExists(*db, &reason);
-    if (!exists)
-        return WriteResult::failure(reason);
-    const WriteResult changed = change(*db, *exists);
-    return changed.ok() ? transaction.commit() : changed;
-}
-
-} // namespace
-
 WriteResult ReportStore::createList()
 {
-    return inTransaction([](QSqlDatabase db, bool exists) {
+    return inTransaction([](QSqlDatabase db, bool exists) -> Change {
         if (exists)
-            return WriteResult::success();
-        QSqlQuery create(db);
-        if (!create.exec(QStringLiteral("CREATE TABLE reports (id INTEGER PRIMARY KEY "
-                                        "AUTOINCREMENT, archive BLOB NOT NULL, checksum INTEGER "
-                                        "NOT NULL)")))
-            return WriteResult::failure(reasonOf(create.lastError()));
+            return {WriteResult::success(), 0};
+        QString reason;
+        Tally tally;
+        {
+            QMutexLocker lock(&shared().mutex);
+            tally.changes = shared().changesBefore;
+        }
+        if (!createSchema(db, tally, &reason))
+            return {WriteResult::failure(reason), 0};
         // The list an older version kept in the settings file, newest
         // first: inserted oldest first so that the ids keep its order.
         const QVariant legacy = Services::settings().value(legacyKey);
         if (legacy.typeId() != QMetaType::QVariantList)
-            return WriteResult::success();
+            return {WriteResult::success(), 0};
         const QVariantList items = legacy.toList();
-        QString reason;
         for (auto item = items.crbegin(); item != items.crend(); ++item) {
             if (!insertArchive(db, item->toByteArray(), &reason))
-                return WriteResult::failure(reason);
+                return {WriteResult::failure(reason), 0};
         }
-        return WriteResult::success();
+        return {WriteResult::success(), qint64(items.size())};
     });
 }
 
-WriteResult ReportStore::insertAtHead(const QByteArray& archive)
+WriteResult ReportStore::insertAtHead(const QByteArray& archive, const QString& fileName)
 {
-    return inTransaction([&archive](QSqlDatabase db, bool exists) {
+    return inTransaction([&](QSqlDatabase db, bool exists) -> Change {
         if (!exists)
-            return WriteResult::failure(
-                QStringLiteral("The saved reports list has not been created yet."));
+            return {WriteResult::failure(
+                        QStringLiteral("The saved reports list has not been created yet.")),
+                    0};
         QString reason;
-        return insertArchive(db, archive, &reason) ? WriteResult::success()
-                                                   : WriteResult::failure(reason);
+        if (!insertArchive(db, archive, &reason))
+            return {WriteResult::failure(reason), 0};
+        if (!fileName.isEmpty()) {
+            QSqlQuery settle(db);
+            settle.prepare(QStringLiteral("DELETE FROM pending_files WHERE name = ?"));
+            settle.addBindValue(fileName);
+            settle.exec(); // a list without the table has nothing to settle
+        }
+        return {WriteResult::success(), 1};
     });
 }
 
@@ -310,22 +621,24 @@ WriteResult ReportStore::removeRows(const Chooser& choose, int* removed)
     if (removed)
         *removed = 0;
     QList<qint64> ids;
-    const WriteResult result = inTransaction([&](QSqlDatabase db, bool exists) {
+    const WriteResult result = inTransaction([&](QSqlDatabase db, bool exists) -> Change {
         if (!exists)
-            return WriteResult::success();
+            return {WriteResult::success(), 0};
         QString reason;
         const std::optional<QList<Row>> rows = readRows(db, &reason);
         if (!rows)
-            return WriteResult::failure(reason);
+            return {WriteResult::failure(reason), 0};
         ids = choose(*rows);
         QSqlQuery remove(db);
         remove.prepare(QStringLiteral("DELETE FROM reports WHERE id = ?"));
+        qint64 count = 0;
         for (qint64 id : std::as_const(ids)) {
             remove.bindValue(0, id);
             if (!remove.exec())
-                return WriteResult::failure(reasonOf(remove.lastError()));
+                return {WriteResult::failure(reasonOf(remove.lastError())), 0};
+            count += remove.numRowsAffected();
         }
-        return WriteResult::success();
+        return {WriteResult::success(), -count};
     });
     if (result.ok() && removed)
         *removed = int(ids.size());
@@ -334,15 +647,68 @@ WriteResult ReportStore::removeRows(const Chooser& choose, int* removed)
 
 WriteResult ReportStore::restoreRows(const QList<Row>& rows)
 {
-    return inTransaction([&rows](QSqlDatabase db, bool exists) {
+    return inTransaction([&rows](QSqlDatabase db, bool exists) -> Change {
         if (!exists)
-            return WriteResult::failure(
-                QStringLiteral("The saved reports list has not been created yet."));
+            return {WriteResult::failure(
+                        QStringLiteral("The saved reports list has not been created yet.")),
+                    0};
         QString reason;
         for (const Row& row : rows) {
             if (!insertArchive(db, row.archive, &reason, row.id))
-                return WriteResult::failure(reason);
+                return {WriteResult::failure(reason), 0};
         }
-        return WriteResult::success();
+        return {WriteResult::success(), qint64(rows.size())};
     });
+}
+
+void ReportStore::reserveReportFile(QString& name)
+{
+    // Only where a list is kept: a report made for e-mail in a home without
+    // one does not create the database.
+    if (!QVFileManager::isPlainFileName(name) || !QFileInfo::exists(databasePath()))
+        return;
+    QString reason;
+    std::optional<QSqlDatabase> db = connection(true, &reason);
+    if (!db)
+        return;
+    WriteTransaction transaction(*db);
+    bool marks = false;
+    if (!transaction.isOpen() ||
+        !tableExists(*db, QStringLiteral("pending_files"), &reason, &marks) || !marks)
+        return;
+    const QString folder = QVFileManager::documentsDirectory();
+    QSqlQuery taken(*db);
+    taken.prepare(QStringLiteral("SELECT 1 FROM pending_files WHERE name = ?"));
+    // As many tries as the file write itself makes before it gives up.
+    for (int copy = 1; copy <= 999; ++copy) {
+        const QString candidate = QVFileManager::numberedName(name, copy);
+        const QFileInfo file(folder + QLatin1Char('/') + candidate);
+        taken.bindValue(0, candidate);
+        if (file.exists() || file.isSymLink() || !taken.exec() || taken.next())
+            continue;
+        taken.finish();
+        QSqlQuery mark(*db);
+        mark.prepare(
+            QStringLiteral("INSERT INTO pending_files (name, owner, since) VALUES (?, ?, ?)"));
+        mark.addBindValue(candidate);
+        mark.addBindValue(ownerId());
+        mark.addBindValue(QDateTime::currentMSecsSinceEpoch());
+        if (mark.exec() && transaction.commit().ok())
+            name = candidate;
+        return;
+    }
+}
+
+void ReportStore::forgetReportFile(const QString& name)
+{
+    if (!QFileInfo::exists(databasePath()))
+        return;
+    QString reason;
+    std::optional<QSqlDatabase> db = connection(true, &reason);
+    if (!db)
+        return;
+    QSqlQuery forget(*db);
+    forget.prepare(QStringLiteral("DELETE FROM pending_files WHERE name = ?"));
+    forget.addBindValue(name);
+    forget.exec(); // nothing to forget in a list without the table
 }

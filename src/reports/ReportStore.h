@@ -17,13 +17,32 @@
 //   their ever-growing ids: the newest record has the highest id and is
 //   index 0 of the list.
 // - Every change is one IMMEDIATE transaction: it lands whole or not at
-//   all, and a concurrent writer waits (up to a busy timeout of several
-//   seconds) instead of overwriting what the other one wrote.
+//   all, and a concurrent writer waits (up to a busy timeout of a few
+//   seconds) instead of overwriting what the other one wrote. Only "the
+//   database is locked" is waited for; any other failure is told at once.
 // - A row whose bytes no longer match their checksum reads as an empty
 //   archive (an empty record); the other rows and later saves are not
 //   affected by it.
 // - "The list exists" means the table exists: the report list creates it
 //   on its first load, importing an older settings-file list once.
+//
+// Damage is looked for once per process, before the first use (see
+// prepare()): the database's header, SQLite's quick check of its pages,
+// and the number of records and of changes it should hold. Those numbers
+// are kept twice: in a bookkeeping row of the database, changed in the
+// same transaction as the records, and in a small state file beside it
+// (reports.sqlite.state), written after each change lands. A damaged page
+// that hides rows shows as fewer rows than the bookkeeping row counts; a
+// damaged journal frame, after which SQLite silently drops every later
+// change, shows as fewer changes in the database than the state file has
+// seen. A damaged database is set aside under a new name beside it (with
+// its journal), never deleted, and the records that can still be read are
+// copied, each verified by its checksum, into a new database in its place;
+// the user is told once, with how many records could not be read.
+//
+// Reading needs no free space and no write permission: when the database
+// cannot be opened for writing (a full disk, a read-only home), it is
+// opened read-only; only changes then fail, saying why.
 class ReportStore {
 public:
     struct Row {
@@ -32,6 +51,19 @@ public:
     };
 
     static QString databasePath();
+    // The state file beside the database (see above).
+    static QString statePath();
+
+    // Checks the store of the current home, and repairs it when it is
+    // damaged, unless that was done already in this process. Every other
+    // call does this first; the app calls it off its main thread, so that
+    // the window never waits for a check. Safe to call from any thread.
+    static void prepare();
+
+    // What the check found that the user has to be told, once: a damaged
+    // database set aside, a missing one, one that could not be repaired.
+    // Empty when there is nothing (left) to tell.
+    static QString takeNotice();
 
     // The list, newest first, or nothing when it has not been created yet.
     // An unreadable database gives nothing and sets `error`.
@@ -43,8 +75,10 @@ public:
     static WriteResult createList();
 
     // Puts an archive at the head of the list. Fails (and stores nothing)
-    // when the list does not exist yet.
-    static WriteResult insertAtHead(const QByteArray& archive);
+    // when the list does not exist yet. `fileName`, the record's text file,
+    // stops being a file in the making (see reserveReportFile()) in the same
+    // transaction.
+    static WriteResult insertAtHead(const QByteArray& archive, const QString& fileName = {});
 
     // Hands the rows, newest first, to `choose` inside one write
     // transaction and deletes the rows whose ids it returns. `removed` gets
@@ -56,8 +90,23 @@ public:
     // place in the list it was taken from.
     static WriteResult restoreRows(const QList<Row>& rows);
 
-    // Closes the connection; the next use opens the database again at the
-    // path of that moment.
+    // Files in the making. A report's text file is written before its
+    // record is stored; a save killed in between would leave a file that no
+    // record names. So the name is first entered in the database as a file
+    // in the making, owned by this process, and the entry goes in the same
+    // transaction that stores the record (or when the file is kept without
+    // a record: forgetReportFile()). At the next start, the files of
+    // entries whose process has ended are removed (see prepare()).
+    //
+    // reserveReportFile() changes `name` to the first of name, "name (2)",
+    // ... that is neither a file in the documents folder nor in the making,
+    // and enters it. Does nothing when the list does not exist or cannot be
+    // changed: the file is then written unmarked, as before.
+    static void reserveReportFile(QString& name);
+    static void forgetReportFile(const QString& name);
+
+    // Closes the connection; the next use checks and opens the database
+    // again at the path of that moment.
     static void close();
 
     // The checksum kept beside each archive.
@@ -67,5 +116,5 @@ public:
     // before it fails; applies to connections opened from then on.
     static int busyTimeout();
     static void setBusyTimeout(int milliseconds);
-    static constexpr int defaultBusyTimeout = 10000;
+    static constexpr int defaultBusyTimeout = 5000;
 };

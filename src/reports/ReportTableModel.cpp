@@ -138,6 +138,19 @@ void ReportTableModel::forgetUndo()
     emit undoChanged();
 }
 
+void ReportTableModel::tellNotice()
+{
+    const QString notice = ReportStore::takeNotice();
+    Presenter* presenter = Presenter::defaultPresenter();
+    if (notice.isEmpty() || !presenter)
+        return;
+    AlertRequest alert;
+    alert.title = QStringLiteral("Saved Reports");
+    alert.message = notice;
+    alert.actions = {{QStringLiteral("OK")}};
+    presenter->present(alert, [](const QString&, const QString&) {});
+}
+
 void ReportTableModel::setLoadError(const QString& error)
 {
     if (m_loadError == error)

@@ -56,6 +56,9 @@ public:
     Q_INVOKABLE QString undoDelete();
     // The chance to undo has passed.
     Q_INVOKABLE void forgetUndo();
+    // Tells, in an alert, what the check of the saved reports found that
+    // the user has to know (a damaged list set aside, a missing one), once.
+    void tellNotice();
     Q_INVOKABLE QString filePathAt(int row) const;
 
     QVReport reportAt(int row) const;

@@ -169,6 +169,17 @@ public:
         Services::setClock(nullptr);
         return model->report().filePathInDocumentsDirectory();
     }
+    // Replaces the stored list with 20 kB of noise, as a damaged disk might.
+    Q_INVOKABLE void damageStore()
+    {
+        ReportStore::close();
+        const QString database = ReportStore::databasePath();
+        for (const char* suffix : {"-wal", "-shm"})
+            QFile::remove(database + QLatin1String(suffix));
+        QFile file(database);
+        if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            file.write(QByteArray(20000, '\x5a'));
+    }
     Q_INVOKABLE int storedCount() const
     {
         return int(QVReport::storedReportList().value_or(QList<QByteArray>()).size());

@@ -3,6 +3,7 @@
 #include "TestSupport.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
+#include "reports/QVFileManager.h"
 #include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
 
@@ -10,6 +11,8 @@
 #include <QCborValue>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 namespace {
 
@@ -161,6 +164,127 @@ TEST_F(ReportStoreTest, ASaveByAnotherInstanceBetweenTwoSavesIsKept)
 
     ReportStore::close();
     EXPECT_EQ(storedTitles().size(), 3) << "on disk";
+}
+
+// A report's text file is entered as in the making before it is written
+// and leaves that state with its record. At the next start, the files left
+// in the making by a process that has ended go, and nothing else does.
+TEST_F(ReportStoreTest, FilesLeftInTheMakingByAnEndedProcessGoAtTheNextStartAndNothingElse)
+{
+    ReportTableModel list;
+    const QString folder = documents() + QLatin1Char('/');
+    const auto write = [&](const QString& name) {
+        ASSERT_TRUE(QVFileManager::saveFileToDocumentsDirectoryWithContents(name, "text"));
+    };
+    const auto entries = [] {
+        QStringList names;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "marks");
+            db.setDatabaseName(ReportStore::databasePath());
+            EXPECT_TRUE(db.open());
+            QSqlQuery query(db);
+            EXPECT_TRUE(query.exec(QStringLiteral("SELECT name FROM pending_files ORDER BY name")));
+            while (query.next())
+                names << query.value(0).toString();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("marks"));
+        return names;
+    };
+
+    // Saves of this process: a name taken by a file, then by a save still
+    // in the making, goes on to the next number.
+    write("roi_Plan_report.txt");
+    QString first = "roi_Plan_report.txt";
+    ReportStore::reserveReportFile(first);
+    EXPECT_EQ(first, "roi_Plan (2)_report.txt");
+    QString second = "roi_Plan_report.txt";
+    ReportStore::reserveReportFile(second);
+    EXPECT_EQ(second, "roi_Plan (3)_report.txt");
+    write(first);
+    write(second);
+    QVReport saved = sample("saved", now);
+    saved.fileName = first;
+    ASSERT_TRUE(QVReport::saveReport(saved).ok());
+    EXPECT_EQ(entries(), QStringList({second})) << "the record took its file out of the making";
+
+    // Entries of a process that has ended (on an earlier boot of the
+    // machine), as a save killed between its file and its record leaves.
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "marks");
+        db.setDatabaseName(ReportStore::databasePath());
+        ASSERT_TRUE(db.open());
+        QSqlQuery insert(db);
+        insert.prepare(QStringLiteral("INSERT INTO pending_files VALUES (?, ?, ?)"));
+        for (const char* name : {"killed_report.txt", "named_report.txt", "notes.txt",
+                                 "older_report.txt", "unwritten_report.txt"}) {
+            insert.addBindValue(QString::fromLatin1(name));
+            insert.addBindValue(QStringLiteral("00000000-0000-0000-0000-000000000000:4242:1"));
+            insert.addBindValue(QDateTime::currentMSecsSinceEpoch());
+            ASSERT_TRUE(insert.exec());
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("marks"));
+    for (const char* name : {"killed_report.txt", "killed_chart.png", "named_report.txt",
+                             "notes.txt", "older_report.txt", "deleted_report.txt"})
+        write(name);
+    QFile older(folder + "older_report.txt");
+    ASSERT_TRUE(older.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(older.setFileTime(QDateTime::currentDateTime().addSecs(-3600),
+                                  QFileDevice::FileModificationTime));
+    older.close();
+    QVReport named = sample("named", now.addSecs(1));
+    named.fileName = "named_report.txt";
+    ASSERT_TRUE(QVReport::saveReport(named).ok());
+
+    ReportStore::close();
+    list.loadReportArray(); // the next start
+    QStringList kept = QVFileManager::filesInDocumentsDirectory();
+    kept.sort();
+    EXPECT_EQ(kept, QStringList({"deleted_report.txt", "named_report.txt", "notes.txt",
+                                 "older_report.txt", "roi_Plan (2)_report.txt",
+                                 "roi_Plan (3)_report.txt", "roi_Plan_report.txt"}))
+        << "only the killed save's text and chart go; a save of a running process stays";
+    EXPECT_EQ(entries(), QStringList({second}));
+}
+
+// A list made before the bookkeeping row existed (the table alone) is
+// taken as it is: nothing is told, its records stay, and from the first
+// change on its numbers are kept, so that a row hidden later is found.
+TEST_F(ReportStoreTest, AListWithoutBookkeepingIsTakenAsItIsAndCountedFromThen)
+{
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "earlier");
+        db.setDatabaseName(ReportStore::databasePath());
+        ASSERT_TRUE(db.open());
+        QSqlQuery query(db);
+        ASSERT_TRUE(query.exec("PRAGMA journal_mode=WAL"));
+        ASSERT_TRUE(query.exec("CREATE TABLE reports (id INTEGER PRIMARY KEY AUTOINCREMENT, "
+                               "archive BLOB NOT NULL, checksum INTEGER NOT NULL)"));
+        for (const char* title : {"old", "older"}) {
+            const QByteArray archive = sample(title, now).archive();
+            query.prepare("INSERT INTO reports (archive, checksum) VALUES (?, ?)");
+            query.addBindValue(archive);
+            query.addBindValue(ReportStore::checksumOf(archive));
+            ASSERT_TRUE(query.exec());
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("earlier"));
+
+    EXPECT_EQ(storedTitles(), QStringList({"older", "old"}));
+    EXPECT_TRUE(ReportStore::takeNotice().isEmpty());
+    ASSERT_TRUE(QVReport::saveReport(sample("new", now)).ok());
+    ReportStore::close();
+    EXPECT_EQ(storedTitles(), QStringList({"new", "older", "old"}));
+    EXPECT_TRUE(ReportStore::takeNotice().isEmpty());
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "earlier");
+        db.setDatabaseName(ReportStore::databasePath());
+        ASSERT_TRUE(db.open());
+        QSqlQuery query(db);
+        ASSERT_TRUE(query.exec("SELECT records FROM list_state") && query.next());
+        EXPECT_EQ(query.value(0).toInt(), 3);
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("earlier"));
 }
 
 TEST_F(ReportStoreTest, DateStringNamesTodayAndYesterday)

@@ -65,44 +65,25 @@ ApplicationWindow {
         tabBar.currentIndex = index;
     }
 
-    // Pushes the screen known by `identifier` onto the Functions stack.
-    function openScreen(identifier, title) {
-        const screens = {
-            "TvmController": "functions/tvm/TvmView.qml",
-            "RoiController": "functions/roi/RoiView.qml",
-            "TipController": "functions/tip/TipView.qml",
-            "BondController": "functions/bond/BondView.qml",
-            "NpvController": "functions/npv/NpvView.qml",
-            "CmpController": "functions/cmp/CmpView.qml",
-            "ConstGrowthController": "functions/constgrowth/ConstGrowthView.qml",
-            "ExpReturnController": "functions/expreturn/ExpReturnView.qml",
-            "NoncGrowthController": "functions/noncgrowth/NoncGrowthView.qml",
-            "BlackScholesController": "functions/blackscholes/BlackScholesView.qml",
-            "CapmController": "functions/capm/CapmView.qml",
-            "WaccController": "functions/wacc/WaccView.qml",
-            "PeriodReturnController": "functions/periodreturn/PeriodReturnView.qml",
-            "RateConversionController": "functions/rateconversion/RateConversionView.qml",
-            "BreakevenController": "functions/breakeven/BreakevenView.qml",
-            "DepreciationController": "functions/depreciation/DepreciationView.qml",
-            "AmortizationController": "functions/amortization/AmortizationView.qml",
-            "DatedCashFlowsController": "functions/datedcashflows/DatedCashFlowsView.qml"
-        };
-        // The two lists open further screens themselves.
+    // Pushes the screen known by `identifier` onto the Functions stack: a
+    // calculator's own screen, or its plain form laid out from its
+    // description, or one of the two lists, which open further screens
+    // themselves. An identifier nothing knows opens nothing.
+    function openScreen(identifier) {
         const lists = {
             "StockTableController": "framework/StockListPage.qml",
             "LoansTableController": "framework/LoansListPage.qml"
         };
-        if (screens[identifier]) {
-            functionsStack.push(page(screens[identifier]));
+        const view = Calculators.viewOf(identifier);
+        if (view === "") {
+            functionsStack.push(page("framework/DescribedScreen.qml"), {
+                "calculator": Calculators.nameOf(identifier)
+            });
+        } else if (view !== "?") {
+            functionsStack.push(page(view));
         } else if (lists[identifier]) {
             const list = functionsStack.push(page(lists[identifier]));
-            list.calculatorChosen.connect((chosen, chosenTitle) => window.openScreen(chosen, chosenTitle));
-        } else {
-            functionsStack.push(page("app/ComingPage.qml"), {
-                "heading": title,
-                "backText": qsTr("Back"),
-                "blurb": qsTr("This calculator is on its way.")
-            });
+            list.calculatorChosen.connect(chosen => window.openScreen(chosen));
         }
     }
 

@@ -11,6 +11,7 @@
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"
 #include "charts/MultiLineGraphView.h"
+#include "framework/CalculatorRegistry.h"
 #include "framework/DateText.h"
 #include "framework/FunctionTableModel.h"
 #include "framework/NumberFormat.h"
@@ -26,6 +27,7 @@
 
 #include <QObject>
 #include <QQmlContext>
+#include <QQmlEngine>
 #include <QQuickWindow>
 #include <QThread>
 #include <QTimer>
@@ -182,6 +184,97 @@ struct FunctionTableModelForeign {
     Q_GADGET
     QML_FOREIGN(FunctionTableModel)
     QML_NAMED_ELEMENT(FunctionTableModel)
+};
+
+// The calculators of the registry, for the screens: the catalogue's lists,
+// the screen of each identifier, and the plain forms laid out from their
+// descriptions.
+class Calculators : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    using QObject::QObject;
+
+    // The calculators of one catalogue list ("functions", "stock", "loans"):
+    // name, title, screen identifier, icon and colour each.
+    Q_INVOKABLE static QVariantList entries(const QString& list)
+    {
+        const CatalogueEntry::List wanted = list == u"stock"   ? CatalogueEntry::List::Stock
+                                            : list == u"loans" ? CatalogueEntry::List::Loans
+                                                               : CatalogueEntry::List::Functions;
+        QVariantList rows;
+        for (const CalculatorDescription* d : CalculatorRegistry::calculators()) {
+            if (d->entry.list == wanted)
+                rows.append(QVariantMap{{QStringLiteral("name"), d->name},
+                                        {QStringLiteral("title"), d->entry.title},
+                                        {QStringLiteral("screen"), d->screen},
+                                        {QStringLiteral("icon"), d->entry.icon},
+                                        {QStringLiteral("color"), d->entry.color}});
+        }
+        return rows;
+    }
+
+    // The screen of an identifier: its own QML file (under the module), or
+    // "" for a plain form (DescribedScreen), or "?" for none.
+    Q_INVOKABLE static QString viewOf(const QString& screen)
+    {
+        const CalculatorDescription* d = CalculatorRegistry::findScreen(screen);
+        return d ? d->view : QStringLiteral("?");
+    }
+    Q_INVOKABLE static QString nameOf(const QString& screen)
+    {
+        const CalculatorDescription* d = CalculatorRegistry::findScreen(screen);
+        return d ? d->name : QString();
+    }
+
+    // A plain form's rows, in order: {type: "field" | "choice" | "result",
+    // outlet, label, section (a heading above it, or ""), signable,
+    // countsAsZero}.
+    Q_INVOKABLE static QVariantList form(const QString& name)
+    {
+        QVariantList rows;
+        const CalculatorDescription* d = CalculatorRegistry::find(name);
+        if (!d)
+            return rows;
+        // The form calculators count an unreadable field as 0 (and say
+        // so); Tallyvane's own leave the results blank instead.
+        const bool countsAsZero = d->entry.list != CatalogueEntry::List::Loans;
+        for (const FieldSpec& field : d->fields) {
+            if (field.kind == FieldSpec::Kind::Table)
+                continue;
+            rows.append(QVariantMap{
+                {QStringLiteral("type"), field.kind == FieldSpec::Kind::Choice
+                                             ? QStringLiteral("choice")
+                                             : QStringLiteral("field")},
+                {QStringLiteral("outlet"), field.outlet},
+                {QStringLiteral("label"), field.label},
+                {QStringLiteral("section"), field.section},
+                {QStringLiteral("signable"), field.signable()},
+                {QStringLiteral("countsAsZero"), countsAsZero}});
+        }
+        for (const ResultSpec& result : d->results)
+            rows.append(QVariantMap{{QStringLiteral("type"), QStringLiteral("result")},
+                                    {QStringLiteral("outlet"), result.outlet},
+                                    {QStringLiteral("label"), result.label},
+                                    {QStringLiteral("section"), result.section},
+                                    {QStringLiteral("signable"), false},
+                                    {QStringLiteral("countsAsZero"), countsAsZero}});
+        return rows;
+    }
+
+    // A new controller of the calculator `name`, owned by the screen that
+    // asks (QML's garbage collection), with the app's presenter.
+    Q_INVOKABLE static QVFunctionController* create(const QString& name)
+    {
+        const CalculatorDescription* d = CalculatorRegistry::find(name);
+        if (!d)
+            return nullptr;
+        QVFunctionController* controller = d->create().release();
+        QQmlEngine::setObjectOwnership(controller, QQmlEngine::JavaScriptOwnership);
+        return controller;
+    }
 };
 
 // Formatting helpers for QML.

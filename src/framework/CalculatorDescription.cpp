@@ -76,6 +76,18 @@ FieldSpec under(const QString& section, FieldSpec spec)
     return spec;
 }
 
+ResultSpec under(const QString& section, ResultSpec spec)
+{
+    spec.section = section;
+    return spec;
+}
+
+FieldSpec withoutSign(FieldSpec spec)
+{
+    spec.sign = false;
+    return spec;
+}
+
 ResultSpec result(const QString& key, const QString& outlet, const QString& label,
                   const QString& unit)
 {

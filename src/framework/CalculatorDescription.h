@@ -17,8 +17,8 @@ class QVFunctionController;
 // One input of a calculator screen.
 struct FieldSpec {
     enum class Kind {
-        Number,  // an amount; "±" beside it
-        Percent, // typed and kept in percent (8 means 8 %); "±" beside it
+        Number,  // an amount
+        Percent, // typed and kept in percent (8 means 8 %)
         Count,   // a whole number of things (periods, people, rows); no "±"
         Date,    // a date, YYYY-MM-DD
         Choice,  // a button whose action sheet offers `words`
@@ -33,8 +33,9 @@ struct FieldSpec {
     int rows = 0;              // Table: the most rows it takes
     Kind cells = Kind::Number; // Table: what its cells take (Number or Date)
     QString section;           // a heading shown above it on plain forms, when set
+    bool sign = true; // Number and Percent: "±" beside it (not on plain text fields)
 
-    bool signable() const { return kind == Kind::Number || kind == Kind::Percent; }
+    bool signable() const { return sign && (kind == Kind::Number || kind == Kind::Percent); }
     bool isTable() const { return kind == Kind::Table; }
 };
 
@@ -90,6 +91,9 @@ FieldSpec choice(const QString& key, const QString& outlet, const QString& label
 FieldSpec table(const QString& key, int rows, FieldSpec::Kind cells = FieldSpec::Kind::Number);
 // `spec` with a heading above it.
 FieldSpec under(const QString& section, FieldSpec spec);
+ResultSpec under(const QString& section, ResultSpec spec);
+// `spec` as a plain text field, without "±".
+FieldSpec withoutSign(FieldSpec spec);
 ResultSpec result(const QString& key, const QString& outlet, const QString& label,
                   const QString& unit = {});
 } // namespace Describe

@@ -1,23 +1,31 @@
 #include "FunctionTableModel.h"
 
+#include "CalculatorRegistry.h"
+
 FunctionTableModel::FunctionTableModel(QObject* parent) : QAbstractListModel(parent)
 {
     configureFunctionArray();
 }
 
+// The Functions tab's calculators in the registry's order (time value of
+// money, return on investment, compound interest, net present value, tip,
+// bond), then the two lists.
+static QList<std::pair<QString, QString>> groupRows()
+{
+    return {{QStringLiteral("Stock Calculators"), QStringLiteral("stock")},
+            // Tallyvane's own calculators beyond the catalogue's seven rows.
+            {QStringLiteral("Loans and More"), QStringLiteral("loans")}};
+}
+
 void FunctionTableModel::configureFunctionArray()
 {
-    m_functionArray = {
-        {QStringLiteral("Time Value of Money Calculator"), QStringLiteral("tvm")},
-        {QStringLiteral("Return on Investment Calculator"), QStringLiteral("roi")},
-        {QStringLiteral("Compound Interest Calculator"), QStringLiteral("cmp")},
-        {QStringLiteral("Net Present Value Calculator"), QStringLiteral("npv")},
-        {QStringLiteral("Tip Calculator"), QStringLiteral("tip")},
-        {QStringLiteral("Bond Calculator"), QStringLiteral("bond")},
-        {QStringLiteral("Stock Calculators"), QStringLiteral("stock")},
-        // Tallyvane's own calculators beyond the catalogue's seven rows.
-        {QStringLiteral("Loans and More"), QStringLiteral("loans")},
-    };
+    m_functionArray.clear();
+    for (const CalculatorDescription* d : CalculatorRegistry::calculators()) {
+        if (d->entry.list == CatalogueEntry::List::Functions)
+            m_functionArray.append({d->entry.title, d->entry.icon});
+    }
+    for (const auto& [title, image] : groupRows())
+        m_functionArray.append({title, image});
 }
 
 int FunctionTableModel::rowCount(const QModelIndex& parent) const
@@ -50,20 +58,16 @@ QHash<int, QByteArray> FunctionTableModel::roleNames() const
 
 QStringList FunctionTableModel::screenIdentifiersForTitle(const QString& title)
 {
-    static const QList<std::pair<QString, QString>> dispatch = {
-        {QStringLiteral("Time Value of Money Calculator"), QStringLiteral("TvmController")},
-        {QStringLiteral("Tip Calculator"), QStringLiteral("TipController")},
-        {QStringLiteral("Return on Investment Calculator"), QStringLiteral("RoiController")},
-        {QStringLiteral("Net Present Value Calculator"), QStringLiteral("NpvController")},
-        {QStringLiteral("Compound Interest Calculator"), QStringLiteral("CmpController")},
-        {QStringLiteral("Bond Calculator"), QStringLiteral("BondController")},
-        {QStringLiteral("Stock Calculators"), QStringLiteral("StockTableController")},
-        {QStringLiteral("Loans and More"), QStringLiteral("LoansTableController")},
-    };
+    // By title, as the list shows it: every match opens (a title that
+    // matched twice would open twice); none opens nothing.
     QStringList screens;
-    for (const auto& [known, identifier] : dispatch) {
-        if (known == title)
-            screens << identifier;
+    for (const CalculatorDescription* d : CalculatorRegistry::calculators()) {
+        if (d->entry.list == CatalogueEntry::List::Functions && d->entry.title == title)
+            screens << d->screen;
     }
+    if (title == u"Stock Calculators")
+        screens << QStringLiteral("StockTableController");
+    if (title == u"Loans and More")
+        screens << QStringLiteral("LoansTableController");
     return screens;
 }

@@ -30,41 +30,17 @@ Page {
         anchors.fill: parent
         keyNavigationEnabled: true
         focus: true
-        model: ListModel {
-            ListElement {
-                name: "Amortization Schedule"
-                identifier: "AmortizationController"
-                swatch: "#1F7A8C"
-            }
-            ListElement {
-                name: "Dated Cash Flows"
-                identifier: "DatedCashFlowsController"
-                swatch: "#E85B4F"
-            }
-            ListElement {
-                name: "Interest Rate Conversion"
-                identifier: "RateConversionController"
-                swatch: "#28ABE3"
-            }
-            ListElement {
-                name: "Depreciation"
-                identifier: "DepreciationController"
-                swatch: "#8E7CC3"
-            }
-            ListElement {
-                name: "Breakeven"
-                identifier: "BreakevenController"
-                swatch: "#C0392B"
-            }
-        }
+        // The calculators of this list, from the registry.
+        model: Calculators.entries("loans")
 
         delegate: ItemDelegate {
             id: row
 
             required property int index
-            required property string name
-            required property string identifier
-            required property color swatch
+            required property var modelData
+            readonly property string name: modelData.title
+            readonly property string identifier: modelData.screen
+            readonly property color swatch: modelData.color
 
             objectName: "loansRow" + index
             width: ListView.view.width

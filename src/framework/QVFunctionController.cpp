@@ -3,6 +3,7 @@
 #include "CalculatorRegistry.h"
 #include "DateText.h"
 #include "FallbackNotices.h"
+#include "FinanceMath.h"
 #include "HtmlPages.h"
 #include "NumberFormat.h"
 #include "Presenter.h"
@@ -344,6 +345,44 @@ void QVFunctionController::mailComposerFinished()
         m_model->removeReportFile();
     else
         m_model->keepReportFile();
+}
+
+void QVFunctionController::fieldChanged()
+{
+    // Screens that solve on a button read their fields then, not on edits.
+    if (!solveButtons().isEmpty())
+        return;
+    readFields();
+    m_model->calculateResult();
+    showResults();
+}
+
+void QVFunctionController::readFields()
+{
+    const CalculatorDescription* d = description();
+    if (!d)
+        return;
+    for (const FieldSpec& field : d->fields) {
+        if (field.kind != FieldSpec::Kind::Number && field.kind != FieldSpec::Kind::Percent &&
+            field.kind != FieldSpec::Kind::Count)
+            continue;
+        const QByteArray key = field.key.toLatin1();
+        const double value = fieldNumber(field.outlet);
+        // A whole-number property takes the integer part (2.9 people are 2).
+        if (m_model->property(key.constData()).typeId() == QMetaType::Int)
+            m_model->setProperty(key.constData(), FinanceMath::saturatedInteger(value));
+        else
+            m_model->setProperty(key.constData(), value);
+    }
+}
+
+void QVFunctionController::showResults()
+{
+    const CalculatorDescription* d = description();
+    if (!d)
+        return;
+    for (const ResultSpec& result : d->results)
+        showResultOf(result.outlet, result.key.toLatin1().constData(), result.unit);
 }
 
 void QVFunctionController::editField(const QString& outlet, const QString& text)

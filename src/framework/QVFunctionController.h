@@ -120,9 +120,12 @@ public:
     Q_INVOKABLE virtual QStringList solveButtons() const;
     // Presses the compute button called `name` (one of solveButtons()).
     Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }
-    // The change action of the input fields: by default nothing. During an
-    // edit, changedField() names the field it came from.
-    Q_INVOKABLE virtual void fieldChanged() {}
+    // The change action of the input fields. By default, as on every form
+    // that computes as one types: every field of the description is read
+    // into its model property (readFields), the model computes, and every
+    // result of the description is shown (showResults). During an edit,
+    // changedField() names the field it came from.
+    Q_INVOKABLE virtual void fieldChanged();
     // One edit of a field as the user makes it: the text, then the action,
     // which knows the field it came from (no controller has to guess it
     // from the texts: a sign flip changes a text without an action).
@@ -168,6 +171,11 @@ protected:
     double givenNumber(const QString& outlet) const;
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
+    // The description's number, percent and count fields, each read (empty
+    // or unreadable text is 0) into the model property of its key.
+    void readFields();
+    // The description's results, each shown with its unit and its note.
+    void showResults();
     // Shows the model's result `property` in `outlet`, with the model's note
     // on it (why it is no number) under it.
     void showResultOf(const QString& outlet, const char* property,

@@ -40,6 +40,11 @@ public:
     bool reportSaved() const { return m_reportSaved; }
     void setReportSaved(bool saved) { m_reportSaved = saved; }
 
+    // Computes the results from the inputs; calculators that compute as one
+    // types override it (those that solve on a button have one solver a
+    // result instead).
+    virtual void calculateResult() {}
+
     // Builds the report for a request whose user info carries "title".
     // The base ignores requests; every calculator writes its own report.
     virtual void createReport(const QVariantMap& userInfo);

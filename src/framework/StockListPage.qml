@@ -28,51 +28,17 @@ Page {
         anchors.fill: parent
         keyNavigationEnabled: true
         focus: true
-        model: ListModel {
-            ListElement {
-                name: "Black-Scholes"
-                identifier: "BlackScholesController"
-                swatch: "#E74C3C"
-            }
-            ListElement {
-                name: "Expected Return"
-                identifier: "ExpReturnController"
-                swatch: "#3498DB"
-            }
-            ListElement {
-                name: "Constant Growth"
-                identifier: "ConstGrowthController"
-                swatch: "#2ECC71"
-            }
-            ListElement {
-                name: "Nonconstant Growth"
-                identifier: "NoncGrowthController"
-                swatch: "#F39C12"
-            }
-            ListElement {
-                name: "Capital Asset Pricing Model"
-                identifier: "CapmController"
-                swatch: "#9B59B6"
-            }
-            ListElement {
-                name: "Weighted Average Cost of Capital"
-                identifier: "WaccController"
-                swatch: "#1ABC9C"
-            }
-            ListElement {
-                name: "Holding Period Return"
-                identifier: "PeriodReturnController"
-                swatch: "#34495E"
-            }
-        }
+        // The calculators of this list, from the registry.
+        model: Calculators.entries("stock")
 
         delegate: ItemDelegate {
             id: row
 
             required property int index
-            required property string name
-            required property string identifier
-            required property color swatch
+            required property var modelData
+            readonly property string name: modelData.title
+            readonly property string identifier: modelData.screen
+            readonly property color swatch: modelData.color
 
             objectName: "stockRow" + index
             width: ListView.view.width

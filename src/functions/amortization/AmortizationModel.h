@@ -108,7 +108,7 @@ public:
     QDate payoffDate;
     QList<Row> schedule;
 
-    void calculateResult();
+    void calculateResult() override;
     // The date of payment `period` (1 = the first payment date).
     QDate dateOfPayment(int period) const;
     // The payoff date as YYYY-MM-DD; empty without a first payment date.

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "BlackScholesModel.h"
-#include "BlackScholesView.h"
 #include "framework/QVFunctionController.h"
 
 // The Black-Scholes screen: five fields and the twelve results (price and
-// greeks of the call and the put), recomputed on every edit.
+// greeks of the call and the put), recomputed on every edit. Its fields and results are
+// those of its description (BlackScholesDescription.cpp).
 class BlackScholesController : public QVFunctionController {
     Q_OBJECT
 
@@ -13,22 +13,8 @@ public:
     // Ready to use: the model and view are made here.
     explicit BlackScholesController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    void fieldChanged() override;
-
-    BlackScholesModel* blackScholesModel() const
-    {
-        return static_cast<BlackScholesModel*>(model());
-    }
-    BlackScholesView* blackScholesView() const
-    {
-        return static_cast<BlackScholesView*>(qvFunctionView());
-    }
+    BlackScholesModel* blackScholesModel() const { return static_cast<BlackScholesModel*>(model()); }
 
 protected:
     void connectMvc() override;
-
-private:
-    void setInputValues();
-    void showResult();
 };

@@ -66,7 +66,7 @@ public:
     double callRho = 0; // per unit of rate
     double putRho = 0;
 
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
     // The standard normal distribution function, through erfc.

@@ -57,7 +57,7 @@ public:
     // makes it 1 (annual), whatever the word; later calls follow the word,
     // and a word that is none of the four keeps the previous value.
     void setFreqValue();
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
 protected:

@@ -54,7 +54,7 @@ public:
 
     // Sets compoundingValue from the compounding word; unknown words leave it.
     void setCmpValue();
-    void calculateResult();
+    void calculateResult() override;
 
     // n × ((1 + rate/m)^(m/n) − 1), the rate a fraction.
     static double equivalentRateOfRateAndCompoundingAndNewCompounding(double rate, int compounding,

@@ -28,7 +28,7 @@ public:
     double growthRate = 0; // percent
     double price = 0;
 
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
 protected:

@@ -47,7 +47,7 @@ public:
     double xnpv = 0;
     double xirr = 0; // percent a year
 
-    void calculateResult();
+    void calculateResult() override;
     // XNPV at `yearlyRate` (a fraction) of the flows with dates.
     double netPresentValue(double yearlyRate) const;
     void createReport(const QVariantMap& userInfo) override;

@@ -61,7 +61,7 @@ public:
     double totalDepreciation = 0;
     QList<Year> schedule;
 
-    void calculateResult();
+    void calculateResult() override;
     // The schedule as CSV: "year,depreciation,accumulated,bookValue".
     QByteArray scheduleCsv() const;
     void createReport(const QVariantMap& userInfo) override;

@@ -49,7 +49,7 @@ public:
     QList<double> stockAReturns() const;
     QList<double> stockBReturns() const;
 
-    void calculateResult();
+    void calculateResult() override;
     void rateChangedNotificationReceived(const QVariantMap& userInfo);
     void createReport(const QVariantMap& userInfo) override;
 

@@ -40,7 +40,7 @@ public:
     QList<double> returnRates() const;
     QList<double> growthRates() const;
 
-    void calculateResult();
+    void calculateResult() override;
     void rateChangedNotificationReceived(const QVariantMap& userInfo);
     void createReport(const QVariantMap& userInfo) override;
 

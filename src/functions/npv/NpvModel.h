@@ -54,7 +54,7 @@ public:
     };
     static Rates internalRatesOfReturn(const QList<double>& cashFlows, int count);
 
-    void calculateResult();
+    void calculateResult() override;
     void cashChangedNotificationReceived(const QVariantMap& userInfo);
     void createReport(const QVariantMap& userInfo) override;
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "PeriodReturnModel.h"
-#include "PeriodReturnView.h"
 #include "framework/QVFunctionController.h"
 
-// The holding-period-return screen: three fields, one result, recomputed on
-// every edit.
+// The holding-period-return screen: initial value, ending value and income;
+// the return, recomputed on every edit. Its fields and results are
+// those of its description (PeriodReturnDescription.cpp).
 class PeriodReturnController : public QVFunctionController {
     Q_OBJECT
 
@@ -13,22 +13,8 @@ public:
     // Ready to use: the model and view are made here.
     explicit PeriodReturnController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    void fieldChanged() override;
-
-    PeriodReturnModel* periodReturnModel() const
-    {
-        return static_cast<PeriodReturnModel*>(model());
-    }
-    PeriodReturnView* periodReturnView() const
-    {
-        return static_cast<PeriodReturnView*>(qvFunctionView());
-    }
+    PeriodReturnModel* periodReturnModel() const { return static_cast<PeriodReturnModel*>(model()); }
 
 protected:
     void connectMvc() override;
-
-private:
-    void setInputValues();
-    void showResult();
 };

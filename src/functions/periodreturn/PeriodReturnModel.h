@@ -22,7 +22,7 @@ public:
     double income = 0;       // I, received during the period
     double hpr = 0;          // percent
 
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
 protected:

@@ -4,7 +4,8 @@
 #include "framework/QVFunctionController.h"
 
 // The ROI screen: three fields (investment, amount received, years) and
-// three results, recomputed on every edit.
+// three results, recomputed on every edit. Its fields and results are
+// those of its description (RoiDescription.cpp).
 class RoiController : public QVFunctionController {
     Q_OBJECT
 
@@ -12,15 +13,8 @@ public:
     // Ready to use: the model and view are made here.
     explicit RoiController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    void fieldChanged() override;
-
     RoiModel* roiModel() const { return static_cast<RoiModel*>(model()); }
 
 protected:
     void connectMvc() override;
-
-private:
-    void setInputValues();
-    void showResult();
 };

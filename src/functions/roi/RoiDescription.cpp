@@ -8,17 +8,18 @@ const CalculatorDescription& roiDescription()
     static const CalculatorDescription description{
         .name = "roi",
         .screen = "RoiController",
-        .view = "functions/roi/RoiView.qml",
-        .entry = {CatalogueEntry::List::Functions, "Return on Investment Calculator", "roi", ""},
+        .view = {}, // a plain form
+        .entry = {CatalogueEntry::List::Functions, "Return on Investment Calculator", "roi", {}},
         .fields =
             {
-                number("investmentAmount", "investmentField", "Amount invested"),
+                under("Investment",
+                      number("investmentAmount", "investmentField", "Amount invested")),
                 number("futureValue", "futureValueField", "Amount returned (income)"),
                 number("years", "yearsField", "Years held"),
             },
         .results =
             {
-                result("gain", "gainResultLabel", "Gain or loss"),
+                under("Results", result("gain", "gainResultLabel", "Gain or loss")),
                 result("roi", "roiResultLabel", "Return on investment", "%"),
                 result("annualizedRoi", "annualizedRoiResultLabel", "Per year (simple average)",
                        "%"),

@@ -28,7 +28,7 @@ public:
     double roi = 0;           // percent
     double annualizedRoi = 0; // percent per year, not compounded
 
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
 protected:

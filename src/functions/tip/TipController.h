@@ -4,7 +4,8 @@
 #include "framework/QVFunctionController.h"
 
 // The tip screen: bill, tip percent, people and sales tax; four results,
-// recomputed on every edit.
+// recomputed on every edit. Its fields and results are
+// those of its description (TipDescription.cpp).
 class TipController : public QVFunctionController {
     Q_OBJECT
 
@@ -12,15 +13,8 @@ public:
     // Ready to use: the model and view are made here.
     explicit TipController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    void fieldChanged() override;
-
     TipModel* tipModel() const { return static_cast<TipModel*>(model()); }
 
 protected:
     void connectMvc() override;
-
-private:
-    void setInputValues();
-    void showResult();
 };

@@ -8,18 +8,20 @@ const CalculatorDescription& tipDescription()
     static const CalculatorDescription description{
         .name = "tip",
         .screen = "TipController",
-        .view = "functions/tip/TipView.qml",
-        .entry = {CatalogueEntry::List::Functions, "Tip Calculator", "tip", ""},
+        .view = {}, // a plain form
+        .entry = {CatalogueEntry::List::Functions, "Tip Calculator", "tip", {}},
+        // Plain text fields, without "±".
         .fields =
             {
-                number("bill", "billField", "Bill, sales tax included"),
-                percent("tipPercent", "tipPercentField", "Tip (%)"),
+                under("Bill", withoutSign(number("bill", "billField", "Bill, sales tax included"))),
+                withoutSign(percent("tipPercent", "tipPercentField", "Tip (%)")),
                 count("numberOfPeople", "numberOfPeopleField", "Number of people"),
-                percent("salesTaxPercent", "salesTaxField", "Sales tax in the bill (%)"),
+                withoutSign(
+                    percent("salesTaxPercent", "salesTaxField", "Sales tax in the bill (%)")),
             },
         .results =
             {
-                result("tip", "tipResultLabel", "Tip"),
+                under("Results", result("tip", "tipResultLabel", "Tip")),
                 result("totalAmount", "totalAmountResultLabel", "Total to pay"),
                 result("tipPerPerson", "tipPerPersonResultLabel", "Tip per person"),
                 result("totalPerPerson", "totalPerPersonResultLabel", "Total per person"),

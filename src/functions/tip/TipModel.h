@@ -30,7 +30,7 @@ public:
     double tipPerPerson = 0;
     double totalPerPerson = 0;
 
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
 protected:

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "WaccModel.h"
-#include "WaccView.h"
 #include "framework/QVFunctionController.h"
 
-// The WACC screen: five fields and the result, recomputed on every edit.
+// The WACC screen: cost and market value of equity and of debt, and the
+// tax rate; the weighted average cost of capital, recomputed on every edit. Its fields and results are
+// those of its description (WaccDescription.cpp).
 class WaccController : public QVFunctionController {
     Q_OBJECT
 
@@ -12,16 +13,8 @@ public:
     // Ready to use: the model and view are made here.
     explicit WaccController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    void fieldChanged() override;
-
     WaccModel* waccModel() const { return static_cast<WaccModel*>(model()); }
-    WaccView* waccView() const { return static_cast<WaccView*>(qvFunctionView()); }
 
 protected:
     void connectMvc() override;
-
-private:
-    void setInputValues();
-    void showResult();
 };

@@ -27,7 +27,7 @@ public:
     double corporateTaxRate = 0;             // percent
     double weightedAverageCostOfCapital = 0; // percent
 
-    void calculateResult();
+    void calculateResult() override;
     void createReport(const QVariantMap& userInfo) override;
 
 protected:

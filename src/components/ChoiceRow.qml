@@ -10,7 +10,8 @@ RowLayout {
 
     required property QVFunctionController controller
     required property string outlet
-    property string label
+    // Its name on the screen: by default the description's.
+    property string label: row.controller.labelOf(row.outlet)
 
     Layout.fillWidth: true
     Layout.leftMargin: AppTheme.margin

@@ -15,7 +15,8 @@ ColumnLayout {
 
     required property QVFunctionController controller
     required property string outlet
-    property string label
+    // Its name on the screen: by default the description's.
+    property string label: row.controller.labelOf(row.outlet)
     property string placeholder: "0"
     // Plain text fields (the tip calculator's) have no "±".
     property bool signable: true

@@ -12,7 +12,8 @@ ColumnLayout {
 
     required property QVFunctionController controller
     required property string outlet
-    property string label
+    // Its name on the screen: by default the description's.
+    property string label: row.controller.labelOf(row.outlet)
     readonly property string note: row.controller.view.notes[row.outlet] ?? ""
 
     Layout.fillWidth: true

@@ -10,7 +10,8 @@ RowLayout {
 
     required property QVFunctionController controller
     required property string name
-    property string label
+    // Its name on the screen: by default the description's.
+    property string label: solveRow.controller.labelOf(solveRow.name + "Field")
     // See NumericField.
     property bool countsAsZero: true
 

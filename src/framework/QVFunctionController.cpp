@@ -33,6 +33,18 @@ const CalculatorDescription* QVFunctionController::description() const
     return CalculatorRegistry::findScreen(QString::fromLatin1(metaObject()->className()));
 }
 
+QString QVFunctionController::labelOf(const QString& outlet) const
+{
+    const CalculatorDescription* d = description();
+    if (!d)
+        return {};
+    if (const FieldSpec* field = d->field(outlet))
+        return field->label;
+    if (const ResultSpec* result = d->result(outlet))
+        return result->label;
+    return {};
+}
+
 QList<FunctionInput> QVFunctionController::inputs() const
 {
     QList<FunctionInput> list;

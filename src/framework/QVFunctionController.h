@@ -92,6 +92,9 @@ public:
     // in the catalogue), found in the registry by the controller's class
     // name; null for a controller the registry does not know.
     const CalculatorDescription* description() const;
+    // The label the description gives the field or result shown in
+    // `outlet` (screens take their labels from there); empty for none.
+    Q_INVOKABLE QString labelOf(const QString& outlet) const;
 
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).

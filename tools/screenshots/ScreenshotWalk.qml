@@ -3,7 +3,7 @@ import QtQuick.Controls
 import Tallyvane
 
 // The walk through every screen that scripts/screenshots renders, made only
-// when the app runs with --screenshots: the driver asks it for its `steps`
+// by tallyvane-screenshots (tools/screenshots): the driver asks it for its `steps`
 // and shows each with showStep(name) before it saves the window.
 QtObject {
     id: walk

@@ -31,9 +31,9 @@ struct FieldSpec {
     QStringList words;         // Choice: the words its sheet offers, in order
     QString action;            // Choice: the controller's invokable that opens the sheet
     int rows = 0;              // Table: the most rows it takes
-    Kind cells = Kind::Number; // Table: what its cells take (Number or Date)
+    Kind cells = Kind::Number; // Table: what its cells take (Number, Percent or Date)
     QString section;           // a heading shown above it on plain forms, when set
-    bool sign = true; // Number and Percent: "±" beside it (not on plain text fields)
+    bool sign = true;          // Number and Percent: "±" beside it (not on plain text fields)
 
     bool signable() const { return sign && (kind == Kind::Number || kind == Kind::Percent); }
     bool isTable() const { return kind == Kind::Table; }

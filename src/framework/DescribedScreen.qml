@@ -25,34 +25,48 @@ FunctionScreen {
             required property var modelData
 
             Layout.fillWidth: true
-            spacing: 6
+            // A heading sits as far above its row as rows sit apart in the
+            // form's column (FunctionScreen), as on the screens laid out by
+            // hand.
+            spacing: 10
 
             SectionHeader {
                 visible: row.modelData.section !== ""
                 text: row.modelData.section
             }
-            // The rows' own layout margins apply inside a layout only; the
-            // loader takes them here.
-            Loader {
-                Layout.fillWidth: true
-                Layout.leftMargin: AppTheme.margin
-                Layout.rightMargin: AppTheme.margin
-                Component.onCompleted: {
-                    const spec = row.modelData;
-                    const common = {
-                        "controller": screen.controller,
-                        "outlet": spec.outlet,
-                        "label": spec.label
-                    };
-                    if (spec.type === "result") {
-                        setSource(Qt.resolvedUrl("../components/ResultRow.qml"), common);
-                    } else if (spec.type === "choice") {
-                        setSource(Qt.resolvedUrl("../components/ChoiceRow.qml"), common);
-                    } else {
-                        common.signable = spec.signable;
-                        common.countsAsZero = spec.countsAsZero;
-                        setSource(Qt.resolvedUrl("../components/NumericField.qml"), common);
-                    }
+            // The row's control: one of three, each made by a Repeater of
+            // its own (none or one). Made declaratively, as the form is made,
+            // so the row's height follows the control's (a field's "Not a
+            // number" line pushes the rows below it down); a Loader filled
+            // from script inside a Repeater's delegate is left out of the
+            // row's size in Qt 6.4, and takes no bound component.
+            Repeater {
+                model: row.modelData.type === "result" ? 1 : 0
+
+                delegate: ResultRow {
+                    controller: screen.controller
+                    outlet: row.modelData.outlet
+                    label: row.modelData.label
+                }
+            }
+            Repeater {
+                model: row.modelData.type === "choice" ? 1 : 0
+
+                delegate: ChoiceRow {
+                    controller: screen.controller
+                    outlet: row.modelData.outlet
+                    label: row.modelData.label
+                }
+            }
+            Repeater {
+                model: row.modelData.type === "field" ? 1 : 0
+
+                delegate: NumericField {
+                    controller: screen.controller
+                    outlet: row.modelData.outlet
+                    label: row.modelData.label
+                    signable: row.modelData.signable
+                    countsAsZero: row.modelData.countsAsZero
                 }
             }
         }

@@ -379,6 +379,10 @@ void QVFunctionController::readFields()
             field.kind != FieldSpec::Kind::Count)
             continue;
         const QByteArray key = field.key.toLatin1();
+        // A field the model keeps no property for (a range, a switch) is
+        // read by the calculator's own controller, by its own rule.
+        if (m_model->metaObject()->indexOfProperty(key.constData()) < 0)
+            continue;
         const double value = fieldNumber(field.outlet);
         // A whole-number property takes the integer part (2.9 people are 2).
         if (m_model->property(key.constData()).typeId() == QMetaType::Int)
@@ -468,7 +472,12 @@ void QVFunctionController::showNumber(const QString& outlet, double value, const
 void QVFunctionController::showResultOf(const QString& outlet, const char* property,
                                         const QString& suffix)
 {
-    showNumber(outlet, m_model->property(property).toDouble(), suffix);
+    // A result that is a text (a date) is shown as it is.
+    const QVariant value = m_model->property(property);
+    if (value.typeId() == QMetaType::QString)
+        m_view->setText(outlet, value.toString() + suffix);
+    else
+        showNumber(outlet, value.toDouble(), suffix);
     m_view->setNote(outlet, m_model->note(QString::fromLatin1(property)));
     // Results written anew from every field (after an edit or a choice):
     // whatever was flipped is in them.
@@ -495,6 +504,23 @@ void QVFunctionController::presentChoices(const QString& title, const QString& m
         if (self && choices.contains(action))
             chosen(action);
     });
+}
+
+void QVFunctionController::presentChoice(const QString& key, const QString& title,
+                                         const QString& message,
+                                         std::function<void(const QString&)> chosen)
+{
+    const CalculatorDescription* d = description();
+    const FieldSpec* field = d ? d->field(key) : nullptr;
+    if (!field || field->kind != FieldSpec::Kind::Choice)
+        return;
+    const QString outlet = field->outlet;
+    presentChoices(title, message, field->words, outlet,
+                   [this, outlet, chosen](const QString& word) {
+                       chosen(word);
+                       m_view->setText(outlet, word);
+                       fieldChanged();
+                   });
 }
 
 QString QVFunctionController::stringFromDouble(double value)

@@ -175,17 +175,25 @@ protected:
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
     // The description's number, percent and count fields, each read (empty
-    // or unreadable text is 0) into the model property of its key.
+    // or unreadable text is 0) into the model property of its key; fields
+    // whose key is no property of the model are left to the controller.
     void readFields();
     // The description's results, each shown with its unit and its note.
     void showResults();
-    // Shows the model's result `property` in `outlet`, with the model's note
-    // on it (why it is no number) under it.
+    // Shows the model's result `property` in `outlet` (a number with the
+    // results' format, a text as it is), with the model's note on it (why
+    // it is no number) under it.
     void showResultOf(const QString& outlet, const char* property,
                       const QString& suffix = QString());
     // An action sheet of `choices` after "Cancel"; `chosen` gets the word.
     void presentChoices(const QString& title, const QString& message, const QStringList& choices,
                         const QString& anchor, std::function<void(const QString&)> chosen);
+    // The action sheet of the description's choice `key`: its words after
+    // "Cancel", anchored at its button. A word chosen goes to `chosen`
+    // (which sets what it stands for in the model), becomes the button's
+    // title, and the change action follows.
+    void presentChoice(const QString& key, const QString& title, const QString& message,
+                       std::function<void(const QString&)> chosen);
 
 private:
     void viewDidLoad();

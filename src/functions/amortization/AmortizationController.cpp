@@ -2,18 +2,25 @@
 
 #include "framework/DateText.h"
 
+#include <limits>
+
 namespace {
-const QString loanAmountField = QStringLiteral("loanAmountField");
-const QString annualRateField = QStringLiteral("annualRateField");
-const QString yearsField = QStringLiteral("yearsField");
 const QString paymentsPerYearButton = QStringLiteral("paymentsPerYearButton");
 const QString compoundingPerYearButton = QStringLiteral("compoundingPerYearButton");
 const QString paymentModeButton = QStringLiteral("paymentModeButton");
-const QString extraPaymentField = QStringLiteral("extraPaymentField");
 const QString firstPaymentDateField = QStringLiteral("firstPaymentDateField");
 const QString roundToCentsField = QStringLiteral("roundToCentsField");
 const QString rangeStartField = QStringLiteral("rangeStartField");
 const QString rangeEndField = QStringLiteral("rangeEndField");
+const QString payoffDateLabel = QStringLiteral("payoffDateLabel");
+
+// The payments or compoundings a year of a frequency word. A word without a
+// count (the sheets offer none) is no frequency: the model then refuses to
+// work out a schedule rather than take a count for it.
+double countOf(const QString& word)
+{
+    return AmortizationModel::countOf(word).value_or(std::numeric_limits<double>::quiet_NaN());
+}
 } // namespace
 
 AmortizationController::AmortizationController(QObject* parent) : QVChartController(parent)
@@ -24,8 +31,9 @@ AmortizationController::AmortizationController(QObject* parent) : QVChartControl
 void AmortizationController::connectMvc()
 {
     setModel(QVFunctionModel::create<AmortizationModel>());
-    auto* view = new AmortizationView(this);
+    auto* view = new QVFunctionView(this);
     setView(view);
+    // The choices as the model starts: monthly, at the end of the period.
     view->setText(paymentsPerYearButton, QStringLiteral("Monthly"));
     view->setText(compoundingPerYearButton, QStringLiteral("Monthly"));
     view->setText(paymentModeButton, QStringLiteral("END"));
@@ -34,86 +42,42 @@ void AmortizationController::connectMvc()
     view->setText(rangeEndField, QStringLiteral("12"));
 }
 
-QList<FunctionInput> AmortizationController::inputs() const
-{
-    using Kind = FunctionInput::Kind;
-    return {{QStringLiteral("loanAmount"), loanAmountField},
-            {QStringLiteral("annualRate"), annualRateField},
-            {QStringLiteral("years"), yearsField},
-            {QStringLiteral("paymentsPerYear"), paymentsPerYearButton, Kind::Choice,
-             QStringLiteral("paymentsPerYearClicked")},
-            {QStringLiteral("compoundingPerYear"), compoundingPerYearButton, Kind::Choice,
-             QStringLiteral("compoundingPerYearClicked")},
-            {QStringLiteral("paymentMode"), paymentModeButton, Kind::Choice,
-             QStringLiteral("paymentModeClicked")},
-            {QStringLiteral("extraPayment"), extraPaymentField},
-            {QStringLiteral("firstPaymentDate"), firstPaymentDateField, Kind::DateField},
-            {QStringLiteral("roundToCents"), roundToCentsField},
-            {QStringLiteral("rangeStart"), rangeStartField},
-            {QStringLiteral("rangeEnd"), rangeEndField}};
-}
-
-QStringList AmortizationController::frequencyWords() const
-{
-    QStringList words;
-    for (const auto& [word, count] : AmortizationModel::frequencies())
-        words << word;
-    return words;
-}
-
-double AmortizationController::countOf(const QString& word) const
-{
-    for (const auto& [known, count] : AmortizationModel::frequencies()) {
-        if (known == word)
-            return count;
-    }
-    return 12;
-}
-
 void AmortizationController::paymentsPerYearClicked()
 {
-    presentChoices(QStringLiteral("Payments"), QStringLiteral("How often is a payment made?"),
-                   frequencyWords(), paymentsPerYearButton, [this](const QString& word) {
-                       qvFunctionView()->setText(paymentsPerYearButton, word);
-                       if (!m_compoundingChosen)
-                           qvFunctionView()->setText(compoundingPerYearButton, word);
-                       fieldChanged();
-                   });
+    presentChoice(QStringLiteral("paymentsPerYear"), QStringLiteral("Payments"),
+                  QStringLiteral("How often is a payment made?"), [this](const QString& word) {
+                      AmortizationModel* m = amortizationModel();
+                      m->paymentsPerYear = countOf(word);
+                      if (!m_compoundingChosen) {
+                          m->compoundingPerYear = m->paymentsPerYear;
+                          qvFunctionView()->setText(compoundingPerYearButton, word);
+                      }
+                  });
 }
 
 void AmortizationController::compoundingPerYearClicked()
 {
-    presentChoices(QStringLiteral("Compounding"),
-                   QStringLiteral("How often is interest compounded?"), frequencyWords(),
-                   compoundingPerYearButton, [this](const QString& word) {
-                       m_compoundingChosen = true;
-                       qvFunctionView()->setText(compoundingPerYearButton, word);
-                       fieldChanged();
-                   });
+    presentChoice(QStringLiteral("compoundingPerYear"), QStringLiteral("Compounding"),
+                  QStringLiteral("How often is interest compounded?"), [this](const QString& word) {
+                      m_compoundingChosen = true;
+                      amortizationModel()->compoundingPerYear = countOf(word);
+                  });
 }
 
 void AmortizationController::paymentModeClicked()
 {
-    presentChoices(QStringLiteral("Mode"),
-                   QStringLiteral("Please choose a mode for your payments."),
-                   {QStringLiteral("BEG"), QStringLiteral("END")}, paymentModeButton,
-                   [this](const QString& word) {
-                       qvFunctionView()->setText(paymentModeButton, word);
-                       fieldChanged();
-                   });
+    presentChoice(QStringLiteral("paymentMode"), QStringLiteral("Mode"),
+                  QStringLiteral("Please choose a mode for your payments."),
+                  [this](const QString& word) { amortizationModel()->paymentMode = word; });
 }
 
 void AmortizationController::fieldChanged()
 {
     AmortizationModel* m = amortizationModel();
     QVFunctionView* v = qvFunctionView();
-    m->loanAmount = fieldNumber(loanAmountField);
-    m->annualRate = fieldNumber(annualRateField);
-    m->years = fieldNumber(yearsField);
-    m->paymentsPerYear = countOf(v->text(paymentsPerYearButton));
-    m->compoundingPerYear = countOf(v->text(compoundingPerYearButton));
-    m->paymentMode = v->text(paymentModeButton);
-    m->extraPayment = fieldNumber(extraPaymentField);
+    // The amounts, the rate and the term; the choices were set by their
+    // actions.
+    readFields();
     // A date that cannot be read gives the schedule no dates, and the payoff
     // date says why instead of standing empty.
     const QString dateText = v->text(firstPaymentDateField);
@@ -123,19 +87,11 @@ void AmortizationController::fieldChanged()
     m->rangeStart = int(std::clamp(fieldNumber(rangeStartField), 0.0, 1e9));
     m->rangeEnd = int(std::clamp(fieldNumber(rangeEndField), 0.0, 1e9));
     m->calculateResult();
-    showResultOf(QStringLiteral("paymentLabel"), "payment");
-    showResultOf(QStringLiteral("numberOfPaymentsLabel"), "numberOfPayments");
-    showResultOf(QStringLiteral("totalInterestLabel"), "totalInterest");
-    showResultOf(QStringLiteral("totalPaidLabel"), "totalPaid");
-    showResultOf(QStringLiteral("lastPaymentLabel"), "lastPayment");
-    v->setText(QStringLiteral("payoffDateLabel"), m->payoffDateText());
-    v->setNote(QStringLiteral("payoffDateLabel"),
+    showResults();
+    v->setNote(payoffDateLabel,
                dateProblem.isEmpty()
                    ? QString()
                    : QStringLiteral("The first payment date cannot be read. %1").arg(dateProblem));
-    showResultOf(QStringLiteral("rangePrincipalLabel"), "rangePrincipal");
-    showResultOf(QStringLiteral("rangeInterestLabel"), "rangeInterest");
-    showResultOf(QStringLiteral("rangeBalanceLabel"), "rangeBalance");
     redrawChart(!m->schedule.isEmpty());
     emit scheduleChanged();
 }

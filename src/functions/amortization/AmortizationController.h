@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AmortizationModel.h"
-#include "AmortizationView.h"
 #include "framework/QVChartController.h"
 
 #include <QVariantMap>
@@ -10,6 +9,8 @@
 // compounding frequencies, BEG/END, an extra payment, the first payment's
 // date, rounding to cents and the P1–P2 range; recomputed on every edit.
 // The schedule is shown row by row (scheduleRow) and can be saved as CSV.
+// Its fields, choices and results are those of its description
+// (AmortizationDescription.cpp); a choice sets the model in its action.
 class AmortizationController : public QVChartController {
     Q_OBJECT
     Q_PROPERTY(int scheduleRowCount READ scheduleRowCount NOTIFY scheduleChanged)
@@ -18,7 +19,6 @@ public:
     // Ready to use: the model and view are made here.
     explicit AmortizationController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
     void fieldChanged() override;
     QByteArray scheduleCsv() const override;
     QObject* chartDataSource() const override { return model(); }
@@ -28,6 +28,7 @@ public:
     // "principal", "balance", as the results' format writes them.
     Q_INVOKABLE QVariantMap scheduleRow(int index) const;
 
+    // The choices' sheets, offering the description's words.
     Q_INVOKABLE void paymentsPerYearClicked();
     Q_INVOKABLE void compoundingPerYearClicked();
     Q_INVOKABLE void paymentModeClicked();
@@ -47,8 +48,6 @@ protected:
     void connectMvc() override;
 
 private:
-    QStringList frequencyWords() const;
-    double countOf(const QString& word) const;
     // Compounding follows the payments until it is chosen on its own.
     bool m_compoundingChosen = false;
 };

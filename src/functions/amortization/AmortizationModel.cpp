@@ -46,6 +46,29 @@ const QList<std::pair<QString, int>>& AmortizationModel::frequencies()
     return list;
 }
 
+QStringList AmortizationModel::frequencyWords()
+{
+    QStringList words;
+    for (const auto& [word, count] : frequencies())
+        words << word;
+    return words;
+}
+
+std::optional<int> AmortizationModel::countOf(const QString& word)
+{
+    for (const auto& [known, count] : frequencies()) {
+        if (known == word)
+            return count;
+    }
+    return std::nullopt;
+}
+
+const QStringList& AmortizationModel::modes()
+{
+    static const QStringList words = {QStringLiteral("BEG"), QStringLiteral("END")};
+    return words;
+}
+
 void AmortizationModel::configureNames()
 {
     setNames({QStringLiteral("AmortizationReportCreatedNotification"),
@@ -125,6 +148,10 @@ void AmortizationModel::calculateResult()
     if (!(p >= 1 && c >= 1))
         return refuse(QStringLiteral("Choose how often payments are made and interest is "
                                      "compounded."));
+    // A timing the schedule does not know is refused, not taken for END.
+    if (!modes().contains(paymentMode))
+        return refuse(QStringLiteral("Choose when payments are made: %1.")
+                          .arg(modes().join(QStringLiteral(" or "))));
     if (loanAmount == 0)
         return refuse(QStringLiteral("Enter the loan amount."));
     if (loanAmount < 0)

@@ -5,6 +5,8 @@
 
 #include <QDate>
 #include <QList>
+#include <QStringList>
+#include <optional>
 
 // A loan paid off by level payments: the payment, the full schedule
 // (interest, principal and balance of every payment), the totals, the last
@@ -84,13 +86,19 @@ public:
     static constexpr int maximumChartPoints = 1200;
     // The payment frequencies and their counts a year.
     static const QList<std::pair<QString, int>>& frequencies();
+    // Their words, in that order ("Monthly", "Semimonthly", ...), and the
+    // count a year of one of them; none for any other word.
+    static QStringList frequencyWords();
+    static std::optional<int> countOf(const QString& word);
+    // When in its period each payment is made: "BEG" or "END".
+    static const QStringList& modes();
 
     double loanAmount = 0;
     double annualRate = 0; // percent
     double years = 0;
     double paymentsPerYear = 12;
     double compoundingPerYear = 12;
-    QString paymentMode = QStringLiteral("END");
+    QString paymentMode = QStringLiteral("END"); // one of modes(); any other has no schedule
     double extraPayment = 0;
     QDate firstPaymentDate;
     bool roundToCents = true;

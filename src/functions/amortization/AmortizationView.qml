@@ -25,39 +25,32 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "loanAmountField"
-        label: qsTr("Loan amount")
         signable: false
     }
     NumericField {
         controller: screen.controller
         outlet: "annualRateField"
-        label: qsTr("Annual interest rate (%)")
     }
     NumericField {
         controller: screen.controller
         outlet: "yearsField"
-        label: qsTr("Term (years)")
         signable: false
     }
     ChoiceRow {
         controller: screen.controller
         outlet: "paymentsPerYearButton"
-        label: qsTr("Payments")
     }
     ChoiceRow {
         controller: screen.controller
         outlet: "compoundingPerYearButton"
-        label: qsTr("Interest compounded")
     }
     ChoiceRow {
         controller: screen.controller
         outlet: "paymentModeButton"
-        label: qsTr("Payments at")
     }
     NumericField {
         controller: screen.controller
         outlet: "extraPaymentField"
-        label: qsTr("Extra principal with every payment")
         signable: false
     }
     ColumnLayout {
@@ -67,7 +60,7 @@ FunctionScreen {
         spacing: 4
 
         Label {
-            text: qsTr("First payment date (YYYY-MM-DD, optional)")
+            text: loan.labelOf(screen.dateOutlet)
             font.pixelSize: 13
             color: AppTheme.secondaryText
         }
@@ -91,13 +84,13 @@ FunctionScreen {
 
         Label {
             Layout.fillWidth: true
-            text: qsTr("Round payments to cents")
+            text: loan.labelOf(screen.roundingOutlet)
             font.pixelSize: 15
         }
         Switch {
             objectName: "roundToCentsSwitch"
             checked: (loan.view.texts[screen.roundingOutlet] ?? "1") !== "0"
-            Accessible.name: qsTr("Round payments to cents")
+            Accessible.name: loan.labelOf(screen.roundingOutlet)
             onToggled: loan.editField(screen.roundingOutlet, checked ? "1" : "0")
         }
     }
@@ -107,32 +100,26 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "paymentLabel"
-        label: qsTr("Payment")
     }
     ResultRow {
         controller: screen.controller
         outlet: "numberOfPaymentsLabel"
-        label: qsTr("Number of payments")
     }
     ResultRow {
         controller: screen.controller
         outlet: "totalInterestLabel"
-        label: qsTr("Total interest")
     }
     ResultRow {
         controller: screen.controller
         outlet: "totalPaidLabel"
-        label: qsTr("Total paid")
     }
     ResultRow {
         controller: screen.controller
         outlet: "lastPaymentLabel"
-        label: qsTr("Last payment")
     }
     ResultRow {
         controller: screen.controller
         outlet: "payoffDateLabel"
-        label: qsTr("Payoff date")
     }
     SectionHeader {
         text: qsTr("Payments P1 to P2")
@@ -140,29 +127,24 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "rangeStartField"
-        label: qsTr("P1")
         signable: false
     }
     NumericField {
         controller: screen.controller
         outlet: "rangeEndField"
-        label: qsTr("P2")
         signable: false
     }
     ResultRow {
         controller: screen.controller
         outlet: "rangePrincipalLabel"
-        label: qsTr("Principal paid")
     }
     ResultRow {
         controller: screen.controller
         outlet: "rangeInterestLabel"
-        label: qsTr("Interest paid")
     }
     ResultRow {
         controller: screen.controller
         outlet: "rangeBalanceLabel"
-        label: qsTr("Balance after P2")
     }
     // The balance still owed and the interest paid so far, year by year.
     Item {

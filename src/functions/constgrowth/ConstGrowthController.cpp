@@ -4,14 +4,6 @@
 
 #include <QPointer>
 
-namespace {
-const QString dividendTypeButton = QStringLiteral("dividendTypeButton");
-const QString dividendField = QStringLiteral("dividendField");
-const QString returnRateField = QStringLiteral("returnRateField");
-const QString growthRateField = QStringLiteral("growthRateField");
-const QString priceResultLabel = QStringLiteral("priceResultLabel");
-} // namespace
-
 const QString ConstGrowthController::unchosenTitle = QStringLiteral("Choose");
 
 ConstGrowthController::ConstGrowthController(QObject* parent) : QVFunctionController(parent)
@@ -19,27 +11,24 @@ ConstGrowthController::ConstGrowthController(QObject* parent) : QVFunctionContro
     load();
 }
 
+const FieldSpec& ConstGrowthController::dividendTypeField() const
+{
+    return *description()->field(QStringLiteral("dividendType"));
+}
+
 void ConstGrowthController::connectMvc()
 {
     setModel(QVFunctionModel::create<ConstGrowthModel>());
-    setView(new ConstGrowthView(this));
-    qvFunctionView()->setText(dividendTypeButton, unchosenTitle);
-}
-
-QList<FunctionInput> ConstGrowthController::inputs() const
-{
-    return {{QStringLiteral("dividendType"), dividendTypeButton, FunctionInput::Kind::Choice,
-             QStringLiteral("dividendTypeClicked")},
-            {QStringLiteral("dividend"), dividendField},
-            {QStringLiteral("returnRate"), returnRateField},
-            {QStringLiteral("growthRate"), growthRateField}};
+    setView(new QVFunctionView(this));
+    qvFunctionView()->setText(dividendTypeField().outlet, unchosenTitle);
 }
 
 void ConstGrowthController::fieldChanged()
 {
-    setInputValues();
-    constGrowthModel()->calculateResult();
-    showResult();
+    // The type is the button's title as it stands: a title that is neither
+    // type (before the first choice) leaves the price as it was.
+    constGrowthModel()->dividendType = qvFunctionView()->text(dividendTypeField().outlet);
+    QVFunctionController::fieldChanged();
 }
 
 void ConstGrowthController::dividendTypeClicked()
@@ -49,33 +38,19 @@ void ConstGrowthController::dividendTypeClicked()
     Presenter* sheetPresenter = presenter();
     if (!sheetPresenter)
         return;
-    const QStringList choices = {ConstGrowthModel::currentDividend, ConstGrowthModel::nextDividend};
+    const FieldSpec& field = dividendTypeField();
     AlertRequest sheet;
     sheet.kind = AlertRequest::Kind::ActionSheet;
     sheet.title = QStringLiteral("Dividend Type");
     sheet.message = QStringLiteral("Please choose a type for dividends.");
-    for (const QString& choice : choices)
-        sheet.actions.append({choice});
-    sheet.anchor = dividendTypeButton;
+    for (const QString& word : field.words)
+        sheet.actions.append({word});
+    sheet.anchor = field.outlet;
     QPointer<ConstGrowthController> self(this);
-    sheetPresenter->present(sheet, [self, choices](const QString& action, const QString&) {
-        if (!self || !choices.contains(action))
+    sheetPresenter->present(sheet, [self, field](const QString& action, const QString&) {
+        if (!self || !field.words.contains(action))
             return;
-        self->qvFunctionView()->setText(dividendTypeButton, action);
+        self->qvFunctionView()->setText(field.outlet, action);
         self->fieldChanged();
     });
-}
-
-void ConstGrowthController::setInputValues()
-{
-    ConstGrowthModel* m = constGrowthModel();
-    m->dividendType = qvFunctionView()->text(dividendTypeButton);
-    m->dividend = fieldNumber(dividendField);
-    m->returnRate = fieldNumber(returnRateField);
-    m->growthRate = fieldNumber(growthRateField);
-}
-
-void ConstGrowthController::showResult()
-{
-    showResultOf(priceResultLabel, "price");
 }

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "ConstGrowthModel.h"
-#include "ConstGrowthView.h"
 #include "framework/QVFunctionController.h"
 
 // The constant-growth screen: the dividend-type button and three fields;
-// the price follows every edit and every choice of dividend type.
+// the price follows every edit and every choice of dividend type. Its
+// fields and results are those of its description
+// (ConstGrowthDescription.cpp).
 class ConstGrowthController : public QVFunctionController {
     Q_OBJECT
 
@@ -17,23 +18,20 @@ public:
     // neither choice, so no price is worked out until one is picked.
     static const QString unchosenTitle;
 
-    QList<FunctionInput> inputs() const override;
+    // The description's change action, with the dividend type taken from
+    // the button's title first.
     void fieldChanged() override;
 
-    // The "Dividend Type" sheet: "Current (D0)" or "Next (D1)", and no
-    // cancel button. A choice retitles the button and recomputes.
+    // The "Dividend Type" sheet: the description's words ("Current (D0)",
+    // "Next (D1)") and no cancel button. A choice retitles the button and
+    // recomputes.
     Q_INVOKABLE void dividendTypeClicked();
 
     ConstGrowthModel* constGrowthModel() const { return static_cast<ConstGrowthModel*>(model()); }
-    ConstGrowthView* constGrowthView() const
-    {
-        return static_cast<ConstGrowthView*>(qvFunctionView());
-    }
 
 protected:
     void connectMvc() override;
 
 private:
-    void setInputValues();
-    void showResult();
+    const FieldSpec& dividendTypeField() const;
 };

@@ -8,19 +8,20 @@ const CalculatorDescription& constGrowthDescription()
     static const CalculatorDescription description{
         .name = "const-growth",
         .screen = "ConstGrowthController",
-        .view = "functions/constgrowth/ConstGrowthView.qml",
-        .entry = {CatalogueEntry::List::Stock, "Constant Growth", "", "#2ECC71"},
+        .view = {}, // a plain form
+        .entry = {CatalogueEntry::List::Stock, "Constant Growth", {}, "#2ECC71"},
         .fields =
             {
-                choice("dividendType", "dividendTypeButton", "Dividend type",
-                       {"Current (D0)", "Next (D1)"}, "dividendTypeClicked"),
+                under("Dividend", choice("dividendType", "dividendTypeButton", "Dividend type",
+                                         ConstGrowthModel::dividendTypes(), "dividendTypeClicked")),
                 number("dividend", "dividendField", "Dividend per share"),
-                percent("returnRate", "returnRateField", "Required rate of return (%)"),
+                under("Rates",
+                      percent("returnRate", "returnRateField", "Required rate of return (%)")),
                 percent("growthRate", "growthRateField", "Dividend growth rate (%)"),
             },
         .results =
             {
-                result("price", "priceResultLabel", "Price of stock"),
+                under("Result", result("price", "priceResultLabel", "Price of stock")),
             },
         .solveButtons = {},
         .create = [] { return std::unique_ptr<QVFunctionController>(new ConstGrowthController); },

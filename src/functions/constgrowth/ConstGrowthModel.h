@@ -19,6 +19,8 @@ public:
 
     static const QString currentDividend; // "Current (D0)"
     static const QString nextDividend;    // "Next (D1)"
+    // The two types, in the order the screen offers them.
+    static QStringList dividendTypes() { return {currentDividend, nextDividend}; }
 
     // One of the two words above; anything else (the empty string too)
     // leaves the price as it was.

@@ -57,20 +57,9 @@ DatedCashFlowsController::DatedCashFlowsController(QObject* parent)
 void DatedCashFlowsController::connectMvc()
 {
     setModel(QVFunctionModel::create<DatedCashFlowsModel>());
-    auto* view = new DatedCashFlowsView(this);
+    auto* view = new QVFunctionView(this);
     setView(view);
     view->setText(rowCountField, QString::number(m_rowCount));
-}
-
-QList<FunctionInput> DatedCashFlowsController::inputs() const
-{
-    return {{QStringLiteral("rate"), rateField}, {QStringLiteral("rows"), rowCountField}};
-}
-
-QList<TableInput> DatedCashFlowsController::tableInputs() const
-{
-    return {{QStringLiteral("dates"), DatedCashFlowsModel::maximumRows, TableInput::Cells::Dates},
-            {QStringLiteral("amounts"), DatedCashFlowsModel::maximumRows}};
 }
 
 QString DatedCashFlowsController::dateProblem(int row) const
@@ -196,7 +185,6 @@ void DatedCashFlowsController::compute()
                               .arg(unreadable - 1)
                               .arg(firstProblem);
     m->calculateResult();
-    showResultOf(QStringLiteral("xnpvLabel"), "xnpv");
-    showResultOf(QStringLiteral("xirrLabel"), "xirr", QStringLiteral("%"));
+    showResults();
     emit rowsChanged();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "DatedCashFlowsModel.h"
-#include "DatedCashFlowsView.h"
 #include "framework/QVFunctionController.h"
 
 #include <QAbstractListModel>
@@ -35,7 +34,8 @@ private:
 // every edit. Hidden rows keep what was typed in them. A row with both
 // cells empty is no flow; a row with a text that cannot be read (or an
 // amount without a date) is marked and blanks the results, with a note
-// naming it.
+// naming it. Its fields, tables and results are those of its description
+// (DatedCashFlowsDescription.cpp).
 class DatedCashFlowsController : public QVFunctionController {
     Q_OBJECT
     Q_PROPERTY(int rowCount READ rowCount NOTIFY rowsChanged)
@@ -45,8 +45,8 @@ public:
     // Ready to use: the model and view are made here.
     explicit DatedCashFlowsController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    QList<TableInput> tableInputs() const override;
+    // Fills the first rows of "dates" or "amounts" with `values`, showing
+    // at least as many rows; false for another table or too many values.
     bool setTableInput(const QString& property, const QStringList& values) override;
     void fieldChanged() override;
 

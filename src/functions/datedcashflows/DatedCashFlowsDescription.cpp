@@ -9,11 +9,16 @@ const CalculatorDescription& datedCashFlowsDescription()
         .name = "dated-cash-flows",
         .screen = "DatedCashFlowsController",
         .view = "functions/datedcashflows/DatedCashFlowsView.qml",
-        .entry = {CatalogueEntry::List::Loans, "Dated Cash Flows", "", "#E85B4F"},
+        .entry = {CatalogueEntry::List::Loans, "Dated Cash Flows", {}, "#E85B4F"},
+        // The number of rows and the rate are read by the controller (a
+        // count out of range is ignored; a rate that cannot be read blanks
+        // XNPV).
         .fields =
             {
-                percent("rate", "rateField", "Discount rate a year for XNPV (%)"),
                 count("rows", "rowCountField", "Number of cash flows (2 to 10,000)"),
+                percent("rate", "rateField", "Discount rate a year for XNPV (%)"),
+                table("dates", DatedCashFlowsModel::maximumRows, FieldSpec::Kind::Date),
+                table("amounts", DatedCashFlowsModel::maximumRows),
             },
         .results =
             {

@@ -23,14 +23,12 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "rowCountField"
-        label: qsTr("Number of cash flows (2 to 10,000)")
         signable: false
         countsAsZero: false
     }
     NumericField {
         controller: screen.controller
         outlet: "rateField"
-        label: qsTr("Discount rate a year for XNPV (%)")
         countsAsZero: false
     }
     SectionHeader {
@@ -39,12 +37,10 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "xnpvLabel"
-        label: qsTr("Net present value (XNPV)")
     }
     ResultRow {
         controller: screen.controller
         outlet: "xirrLabel"
-        label: qsTr("Internal rate of return (XIRR)")
     }
     SectionHeader {
         text: qsTr("Cash flows: date, amount")

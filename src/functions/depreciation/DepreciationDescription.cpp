@@ -9,18 +9,20 @@ const CalculatorDescription& depreciationDescription()
         .name = "depreciation",
         .screen = "DepreciationController",
         .view = "functions/depreciation/DepreciationView.qml",
-        .entry = {CatalogueEntry::List::Loans, "Depreciation", "", "#8E7CC3"},
+        .entry = {CatalogueEntry::List::Loans, "Depreciation", {}, "#8E7CC3"},
+        // The life takes fractions (SL and DDB use them as given); the
+        // method sets the model in its action.
         .fields =
             {
                 number("cost", "costField", "Cost"),
                 number("salvage", "salvageField", "Salvage value at the end of its life"),
-                count("life", "lifeField", "Life (whole years)"),
+                withoutSign(number("life", "lifeField", "Life (whole years)")),
                 count("firstYearMonths", "firstYearMonthsField",
                       "Months in the first year (1 to 12)"),
                 choice("method", "methodButton", "Method (SL, SYD, DDB, DB)",
-                       {"SL", "SYD", "DDB", "DB"}, "methodClicked"),
-                percent("factor", "factorField",
-                        "Declining-balance factor for DDB (%; 200 is double)"),
+                       DepreciationModel::methods(), "methodClicked"),
+                withoutSign(percent("factor", "factorField",
+                                    "Declining-balance factor for DDB (%; 200 is double)")),
             },
         .results =
             {

@@ -6,6 +6,13 @@
 #include <cmath>
 #include <limits>
 
+const QStringList& DepreciationModel::methods()
+{
+    static const QStringList words = {QStringLiteral("SL"), QStringLiteral("SYD"),
+                                      QStringLiteral("DDB"), QStringLiteral("DB")};
+    return words;
+}
+
 void DepreciationModel::configureNames()
 {
     setNames({QStringLiteral("DepreciationReportCreatedNotification"),
@@ -93,6 +100,10 @@ void DepreciationModel::calculateResult()
     };
     const double wholeLife = std::trunc(life);
     const double months = std::trunc(firstYearMonths);
+    // A method it does not know is refused, never taken for straight line.
+    if (!methods().contains(method))
+        return explain(
+            QStringLiteral("Choose a method: %1.").arg(methods().join(QStringLiteral(", "))));
     if (cost == 0)
         return explain(QStringLiteral("Enter the cost."));
     if (!std::isfinite(cost) || !std::isfinite(salvage))
@@ -123,7 +134,7 @@ void DepreciationModel::calculateResult()
             const double previous = year > 0 ? whole.at(year - 1) : 0;
             amounts << first * current + (1 - first) * previous;
         }
-    } else {
+    } else { // SL
         // Straight line: each calendar year its share of a year of life.
         for (const double share : yearShares(months))
             amounts << (cost - salvage) * share / life;

@@ -3,6 +3,7 @@
 #include "framework/QVFunctionModel.h"
 
 #include <QList>
+#include <QStringList>
 
 // Depreciation of an asset over its life, year by year, by one of four
 // methods (the spreadsheet functions of the same names):
@@ -25,7 +26,8 @@
 // that part of its first year's rate and the rest in a last year. With
 // fewer than 12 months in the first year the schedule runs one calendar
 // year longer.
-// Bad inputs (a life below 1, no cost) give NaN with a note saying why and
+// Bad inputs (a life below 1, no cost, a method it does not know) give NaN
+// with a note saying why and
 // an empty schedule, never a hang: the schedule has at most maximumYears + 1
 // rows.
 class DepreciationModel : public QVFunctionModel {
@@ -50,13 +52,15 @@ public:
     };
 
     static constexpr int maximumYears = 1000;
+    // The methods, in the order the screen offers them.
+    static const QStringList& methods();
 
     double cost = 0;
     double salvage = 0;
     double life = 0; // years
     double firstYearMonths = 12;
-    QString method = QStringLiteral("SL");
-    double factor = 200; // percent, for DDB
+    QString method = QStringLiteral("SL"); // one of methods()
+    double factor = 200;                   // percent, for DDB
     double firstYearDepreciation = 0;
     double totalDepreciation = 0;
     QList<Year> schedule;

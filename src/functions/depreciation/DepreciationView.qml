@@ -21,34 +21,28 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "costField"
-        label: qsTr("Cost")
     }
     NumericField {
         controller: screen.controller
         outlet: "salvageField"
-        label: qsTr("Salvage value at the end of its life")
     }
     NumericField {
         controller: screen.controller
         outlet: "lifeField"
-        label: qsTr("Life (whole years)")
         signable: false
     }
     NumericField {
         controller: screen.controller
         outlet: "firstYearMonthsField"
-        label: qsTr("Months in the first year (1 to 12)")
         signable: false
     }
     ChoiceRow {
         controller: screen.controller
         outlet: "methodButton"
-        label: qsTr("Method (SL, SYD, DDB, DB)")
     }
     NumericField {
         controller: screen.controller
         outlet: "factorField"
-        label: qsTr("Declining-balance factor for DDB (%; 200 is double)")
         signable: false
     }
     SectionHeader {
@@ -57,12 +51,10 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "firstYearDepreciationLabel"
-        label: qsTr("First year")
     }
     ResultRow {
         controller: screen.controller
         outlet: "totalDepreciationLabel"
-        label: qsTr("Total")
     }
     SectionHeader {
         text: qsTr("Year: depreciation, accumulated, book value")

@@ -19,28 +19,18 @@ public:
     // Ready to use: the model, the view and the table are made here.
     explicit ExpReturnController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
     // The change action of the form: its one field is the period.
     void fieldChanged() override;
 
     // The action of the period field.
     Q_INVOKABLE void periodChanged();
+    // Shows the results the model has just worked out.
     void resultCalculatedNotificationReceived();
-    void showResult();
 
     // Types `values` into the first rows of the table column `property`
     // ("probability", "stock-a" or "stock-b"; "stockA" and "stockB" too),
     // one edit per row; false for another column or more values than rows.
-    QList<TableInput> tableInputs() const override;
     bool setTableInput(const QString& property, const QStringList& values) override;
-
-    // Fills a label format: "%%" is a percent sign and "%@" the text
-    // `object`. A precision mark in the placeholder ("%.@", "%.2@") is
-    // accepted and ignored: the object is a number already rounded to three
-    // decimals, so there is nothing left to round, and cutting the text short
-    // would hide the result. "%.@%%" of "9.76" is therefore "9.76%", exactly
-    // as "%@%%" gives it.
-    static QString stringWithFormat(const QString& format, const QString& object);
 
     ExpReturnModel* expReturnModel() const { return static_cast<ExpReturnModel*>(model()); }
     ExpReturnTableController* table() const { return m_table; }

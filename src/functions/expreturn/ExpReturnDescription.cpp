@@ -9,14 +9,24 @@ const CalculatorDescription& expReturnDescription()
         .name = "expected-return",
         .screen = "ExpReturnController",
         .view = "functions/expreturn/ExpReturnView.qml",
-        .entry = {CatalogueEntry::List::Stock, "Expected Return", "", "#3498DB"},
+        .entry = {CatalogueEntry::List::Stock, "Expected Return", {}, "#3498DB"},
+        // The period is a whole number of states, read by the controller's
+        // own rule (periodChanged); its field keeps the "±" of number fields.
         .fields =
             {
-                count("period", "periodField", "Number of states (1 to 99)"),
+                number("period", "periodField", "Number of states (1 to 99)"),
+                table("probability", ExpReturnModel::stateCapacity, FieldSpec::Kind::Percent),
+                table("stock-a", ExpReturnModel::stateCapacity, FieldSpec::Kind::Percent),
+                table("stock-b", ExpReturnModel::stateCapacity, FieldSpec::Kind::Percent),
             },
         .results =
             {
-
+                result("expectedReturnA", "expReturnAResultLabel", "Expected return A", "%"),
+                result("standardDeviationA", "standardDeviationAResultLabel",
+                       "Standard deviation A", "%"),
+                result("expectedReturnB", "expReturnBResultLabel", "Expected return B", "%"),
+                result("standardDeviationB", "standardDeviationBResultLabel",
+                       "Standard deviation B", "%"),
             },
         .solveButtons = {},
         .create = [] { return std::unique_ptr<QVFunctionController>(new ExpReturnController); },

@@ -81,7 +81,6 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "periodField"
-        label: qsTr("Number of states (1 to 99)")
         placeholder: "4"
     }
     SectionHeader {
@@ -90,22 +89,18 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "expReturnAResultLabel"
-        label: qsTr("Expected return A")
     }
     ResultRow {
         controller: screen.controller
         outlet: "standardDeviationAResultLabel"
-        label: qsTr("Standard deviation A")
     }
     ResultRow {
         controller: screen.controller
         outlet: "expReturnBResultLabel"
-        label: qsTr("Expected return B")
     }
     ResultRow {
         controller: screen.controller
         outlet: "standardDeviationBResultLabel"
-        label: qsTr("Standard deviation B")
     }
     SectionHeader {
         text: qsTr("State: probability, stock A, stock B (%)")

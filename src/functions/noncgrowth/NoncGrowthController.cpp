@@ -1,6 +1,5 @@
 #include "NoncGrowthController.h"
 
-#include "NoncGrowthView.h"
 #include "framework/FinanceMath.h"
 #include "framework/NumberFormat.h"
 #include "platform/NotificationCenter.h"
@@ -8,7 +7,6 @@
 namespace {
 const QString dividendField = QStringLiteral("dividendField");
 const QString periodField = QStringLiteral("periodField");
-const QString priceResultLabel = QStringLiteral("priceResultLabel");
 } // namespace
 
 NoncGrowthController::NoncGrowthController(QObject* parent) : QVFunctionController(parent)
@@ -21,17 +19,12 @@ NoncGrowthController::NoncGrowthController(QObject* parent) : QVFunctionControll
 void NoncGrowthController::connectMvc()
 {
     setModel(QVFunctionModel::create<NoncGrowthModel>());
-    setView(new NoncGrowthView(this));
+    setView(new QVFunctionView(this));
     // The form starts by showing the period the table starts with.
     qvFunctionView()->setText(periodField, QString::number(noncGrowthModel()->period));
     NotificationCenter::defaultCenter().addObserver(
         this, QStringLiteral("ResultCalculatedNotification"),
         [this](const Notification&) { resultCalculatedNotificationReceived(); });
-}
-
-QList<FunctionInput> NoncGrowthController::inputs() const
-{
-    return {{QStringLiteral("dividend"), dividendField}, {QStringLiteral("period"), periodField}};
 }
 
 void NoncGrowthController::fieldChanged()
@@ -72,18 +65,7 @@ void NoncGrowthController::periodChanged()
 
 void NoncGrowthController::resultCalculatedNotificationReceived()
 {
-    showResult();
-}
-
-void NoncGrowthController::showResult()
-{
-    showResultOf(priceResultLabel, "price");
-}
-
-QList<TableInput> NoncGrowthController::tableInputs() const
-{
-    const int rows = int(noncGrowthModel()->rates.size());
-    return {{QStringLiteral("return-rate"), rows}, {QStringLiteral("growth-rate"), rows}};
+    showResults();
 }
 
 bool NoncGrowthController::setTableInput(const QString& property, const QStringList& values)

@@ -20,7 +20,6 @@ public:
     // Ready to use: the model, the view and the table are made here.
     explicit NoncGrowthController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
     // The change action of the form: the period's action for an edit of the
     // period field, the dividend's for any other.
     void fieldChanged() override;
@@ -30,13 +29,12 @@ public:
     // The actions of the dividend and period fields.
     Q_INVOKABLE void dividendChanged();
     Q_INVOKABLE void periodChanged();
+    // Shows the price the model has just worked out.
     void resultCalculatedNotificationReceived();
-    void showResult();
 
     // Types `values` into the first rows of the table column `property`
     // ("return-rate" or "growth-rate"; "returnRate" and "growthRate" too),
     // one edit per row; false for another column or more values than rows.
-    QList<TableInput> tableInputs() const override;
     bool setTableInput(const QString& property, const QStringList& values) override;
 
     NoncGrowthModel* noncGrowthModel() const { return static_cast<NoncGrowthModel*>(model()); }

@@ -9,12 +9,18 @@ const CalculatorDescription& noncGrowthDescription()
         .name = "nonconst-growth",
         .screen = "NoncGrowthController",
         .view = "functions/noncgrowth/NoncGrowthView.qml",
-        .entry = {CatalogueEntry::List::Stock, "Nonconstant Growth", "", "#F39C12"},
+        .entry = {CatalogueEntry::List::Stock, "Nonconstant Growth", {}, "#F39C12"},
+        // The period takes fractions (2.5 values three dividends and no
+        // perpetuity) and is read by the controller's own rule
+        // (periodChanged). The form's own return field is no input: the
+        // price takes its rates from the table alone.
         .fields =
             {
                 number("dividend", "dividendField", "Current dividend (D0)"),
-                count("period", "periodField",
-                      "Number of periods, the last one growing for ever (1 to 99)"),
+                number("period", "periodField",
+                       "Number of periods, the last one growing for ever (1 to 99)"),
+                table("return-rate", NoncGrowthModel::rateCapacity, FieldSpec::Kind::Percent),
+                table("growth-rate", NoncGrowthModel::rateCapacity, FieldSpec::Kind::Percent),
             },
         .results =
             {

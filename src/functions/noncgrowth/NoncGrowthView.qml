@@ -71,7 +71,6 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "dividendField"
-        label: qsTr("Current dividend (D0)")
     }
     // The form's own return field; the price takes its rates from the
     // table, so this one only notes a rate for the user.
@@ -83,7 +82,6 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "periodField"
-        label: qsTr("Number of periods, the last one growing for ever (1 to 99)")
         placeholder: "4"
     }
     SectionHeader {
@@ -92,7 +90,6 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "priceResultLabel"
-        label: qsTr("Price of the stock")
     }
     SectionHeader {
         text: qsTr("Period: required return, growth (%)")

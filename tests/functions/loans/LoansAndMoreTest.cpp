@@ -262,6 +262,16 @@ TEST_F(DepreciationTest, APartialFirstYearSpreadsEachYearOfLifeAndEndsAtTheSalva
         EXPECT_TRUE(amounts("100", "10", life, months, "SL").isEmpty());
         EXPECT_TRUE(std::isnan(screen->depreciationModel()->totalDepreciation));
     }
+
+    // A method the model does not know is refused, never taken for straight
+    // line: no schedule, and the note lists the methods it knows.
+    DepreciationModel* m = screen->depreciationModel();
+    ASSERT_FALSE(amounts("100", "10", "5", "12", "SL").isEmpty());
+    m->method = "VDB";
+    m->calculateResult();
+    EXPECT_TRUE(m->schedule.isEmpty());
+    EXPECT_TRUE(std::isnan(m->totalDepreciation));
+    EXPECT_TRUE(m->notes().value("totalDepreciation").contains("SL, SYD, DDB, DB"));
 }
 
 // "Save as CSV" twice in one minute: two files, the second named " (2)"
@@ -431,6 +441,15 @@ TEST_F(AmortizationTest, RangeBeginningExtraPaymentsAndDates)
     EXPECT_TRUE(m.schedule.isEmpty());
     EXPECT_TRUE(std::isnan(m.payment));
     EXPECT_FALSE(screen->chartShown());
+
+    // A payment timing the model does not know is refused, never taken for
+    // END.
+    loan("1000", "5", "3");
+    ASSERT_FALSE(m.schedule.isEmpty());
+    screen->amortizationModel()->paymentMode = "MID";
+    screen->amortizationModel()->calculateResult();
+    EXPECT_TRUE(m.schedule.isEmpty());
+    EXPECT_TRUE(m.notes().value("payment").contains("BEG or END"));
 }
 
 // The first payment date reads like every date; one that cannot be read

@@ -366,11 +366,19 @@ void QVFunctionController::fieldChanged()
         return;
     readFields();
     m_model->calculateResult();
+    blankResultsOfUnreadableFields();
     showResults();
+}
+
+bool QVFunctionController::countsUnreadableAsZero() const
+{
+    const CalculatorDescription* d = description();
+    return !d || d->entry.list != CatalogueEntry::List::Loans;
 }
 
 void QVFunctionController::readFields()
 {
+    m_unreadableFields.clear();
     const CalculatorDescription* d = description();
     if (!d)
         return;
@@ -383,12 +391,36 @@ void QVFunctionController::readFields()
         // read by the calculator's own controller, by its own rule.
         if (m_model->metaObject()->indexOfProperty(key.constData()) < 0)
             continue;
-        const double value = fieldNumber(field.outlet);
+        double value = fieldNumber(field.outlet);
+        // Tallyvane's own calculators take no guess for a field that cannot
+        // be read (the form calculators count it as 0, and mark it): it is
+        // no number, and the results that need it say which it is.
+        if (!countsUnreadableAsZero()) {
+            if (const QString problem = fieldProblem(field.outlet); !problem.isEmpty()) {
+                value = std::numeric_limits<double>::quiet_NaN();
+                if (m_unreadableFields.isEmpty())
+                    m_unreadableFields =
+                        QStringLiteral("%1 cannot be read. %2").arg(field.label, problem);
+            }
+        }
         // A whole-number property takes the integer part (2.9 people are 2).
         if (m_model->property(key.constData()).typeId() == QMetaType::Int)
             m_model->setProperty(key.constData(), FinanceMath::saturatedInteger(value));
         else
             m_model->setProperty(key.constData(), value);
+    }
+}
+
+void QVFunctionController::blankResultsOfUnreadableFields()
+{
+    const CalculatorDescription* d = description();
+    if (!d || m_unreadableFields.isEmpty())
+        return;
+    for (const ResultSpec& result : d->results) {
+        const QByteArray key = result.key.toLatin1();
+        if (m_model->property(key.constData()).typeId() == QMetaType::Double)
+            m_model->setProperty(key.constData(), std::numeric_limits<double>::quiet_NaN());
+        m_model->setNote(result.key, m_unreadableFields);
     }
 }
 

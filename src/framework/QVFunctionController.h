@@ -177,7 +177,16 @@ protected:
     // The description's number, percent and count fields, each read (empty
     // or unreadable text is 0) into the model property of its key; fields
     // whose key is no property of the model are left to the controller.
+    // In Tallyvane's own calculators (not the form calculators, which
+    // count it as 0) a field that cannot be read is read as no number (NaN).
     void readFields();
+    // After the model computed: when readFields met a field that cannot be
+    // read (in Tallyvane's own calculators), every result is blank (NaN)
+    // with a note naming the field, rather than computed from a guess.
+    void blankResultsOfUnreadableFields();
+    // Whether a field that cannot be read counts as 0 (the form
+    // calculators, which mark it so) or leaves the results blank.
+    bool countsUnreadableAsZero() const;
     // The description's results, each shown with its unit and its note.
     void showResults();
     // Shows the model's result `property` in `outlet` (a number with the
@@ -211,4 +220,5 @@ private:
     Presenter* m_presenter = nullptr;
     QString m_selectedAction;
     QString m_changedField;
+    QString m_unreadableFields; // the first field readFields could not read
 };

@@ -87,6 +87,7 @@ void AmortizationController::fieldChanged()
     m->rangeStart = int(std::clamp(fieldNumber(rangeStartField), 0.0, 1e9));
     m->rangeEnd = int(std::clamp(fieldNumber(rangeEndField), 0.0, 1e9));
     m->calculateResult();
+    blankResultsOfUnreadableFields();
     showResults();
     v->setNote(payoffDateLabel,
                dateProblem.isEmpty()

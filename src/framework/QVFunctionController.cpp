@@ -375,10 +375,18 @@ void QVFunctionController::readFields()
     if (!d)
         return;
     for (const FieldSpec& field : d->fields) {
+        const QByteArray key = field.key.toLatin1();
+        if (field.kind == FieldSpec::Kind::Choice) {
+            // A choice the model keeps as its word takes the word its button
+            // shows now; one kept as a number (payments a year) is set by
+            // the choice's own action.
+            if (m_model->property(key.constData()).typeId() == QMetaType::QString)
+                m_model->setProperty(key.constData(), m_view->text(field.outlet));
+            continue;
+        }
         if (field.kind != FieldSpec::Kind::Number && field.kind != FieldSpec::Kind::Percent &&
             field.kind != FieldSpec::Kind::Count)
             continue;
-        const QByteArray key = field.key.toLatin1();
         const double value = fieldNumber(field.outlet);
         // A whole-number property takes the integer part (2.9 people are 2).
         if (m_model->property(key.constData()).typeId() == QMetaType::Int)

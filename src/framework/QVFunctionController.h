@@ -175,7 +175,8 @@ protected:
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
     // The description's number, percent and count fields, each read (empty
-    // or unreadable text is 0) into the model property of its key.
+    // or unreadable text is 0) into the model property of its key; and its
+    // choices whose property is a word, each set to the word on its button.
     void readFields();
     // The description's results, each shown with its unit and its note.
     void showResults();

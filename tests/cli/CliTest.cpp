@@ -197,7 +197,7 @@ TEST_F(CliTest, CalcRunsAScreenAndPrintsItsValues)
         QStringList args;
         std::vector<Value> values;
     } cases[] = {
-        {{"tip", "billField=107", "salesTax=7", "tipPercent=15", "numberOfPeople=2"},
+        {{"tip", "billField=107", "salesTaxPercent=7", "tipPercent=15", "numberOfPeople=2"},
          {{"totalPerPerson", 61}, {"numberOfPeople", 2}}},
         {{"tvm", "presentValue=1000", "interestRate=12", "period=12", "paymentFrequency=Monthly",
           "paymentMode=END", "--solve", "FV"},

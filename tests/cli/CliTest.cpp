@@ -339,6 +339,8 @@ TEST_F(CliTest, MessagesSayWhatTheScreenShowsAndWhatWentWrong)
     };
     const Case cases[] = {
         {{"calc", "roi", "frob=1"}, "not an input of roi: frob=1\n"},
+        // Inputs go by their property or outlet, never by a guessed stem.
+        {{"calc", "roi", "investment=1"}, "not an input of roi: investment=1\n"},
         {{"calc", "roi", "--solve", "PV"},
          "roi has no compute buttons: it computes as its fields are set\n"},
         {{"calc", "tvm", "--solve", "XYZ"},

@@ -229,9 +229,10 @@ public:
         return d ? d->name : QString();
     }
 
-    // A plain form's rows, in order: {type: "field" | "choice" | "result",
-    // outlet, label, section (a heading above it, or ""), signable,
-    // countsAsZero}.
+    // A plain form's rows, in order: {type: "field" | "choice" | "solve" |
+    // "result", outlet, name (a field's key), label,
+    // section (a heading above it, or ""), signable, countsAsZero}. A field
+    // whose key names a compute button is a solve field (SolveField).
     Q_INVOKABLE static QVariantList form(const QString& name)
     {
         QVariantList rows;
@@ -244,15 +245,16 @@ public:
         for (const FieldSpec& field : d->fields) {
             if (field.kind == FieldSpec::Kind::Table)
                 continue;
-            rows.append(QVariantMap{
-                {QStringLiteral("type"), field.kind == FieldSpec::Kind::Choice
-                                             ? QStringLiteral("choice")
-                                             : QStringLiteral("field")},
-                {QStringLiteral("outlet"), field.outlet},
-                {QStringLiteral("label"), field.label},
-                {QStringLiteral("section"), field.section},
-                {QStringLiteral("signable"), field.signable()},
-                {QStringLiteral("countsAsZero"), countsAsZero}});
+            const QString type = field.kind == FieldSpec::Kind::Choice ? QStringLiteral("choice")
+                                 : d->solveButtons.contains(field.key) ? QStringLiteral("solve")
+                                                                       : QStringLiteral("field");
+            rows.append(QVariantMap{{QStringLiteral("type"), type},
+                                    {QStringLiteral("outlet"), field.outlet},
+                                    {QStringLiteral("name"), field.key},
+                                    {QStringLiteral("label"), field.label},
+                                    {QStringLiteral("section"), field.section},
+                                    {QStringLiteral("signable"), field.signable()},
+                                    {QStringLiteral("countsAsZero"), countsAsZero}});
         }
         for (const ResultSpec& result : d->results)
             rows.append(QVariantMap{{QStringLiteral("type"), QStringLiteral("result")},

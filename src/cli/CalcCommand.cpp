@@ -62,10 +62,11 @@ const char* const calcUsage =
 
 Runs the calculator NAME (see "tallyvane-cli list") as its screen does: each
 FIELD=VALUE is one edit of that input, in the order given, followed by the
-screen's own change action. FIELD is the model's input property
-(investmentAmount=1000) or the screen's outlet (investmentField=1000); a
-choice takes its word (paymentMode=END, paymentFrequency=Monthly). --solve
-presses a compute button (tvm: PV, FV, PMT, I/Y, N).
+screen's own change action. FIELD is the model's input property, as
+"tallyvane-cli list" shows it (investmentAmount=1000), or the screen's
+outlet (investmentField=1000); a choice takes one of its words, exactly
+(paymentMode=END, paymentFrequency=Monthly). --solve presses a compute
+button (tvm: PV, FV, PMT, I/Y, N).
 
 Prints one "name: text" line per model value, formatted as on screen;
 --json gives {"calculator": NAME, "values": {name: number}}.
@@ -102,12 +103,11 @@ public:
     }
 };
 
+// The input named `key`: its model property or its outlet, exactly.
 const FunctionInput* findInput(const QList<FunctionInput>& inputs, const QString& key)
 {
     for (const FunctionInput& input : inputs) {
-        QString stem = input.outlet;
-        stem.remove(QLatin1String("Field")).remove(QLatin1String("Button"));
-        if (key == input.property || key == input.outlet || key == stem)
+        if (key == input.property || key == input.outlet)
             return &input;
     }
     return nullptr;
@@ -271,8 +271,18 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             controller->editField(input->outlet, value);
             continue;
         }
+        // A choice takes one of the words its description offers, as typed:
+        // any other word is refused, never taken for one of them.
+        const FieldSpec* choice = descriptor->field(input->outlet);
+        if (choice && !choice->words.contains(value)) {
+            err << input->property << " takes one of: " << choice->words.join(QStringLiteral(", "))
+                << '\n';
+            return 1;
+        }
         presenter.answers.push_back({value, QString()});
         controller->openChoice(input->outlet);
+        // A choice its description does not name (a controller's own input)
+        // takes a word its sheet offers.
         if (!presenter.offered.contains(value) || value == QLatin1String("Cancel")) {
             presenter.offered.removeAll(QStringLiteral("Cancel"));
             err << input->property

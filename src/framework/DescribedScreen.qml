@@ -5,9 +5,10 @@ import QtQuick.Layouts
 import Tallyvane
 
 // A calculator screen laid out from its description alone: its fields (a
-// number field, or a choice button) and then its results, each under the
-// heading its description gives it. Calculators whose screens need more
-// (charts, tables, schedules) have QML files of their own instead.
+// number field, a number field with its solve button, or a choice button)
+// and then its results, each under the heading its description gives it.
+// Calculators whose screens need more (charts, tables, schedules) have QML
+// files of their own instead.
 FunctionScreen {
     id: screen
 
@@ -16,8 +17,13 @@ FunctionScreen {
 
     controller: Calculators.create(calculator)
 
+    // The rows are made once the screen is: rows loaded while the screen
+    // itself is still being made do not grow in the form's layout when a
+    // mark or a note shows under a field.
+    Component.onCompleted: rows.model = Calculators.form(screen.calculator)
+
     Repeater {
-        model: Calculators.form(screen.calculator)
+        id: rows
 
         delegate: ColumnLayout {
             id: row
@@ -66,6 +72,16 @@ FunctionScreen {
                     outlet: row.modelData.outlet
                     label: row.modelData.label
                     signable: row.modelData.signable
+                    countsAsZero: row.modelData.countsAsZero
+                }
+            }
+            Repeater {
+                model: row.modelData.type === "solve" ? 1 : 0
+
+                delegate: SolveField {
+                    controller: screen.controller
+                    name: row.modelData.name
+                    label: row.modelData.label
                     countsAsZero: row.modelData.countsAsZero
                 }
             }

@@ -383,10 +383,18 @@ void QVFunctionController::readFields()
     if (!d)
         return;
     for (const FieldSpec& field : d->fields) {
+        const QByteArray key = field.key.toLatin1();
+        if (field.kind == FieldSpec::Kind::Choice) {
+            // A choice the model keeps as its word takes the word its button
+            // shows now; one kept as a number (payments a year) is set by
+            // the choice's own action.
+            if (m_model->property(key.constData()).typeId() == QMetaType::QString)
+                m_model->setProperty(key.constData(), m_view->text(field.outlet));
+            continue;
+        }
         if (field.kind != FieldSpec::Kind::Number && field.kind != FieldSpec::Kind::Percent &&
             field.kind != FieldSpec::Kind::Count)
             continue;
-        const QByteArray key = field.key.toLatin1();
         // A field the model keeps no property for (a range, a switch) is
         // read by the calculator's own controller, by its own rule.
         if (m_model->metaObject()->indexOfProperty(key.constData()) < 0)

@@ -175,10 +175,12 @@ protected:
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
     // The description's number, percent and count fields, each read (empty
-    // or unreadable text is 0) into the model property of its key; fields
-    // whose key is no property of the model are left to the controller.
-    // In Tallyvane's own calculators (not the form calculators, which
-    // count it as 0) a field that cannot be read is read as no number (NaN).
+    // or unreadable text is 0) into the model property of its key (fields
+    // whose key is no property of the model are left to the controller);
+    // and its choices whose property is a word, each set to the word on its
+    // button. In Tallyvane's own calculators (not the form calculators,
+    // which count it as 0) a field that cannot be read is read as no number
+    // (NaN).
     void readFields();
     // After the model computed: when readFields met a field that cannot be
     // read (in Tallyvane's own calculators), every result is blank (NaN)

@@ -197,7 +197,7 @@ TEST_F(CliTest, CalcRunsAScreenAndPrintsItsValues)
         QStringList args;
         std::vector<Value> values;
     } cases[] = {
-        {{"tip", "billField=107", "salesTax=7", "tipPercent=15", "numberOfPeople=2"},
+        {{"tip", "billField=107", "salesTaxPercent=7", "tipPercent=15", "numberOfPeople=2"},
          {{"totalPerPerson", 61}, {"numberOfPeople", 2}}},
         {{"tvm", "presentValue=1000", "interestRate=12", "period=12", "paymentFrequency=Monthly",
           "paymentMode=END", "--solve", "FV"},
@@ -339,6 +339,8 @@ TEST_F(CliTest, MessagesSayWhatTheScreenShowsAndWhatWentWrong)
     };
     const Case cases[] = {
         {{"calc", "roi", "frob=1"}, "not an input of roi: frob=1\n"},
+        // Inputs go by their property or outlet, never by a guessed stem.
+        {{"calc", "roi", "investment=1"}, "not an input of roi: investment=1\n"},
         {{"calc", "roi", "--solve", "PV"},
          "roi has no compute buttons: it computes as its fields are set\n"},
         {{"calc", "tvm", "--solve", "XYZ"},

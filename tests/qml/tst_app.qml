@@ -495,4 +495,20 @@ TestCase {
         verify(!note.visible);
         compare(label(screen, "xirrLabel"), "10%");
     }
+
+    // A form laid out from its description makes room for the mark under a
+    // field: the next field moves down instead of being drawn over.
+    function test_describedFormRowsGrowWithTheirMarks() {
+        window.openScreen("LoansTableController", "");
+        tryCompare(functions, "busy", false);
+        window.openScreen("BreakevenController", "");
+        tryCompare(functions, "busy", false);
+        const screen = functions.currentItem;
+        const next = findChild(screen, "variableCostField");
+        const hint = findChild(screen, "fixedCostFieldHint");
+        const top = next.mapToItem(screen, 0, 0).y;
+        typeInto(screen, "fixedCostField", "x");
+        verify(hint.visible);
+        tryVerify(() => next.mapToItem(screen, 0, 0).y >= top + hint.height, 1000, "the next field moves down below the mark");
+    }
 }

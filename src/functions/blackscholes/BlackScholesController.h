@@ -13,7 +13,10 @@ public:
     // Ready to use: the model and view are made here.
     explicit BlackScholesController(QObject* parent = nullptr);
 
-    BlackScholesModel* blackScholesModel() const { return static_cast<BlackScholesModel*>(model()); }
+    BlackScholesModel* blackScholesModel() const
+    {
+        return static_cast<BlackScholesModel*>(model());
+    }
 
 protected:
     void connectMvc() override;

@@ -8,11 +8,11 @@ const CalculatorDescription& blackScholesDescription()
     static const CalculatorDescription description{
         .name = "black-scholes",
         .screen = "BlackScholesController",
-        .view = "functions/blackscholes/BlackScholesView.qml",
-        .entry = {CatalogueEntry::List::Stock, "Black-Scholes", "", "#E74C3C"},
+        .view = {}, // a plain form
+        .entry = {CatalogueEntry::List::Stock, "Black-Scholes", {}, "#E74C3C"},
         .fields =
             {
-                number("assetPrice", "assetPriceField", "Asset price (S)"),
+                under("Option", number("assetPrice", "assetPriceField", "Asset price (S)")),
                 number("exercisePrice", "exercisePriceField", "Exercise price (K)"),
                 number("timeToExpiration", "timeToExpirationField",
                        "Time to expiration (T, years)"),
@@ -23,17 +23,17 @@ const CalculatorDescription& blackScholesDescription()
             },
         .results =
             {
-                result("callPrice", "callPriceLabel", "Price"),
-                result("putPrice", "putPriceLabel", "Price"),
+                under("Call", result("callPrice", "callPriceLabel", "Price")),
                 result("callDelta", "callDeltaLabel", "Delta"),
-                result("putDelta", "putDeltaLabel", "Delta"),
                 result("callGamma", "callGammaLabel", "Gamma"),
-                result("putGamma", "putGammaLabel", "Gamma"),
-                result("callVega", "callVegaLabel", "Vega (per 1.00 of volatility)"),
-                result("putVega", "putVegaLabel", "Vega (per 1.00 of volatility)"),
                 result("callTheta", "callThetaLabel", "Theta (per year)"),
-                result("putTheta", "putThetaLabel", "Theta (per year)"),
+                result("callVega", "callVegaLabel", "Vega (per 1.00 of volatility)"),
                 result("callRho", "callRhoLabel", "Rho (per 1.00 of rate)"),
+                under("Put", result("putPrice", "putPriceLabel", "Price")),
+                result("putDelta", "putDeltaLabel", "Delta"),
+                result("putGamma", "putGammaLabel", "Gamma"),
+                result("putTheta", "putThetaLabel", "Theta (per year)"),
+                result("putVega", "putVegaLabel", "Vega (per 1.00 of volatility)"),
                 result("putRho", "putRhoLabel", "Rho (per 1.00 of rate)"),
             },
         .solveButtons = {},

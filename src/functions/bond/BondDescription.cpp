@@ -8,20 +8,21 @@ const CalculatorDescription& bondDescription()
     static const CalculatorDescription description{
         .name = "bond",
         .screen = "BondController",
-        .view = "functions/bond/BondView.qml",
-        .entry = {CatalogueEntry::List::Functions, "Bond Calculator", "bond", ""},
+        .view = {}, // a plain form
+        .entry = {CatalogueEntry::List::Functions, "Bond Calculator", "bond", {}},
         .fields =
             {
-                number("faceValue", "faceValueField", "Face value"),
+                under("Bond", number("faceValue", "faceValueField", "Face value")),
                 percent("couponRate", "couponRateField", "Coupon rate (% a year)"),
                 percent("yieldToMaturity", "yieldToMaturityField", "Yield to maturity (% a year)"),
                 number("years", "yearsField", "Years to maturity"),
+                // The sheet offers the words in the order the model tries them.
                 choice("frequency", "frequencyButton", "Coupons a year",
-                       {"Annually", "Semiannually", "Quarterly", "Monthly"}, "frequencyClicked"),
+                       {"Monthly", "Quarterly", "Semiannually", "Annually"}, "frequencyClicked"),
             },
         .results =
             {
-                result("bondValue", "bondValueLabel", "Bond value"),
+                under("Results", result("bondValue", "bondValueLabel", "Bond value")),
                 result("maculayDuration", "maculayDurationLabel", "Macaulay duration (years)"),
                 result("modifiedDuration", "modifiedDurationLabel", "Modified duration"),
                 result("convexity", "convexityLabel", "Convexity (years²)"),

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "BreakevenModel.h"
-#include "BreakevenView.h"
 #include "framework/QVFunctionController.h"
 
 // The breakeven screen: five fields, each with a solve button. A button
 // reads all five fields, solves its own value from the other four and
-// writes it into its field.
+// writes it into its field. Its fields and solve buttons are those of its
+// description (BreakevenDescription.cpp).
 class BreakevenController : public QVFunctionController {
     Q_OBJECT
 
@@ -14,8 +14,6 @@ public:
     // Ready to use: the model and view are made here.
     explicit BreakevenController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    QStringList solveButtons() const override;
     void solve(const QString& name) override;
 
     BreakevenModel* breakevenModel() const { return static_cast<BreakevenModel*>(model()); }

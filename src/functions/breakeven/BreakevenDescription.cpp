@@ -8,16 +8,20 @@ const CalculatorDescription& breakevenDescription()
     static const CalculatorDescription description{
         .name = "breakeven",
         .screen = "BreakevenController",
-        .view = "functions/breakeven/BreakevenView.qml",
-        .entry = {CatalogueEntry::List::Loans, "Breakeven", "", "#C0392B"},
+        .view = {}, // a plain form of solve fields
+        .entry = {CatalogueEntry::List::Loans, "Breakeven", {}, "#C0392B"},
+        // Each field has its solve button ("<key>Button").
         .fields =
             {
-
+                under("Enter four values, solve the fifth",
+                      number("fixedCost", "fixedCostField", "Fixed costs")),
+                number("variableCost", "variableCostField", "Variable cost per unit"),
+                number("price", "priceField", "Price per unit"),
+                number("profit", "profitField", "Profit (0 to break even)"),
+                number("quantity", "quantityField", "Quantity (units)"),
             },
-        .results =
-            {
-
-            },
+        .results = {},
+        // The usual question first.
         .solveButtons = {"quantity", "price", "fixedCost", "variableCost", "profit"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new BreakevenController); },
     };

@@ -1,12 +1,5 @@
 #include "CapmController.h"
 
-namespace {
-const QString stockReturnField = QStringLiteral("stockReturnField");
-const QString marketReturnField = QStringLiteral("marketReturnField");
-const QString riskFreeRateField = QStringLiteral("riskFreeRateField");
-const QString betaField = QStringLiteral("betaField");
-} // namespace
-
 CapmController::CapmController(QObject* parent) : QVFunctionController(parent)
 {
     load();
@@ -15,21 +8,7 @@ CapmController::CapmController(QObject* parent) : QVFunctionController(parent)
 void CapmController::connectMvc()
 {
     setModel(QVFunctionModel::create<CapmModel>());
-    setView(new CapmView(this));
-}
-
-QList<FunctionInput> CapmController::inputs() const
-{
-    return {{QStringLiteral("stockReturn"), stockReturnField},
-            {QStringLiteral("marketReturn"), marketReturnField},
-            {QStringLiteral("riskFreeRate"), riskFreeRateField},
-            {QStringLiteral("beta"), betaField}};
-}
-
-QStringList CapmController::solveButtons() const
-{
-    return {QStringLiteral("stockReturn"), QStringLiteral("marketReturn"),
-            QStringLiteral("riskFreeRate"), QStringLiteral("beta")};
+    setView(new QVFunctionView(this));
 }
 
 void CapmController::solve(const QString& name)
@@ -44,45 +23,33 @@ void CapmController::solve(const QString& name)
         betaClicked();
 }
 
-void CapmController::setInputValues()
+void CapmController::solveInto(const QString& key, double (CapmModel::*solver)())
 {
-    CapmModel* m = capmModel();
-    m->stockReturn = fieldNumber(stockReturnField);
-    m->marketReturn = fieldNumber(marketReturnField);
-    m->riskFreeRate = fieldNumber(riskFreeRateField);
-    m->beta = fieldNumber(betaField);
-}
-
-void CapmController::solveInto(const QString& outlet, double (CapmModel::*solver)())
-{
-    setInputValues();
+    readFields();
     // A solve's note is about that solve alone.
     capmModel()->clearNotes();
-    for (const FunctionInput& input : inputs())
-        qvFunctionView()->setNote(input.outlet, {});
+    for (const FieldSpec& field : description()->fields)
+        qvFunctionView()->setNote(field.outlet, {});
     (capmModel()->*solver)();
-    for (const FunctionInput& input : inputs()) {
-        if (input.outlet == outlet)
-            showResultOf(outlet, input.property.toLatin1().constData());
-    }
+    showResultOf(description()->field(key)->outlet, key.toLatin1().constData());
 }
 
 void CapmController::stockReturnClicked()
 {
-    solveInto(stockReturnField, &CapmModel::calculateStockReturn);
+    solveInto(QStringLiteral("stockReturn"), &CapmModel::calculateStockReturn);
 }
 
 void CapmController::marketReturnClicked()
 {
-    solveInto(marketReturnField, &CapmModel::calculateMarketReturn);
+    solveInto(QStringLiteral("marketReturn"), &CapmModel::calculateMarketReturn);
 }
 
 void CapmController::riskFreeRateClicked()
 {
-    solveInto(riskFreeRateField, &CapmModel::calculateRiskFreeRate);
+    solveInto(QStringLiteral("riskFreeRate"), &CapmModel::calculateRiskFreeRate);
 }
 
 void CapmController::betaClicked()
 {
-    solveInto(betaField, &CapmModel::calculateBeta);
+    solveInto(QStringLiteral("beta"), &CapmModel::calculateBeta);
 }

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "CapmModel.h"
-#include "CapmView.h"
 #include "framework/QVFunctionController.h"
 
 // The CAPM screen: four fields, each with a solve button. A button reads
 // all four fields, solves its own value from the other three and writes it
 // into its field, replacing what was typed there. Edits compute nothing.
+// Its fields and solve buttons are those of its description
+// (CapmDescription.cpp).
 class CapmController : public QVFunctionController {
     Q_OBJECT
 
@@ -14,9 +15,6 @@ public:
     // Ready to use: the model and view are made here.
     explicit CapmController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    // "stockReturn", "marketReturn", "riskFreeRate", "beta".
-    QStringList solveButtons() const override;
     void solve(const QString& name) override;
 
     Q_INVOKABLE void stockReturnClicked();
@@ -25,12 +23,11 @@ public:
     Q_INVOKABLE void betaClicked();
 
     CapmModel* capmModel() const { return static_cast<CapmModel*>(model()); }
-    CapmView* capmView() const { return static_cast<CapmView*>(qvFunctionView()); }
 
 protected:
     void connectMvc() override;
 
 private:
-    void setInputValues();
-    void solveInto(const QString& outlet, double (CapmModel::*solver)());
+    // Solves the value of `key` into its field.
+    void solveInto(const QString& key, double (CapmModel::*solver)());
 };

@@ -8,19 +8,20 @@ const CalculatorDescription& capmDescription()
     static const CalculatorDescription description{
         .name = "capm",
         .screen = "CapmController",
-        .view = "functions/capm/CapmView.qml",
-        .entry = {CatalogueEntry::List::Stock, "Capital Asset Pricing Model", "", "#9B59B6"},
+        .view = {}, // a plain form of solve fields
+        .entry = {CatalogueEntry::List::Stock, "Capital Asset Pricing Model", {}, "#9B59B6"},
+        // Each field has its solve button ("<key>Button").
         .fields =
             {
-                percent("stockReturn", "stockReturnField", ""),
-                percent("marketReturn", "marketReturnField", ""),
-                percent("riskFreeRate", "riskFreeRateField", ""),
-                number("beta", "betaField", ""),
+                under("Enter three values, solve the fourth",
+                      percent("stockReturn", "stockReturnField",
+                              "Expected return of the stock (Rs, %)")),
+                percent("marketReturn", "marketReturnField",
+                        "Expected return of the market (Rm, %)"),
+                percent("riskFreeRate", "riskFreeRateField", "Risk-free rate (Rf, %)"),
+                number("beta", "betaField", "Beta"),
             },
-        .results =
-            {
-
-            },
+        .results = {},
         .solveButtons = {"stockReturn", "marketReturn", "riskFreeRate", "beta"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new CapmController); },
     };

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "CmpModel.h"
-#include "CmpView.h"
 #include "framework/QVChartController.h"
 
 // The compound-interest screen: four fields, the deposit mode and the
 // compounding choice, four results and the chart of the balance year by
-// year. Every edit and every choice recomputes everything.
+// year. Every edit and every choice recomputes everything. Its fields and
+// results are those of its description (CmpDescription.cpp); every
+// computation takes the words the two choice buttons show.
 class CmpController : public QVChartController {
     Q_OBJECT
 
@@ -14,14 +15,12 @@ public:
     // Ready to use: the model and view are made here.
     explicit CmpController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
     void fieldChanged() override;
 
     Q_INVOKABLE void modeClicked();
     Q_INVOKABLE void frequencyClicked();
 
     CmpModel* cmpModel() const { return static_cast<CmpModel*>(model()); }
-    CmpView* cmpView() const { return static_cast<CmpView*>(qvFunctionView()); }
 
     // Shown when the last calculation ran at least one month.
     QObject* chartDataSource() const override { return model(); }
@@ -30,7 +29,7 @@ protected:
     void connectMvc() override;
 
 private:
-    void setInputValues();
-    void recalculate();
-    void showResult();
+    // `outlet`'s choice: its sheet (no button to point at: popovers sit in
+    // the screen's centre), then the word on its button and a recompute.
+    void choose(const QString& outlet, const QString& title, const QString& message);
 };

@@ -9,7 +9,7 @@ const CalculatorDescription& cmpDescription()
         .name = "cmp",
         .screen = "CmpController",
         .view = "functions/cmp/CmpView.qml",
-        .entry = {CatalogueEntry::List::Functions, "Compound Interest Calculator", "cmp", ""},
+        .entry = {CatalogueEntry::List::Functions, "Compound Interest Calculator", "cmp", {}},
         .fields =
             {
                 number("principalAmount", "principalAmountField", "Principal"),

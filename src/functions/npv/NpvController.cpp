@@ -1,6 +1,5 @@
 #include "NpvController.h"
 
-#include "NpvView.h"
 #include "framework/FinanceMath.h"
 #include "framework/NumberFormat.h"
 #include "platform/NotificationCenter.h"
@@ -8,8 +7,6 @@
 namespace {
 const QString periodField = QStringLiteral("periodField");
 const QString discountRateField = QStringLiteral("discountRateField");
-const QString npvResultLabel = QStringLiteral("npvResultLabel");
-const QString irrResultLabel = QStringLiteral("irrResultLabel");
 } // namespace
 
 NpvController::NpvController(QObject* parent) : QVChartController(parent)
@@ -22,19 +19,13 @@ NpvController::NpvController(QObject* parent) : QVChartController(parent)
 void NpvController::connectMvc()
 {
     setModel(QVFunctionModel::create<NpvModel>());
-    setView(new NpvView(this));
+    setView(new QVFunctionView(this));
     // The form starts by showing the period the table starts with.
     qvFunctionView()->setText(periodField, QString::number(npvModel()->period));
     m_chartDataSource = new NpvChartDataSource(npvModel(), this);
     NotificationCenter::defaultCenter().addObserver(
         this, QStringLiteral("ResultCalculatedNotification"),
         [this](const Notification&) { resultCalculatedNotificationReceived(); });
-}
-
-QList<FunctionInput> NpvController::inputs() const
-{
-    return {{QStringLiteral("period"), periodField},
-            {QStringLiteral("discountRate"), discountRateField}};
 }
 
 void NpvController::fieldChanged()
@@ -72,14 +63,8 @@ void NpvController::resultCalculatedNotificationReceived()
 
 void NpvController::showResult()
 {
-    showResultOf(npvResultLabel, "npv");
-    showResultOf(irrResultLabel, "irr", QStringLiteral("%"));
+    showResults();
     redrawChart(true);
-}
-
-QList<TableInput> NpvController::tableInputs() const
-{
-    return {{QStringLiteral("cashArray"), int(npvModel()->cashArray.size())}};
 }
 
 bool NpvController::setTableInput(const QString& property, const QStringList& values)

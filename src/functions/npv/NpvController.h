@@ -10,7 +10,9 @@
 // and the table share nothing but notifications: a period edit posts
 // "PeriodChangedNotification" for the table, the table's edits reach the
 // model as "CashChangedNotification", and the model's
-// "ResultCalculatedNotification" brings the results back to the form.
+// "ResultCalculatedNotification" brings the results back to the form. Its
+// fields, table and results are those of its description
+// (NpvDescription.cpp); each field is read by its own action.
 class NpvController : public QVChartController {
     Q_OBJECT
     Q_PROPERTY(NpvTableController* table READ table CONSTANT)
@@ -19,7 +21,6 @@ public:
     // Ready to use: the model, the view and the table are made here.
     explicit NpvController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
     // The change action of the form's fields: the period's action for an
     // edit of the period field, the discount rate's for any other.
     void fieldChanged() override;
@@ -32,7 +33,6 @@ public:
 
     // Types `values` into the first rows of the table "cashArray", one edit
     // per row; false for another table or more values than there are flows.
-    QList<TableInput> tableInputs() const override;
     bool setTableInput(const QString& property, const QStringList& values) override;
 
     NpvModel* npvModel() const { return static_cast<NpvModel*>(model()); }

@@ -9,11 +9,12 @@ const CalculatorDescription& npvDescription()
         .name = "npv",
         .screen = "NpvController",
         .view = "functions/npv/NpvView.qml",
-        .entry = {CatalogueEntry::List::Functions, "Net Present Value Calculator", "npv", ""},
+        .entry = {CatalogueEntry::List::Functions, "Net Present Value Calculator", "npv", {}},
         .fields =
             {
-                count("period", "periodField", "Number of cash flows, CF0 included (1 to 99)"),
+                number("period", "periodField", "Number of cash flows, CF0 included (1 to 99)"),
                 percent("discountRate", "discountRateField", "Discount rate per period (%)"),
+                table("cashArray", NpvModel::cashFlowCapacity),
             },
         .results =
             {

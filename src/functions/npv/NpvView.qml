@@ -81,13 +81,11 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "periodField"
-        label: qsTr("Number of cash flows, CF0 included (1 to 99)")
         placeholder: "4"
     }
     NumericField {
         controller: screen.controller
         outlet: "discountRateField"
-        label: qsTr("Discount rate per period (%)")
     }
     SectionHeader {
         text: qsTr("Results")
@@ -95,12 +93,10 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "npvResultLabel"
-        label: qsTr("Net present value")
     }
     ResultRow {
         controller: screen.controller
         outlet: "irrResultLabel"
-        label: qsTr("Internal rate of return")
     }
     SectionHeader {
         text: qsTr("Cash flows")

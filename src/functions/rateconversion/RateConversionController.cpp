@@ -7,7 +7,6 @@ namespace {
 const QString nominalRateField = QStringLiteral("nominalRateField");
 const QString effectiveRateField = QStringLiteral("effectiveRateField");
 const QString compoundingPerYearField = QStringLiteral("compoundingPerYearField");
-const QString continuousRateLabel = QStringLiteral("continuousRateResultLabel");
 } // namespace
 
 RateConversionController::RateConversionController(QObject* parent) : QVFunctionController(parent)
@@ -18,19 +17,7 @@ RateConversionController::RateConversionController(QObject* parent) : QVFunction
 void RateConversionController::connectMvc()
 {
     setModel(QVFunctionModel::create<RateConversionModel>());
-    setView(new RateConversionView(this));
-}
-
-QList<FunctionInput> RateConversionController::inputs() const
-{
-    return {{QStringLiteral("nominalRate"), nominalRateField},
-            {QStringLiteral("effectiveRate"), effectiveRateField},
-            {QStringLiteral("compoundingPerYear"), compoundingPerYearField}};
-}
-
-QStringList RateConversionController::solveButtons() const
-{
-    return {QStringLiteral("effectiveRate"), QStringLiteral("nominalRate")};
+    setView(new QVFunctionView(this));
 }
 
 void RateConversionController::solve(const QString& name)
@@ -70,5 +57,5 @@ void RateConversionController::solve(const QString& name)
     qvFunctionView()->setNote(effective ? nominalRateField : effectiveRateField, QString());
     showResultOf(effective ? effectiveRateField : nominalRateField,
                  effective ? "effectiveRate" : "nominalRate");
-    showResultOf(continuousRateLabel, "continuousRate", QStringLiteral("%"));
+    showResults();
 }

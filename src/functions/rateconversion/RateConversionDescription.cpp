@@ -8,19 +8,22 @@ const CalculatorDescription& rateConversionDescription()
     static const CalculatorDescription description{
         .name = "rate-conversion",
         .screen = "RateConversionController",
-        .view = "functions/rateconversion/RateConversionView.qml",
-        .entry = {CatalogueEntry::List::Loans, "Interest Rate Conversion", "", "#28ABE3"},
+        .view = {}, // a plain form of solve fields
+        .entry = {CatalogueEntry::List::Loans, "Interest Rate Conversion", {}, "#28ABE3"},
+        // The two rates have their solve buttons ("<key>Button").
         .fields =
             {
-                percent("nominalRate", "nominalRateField", ""),
-                percent("effectiveRate", "effectiveRateField", ""),
+                under("Enter one rate, solve the other",
+                      percent("nominalRate", "nominalRateField", "Nominal annual rate (%)")),
+                percent("effectiveRate", "effectiveRateField", "Effective annual rate (%)"),
                 count("compoundingPerYear", "compoundingPerYearField",
                       "Compoundings a year (12 for monthly)"),
             },
         .results =
             {
-                result("continuousRate", "continuousRateResultLabel",
-                       "Effective rate at the nominal rate", "%"),
+                under("Continuous compounding",
+                      result("continuousRate", "continuousRateResultLabel",
+                             "Effective rate at the nominal rate", "%")),
             },
         .solveButtons = {"effectiveRate", "nominalRate"},
         .create =

@@ -1,6 +1,5 @@
 #include "TvmController.h"
 
-#include "TvmView.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
 
@@ -31,7 +30,7 @@ TvmController::TvmController(QObject* parent) : QVChartController(parent)
 void TvmController::connectMvc()
 {
     setModel(QVFunctionModel::create<TvmModel>());
-    setView(new TvmView(this));
+    setView(new QVFunctionView(this));
     setInitialTvmSettings();
 }
 
@@ -42,25 +41,6 @@ void TvmController::setInitialTvmSettings()
     m->paymentFrequency = 1.0;
     qvFunctionView()->setText(modeButton, m->paymentMode);
     qvFunctionView()->setText(frequencyButton, QStringLiteral("Annually"));
-}
-
-QList<FunctionInput> TvmController::inputs() const
-{
-    return {{QStringLiteral("presentValue"), pvField},
-            {QStringLiteral("futureValue"), fvField},
-            {QStringLiteral("interestRate"), interestField},
-            {QStringLiteral("period"), periodField},
-            {QStringLiteral("payment"), pmtField},
-            {QStringLiteral("paymentFrequency"), frequencyButton, FunctionInput::Kind::Choice,
-             QStringLiteral("frequencyClicked")},
-            {QStringLiteral("paymentMode"), modeButton, FunctionInput::Kind::Choice,
-             QStringLiteral("modeClicked")}};
-}
-
-QStringList TvmController::solveButtons() const
-{
-    return {QStringLiteral("PV"), QStringLiteral("FV"), QStringLiteral("PMT"),
-            QStringLiteral("I/Y"), QStringLiteral("N")};
 }
 
 void TvmController::solve(const QString& name)
@@ -77,39 +57,17 @@ void TvmController::solve(const QString& name)
         periodClicked();
 }
 
-void TvmController::setInputValues()
-{
-    TvmModel* m = tvmModel();
-    m->presentValue = fieldNumber(pvField);
-    m->futureValue = fieldNumber(fvField);
-    m->interestRate = fieldNumber(interestField);
-    m->period = fieldNumber(periodField);
-    m->payment = fieldNumber(pmtField);
-}
-
 void TvmController::solveInto(const QString& outlet, double (TvmModel::*solver)())
 {
-    setInputValues();
+    // Only a solve reads the fields: edits compute nothing.
+    readFields();
     // A solve's note is about that solve alone.
     tvmModel()->clearNotes();
-    for (const QString& field : {pvField, fvField, interestField, periodField, pmtField})
-        qvFunctionView()->setNote(field, {});
+    for (const FieldSpec& field : description()->fields)
+        qvFunctionView()->setNote(field.outlet, {});
     (tvmModel()->*solver)();
-    showResultOf(outlet, propertyOf(outlet));
+    showResultOf(outlet, description()->field(outlet)->key.toLatin1().constData());
     hideChart();
-}
-
-const char* TvmController::propertyOf(const QString& outlet)
-{
-    if (outlet == pvField)
-        return "presentValue";
-    if (outlet == fvField)
-        return "futureValue";
-    if (outlet == interestField)
-        return "interestRate";
-    if (outlet == periodField)
-        return "period";
-    return "payment";
 }
 
 void TvmController::finishChartSolve(const QString& quantity)
@@ -178,7 +136,7 @@ void TvmController::modeClicked()
 {
     presentChoices(
         QStringLiteral("Mode"), QStringLiteral("Please choose a mode for your payments."),
-        {QStringLiteral("BEG"), QStringLiteral("END")}, modeButton, [this](const QString& mode) {
+        description()->field(modeButton)->words, modeButton, [this](const QString& mode) {
             qvFunctionView()->setText(modeButton, mode);
             tvmModel()->paymentMode = mode;
         });
@@ -186,11 +144,9 @@ void TvmController::modeClicked()
 
 void TvmController::frequencyClicked()
 {
-    QStringList words;
-    for (const auto& [word, count] : frequencies())
-        words << word;
-    presentChoices(QStringLiteral("Frequency"), QStringLiteral("Please choose a frequency."), words,
-                   frequencyButton, [this](const QString& word) {
+    presentChoices(QStringLiteral("Frequency"), QStringLiteral("Please choose a frequency."),
+                   description()->field(frequencyButton)->words, frequencyButton,
+                   [this](const QString& word) {
                        for (const auto& [name, count] : frequencies()) {
                            if (name == word) {
                                qvFunctionView()->setText(frequencyButton, word);

@@ -7,7 +7,10 @@
 
 // The TVM screen: five fields, the mode and frequency buttons, five solve
 // buttons and the chart of the solved quantity. Nothing is computed on
-// edits; each solve button reads every field and overwrites its own.
+// edits; each solve button reads every field and overwrites its own. Its
+// fields and solve buttons are those of its description
+// (TvmDescription.cpp). The frequency choice sets the payments a year when
+// it is made.
 class TvmController : public QVChartController {
     Q_OBJECT
 
@@ -15,8 +18,6 @@ public:
     // Ready to use: the model and view are made here.
     explicit TvmController(QObject* parent = nullptr);
 
-    QList<FunctionInput> inputs() const override;
-    QStringList solveButtons() const override;
     void solve(const QString& name) override;
 
     Q_INVOKABLE void presentValueClicked();
@@ -41,6 +42,7 @@ public:
     // The chart as it is drawn on screen, when it is shown.
     ChartPicture reportChart() const override;
 
+    // The payments a year of each word the frequency button offers.
     static const QList<std::pair<QString, double>>& frequencies();
 
 protected:
@@ -48,10 +50,7 @@ protected:
 
 private:
     void setInitialTvmSettings();
-    void setInputValues();
     void solveInto(const QString& outlet, double (TvmModel::*solver)());
-    // The model property a field holds.
-    static const char* propertyOf(const QString& outlet);
     void finishChartSolve(const QString& quantity);
     void showGraph();
 

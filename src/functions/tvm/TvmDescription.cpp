@@ -9,7 +9,7 @@ const CalculatorDescription& tvmDescription()
         .name = "tvm",
         .screen = "TvmController",
         .view = "functions/tvm/TvmView.qml",
-        .entry = {CatalogueEntry::List::Functions, "Time Value of Money Calculator", "tvm", ""},
+        .entry = {CatalogueEntry::List::Functions, "Time Value of Money Calculator", "tvm", {}},
         .fields =
             {
                 number("presentValue", "pvField", "Present value (PV)"),
@@ -17,14 +17,12 @@ const CalculatorDescription& tvmDescription()
                 percent("interestRate", "interestField", "Annual interest rate (I/Y, %)"),
                 number("period", "periodField", "Number of periods (N)"),
                 number("payment", "pmtField", "Payment per period (PMT)"),
+                choice("paymentMode", "modeButton", "Payments at", {"BEG", "END"}, "modeClicked"),
                 choice("paymentFrequency", "frequencyButton", "Payments a year",
                        {"Monthly", "Quarterly", "Semiannually", "Annually"}, "frequencyClicked"),
-                choice("paymentMode", "modeButton", "Payments at", {"BEG", "END"}, "modeClicked"),
             },
-        .results =
-            {
-
-            },
+        // Each solve shows its value in its own field.
+        .results = {},
         .solveButtons = {"PV", "FV", "PMT", "I/Y", "N"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new TvmController); },
     };

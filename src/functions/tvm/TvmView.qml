@@ -20,37 +20,30 @@ FunctionScreen {
     NumericField {
         controller: screen.controller
         outlet: "pvField"
-        label: qsTr("Present value (PV)")
     }
     NumericField {
         controller: screen.controller
         outlet: "fvField"
-        label: qsTr("Future value (FV)")
     }
     NumericField {
         controller: screen.controller
         outlet: "interestField"
-        label: qsTr("Annual interest rate (I/Y, %)")
     }
     NumericField {
         controller: screen.controller
         outlet: "periodField"
-        label: qsTr("Number of periods (N)")
     }
     NumericField {
         controller: screen.controller
         outlet: "pmtField"
-        label: qsTr("Payment per period (PMT)")
     }
     ChoiceRow {
         controller: screen.controller
         outlet: "modeButton"
-        label: qsTr("Payments at")
     }
     ChoiceRow {
         controller: screen.controller
         outlet: "frequencyButton"
-        label: qsTr("Payments a year")
     }
     SectionHeader {
         text: qsTr("Solve for")

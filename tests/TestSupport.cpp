@@ -25,21 +25,6 @@ QString overflowing()
     return QString(400, QLatin1Char('9'));
 }
 
-NotificationLog::NotificationLog(const QStringList& watched)
-{
-    for (const QString& name : watched)
-        NotificationCenter::defaultCenter().addObserver(
-            this, name, [this](const Notification& n) { seen.push_back(n); });
-}
-
-QStringList NotificationLog::names() const
-{
-    QStringList list;
-    for (const Notification& n : seen)
-        list << n.name;
-    return list;
-}
-
 void HomeTest::SetUp()
 {
     ASSERT_TRUE(home.isValid());

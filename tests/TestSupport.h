@@ -34,14 +34,6 @@ QString typed(double value);
 // A number too large for a double: 400 nines, which reads as Infinity.
 QString overflowing();
 
-// Records every notification of the given names, in the order posted.
-class NotificationLog : public QObject {
-public:
-    explicit NotificationLog(const QStringList& watched);
-    QStringList names() const;
-    std::vector<Notification> seen;
-};
-
 // Every test gets its own TALLYVANE_HOME, fresh services and a clock that
 // reads 05-03-2024 14:07:30.250 local time.
 class HomeTest : public ::testing::Test {

@@ -2,7 +2,6 @@
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"
-#include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 
 #include <QSignalSpy>
@@ -367,29 +366,17 @@ TEST_F(EngineTest, HistoryKeepsTheLastThousandResults)
     EXPECT_EQ(history.resultAt(999), "1005");
 }
 
-TEST(Keypad, GridTitlesTogglesAndNotifications)
+// 2ND shows the second functions and stays on after one is pressed; a new
+// dictionary shows the first ones again.
+TEST(Keypad, SecondFunctionsToggle)
 {
     CalculatorKeypad keypad;
     ASSERT_EQ(keypad.rowCount(), 44);
     EXPECT_EQ(keypad.shownTitle(20), "(");
-    QObject listener;
-    QStringList titles;
-    QList<bool> npv;
-    NotificationCenter::defaultCenter().addObserver(
-        &listener, "CalculatorButtonClickedNotification", [&](const Notification& n) {
-            titles << n.userInfo.value("title").toString();
-            npv << n.userInfo.value("npv-mode").toBool();
-            EXPECT_TRUE(n.userInfo.contains("beg-mode"));
-            EXPECT_EQ(n.sender, nullptr);
-        });
     keypad.buttonClicked(keypad.indexOfShownTitle("2ND"));
     EXPECT_EQ(keypad.shownTitle(20), "SIN");
     EXPECT_EQ(keypad.data(keypad.index(5), CalculatorKeypad::BorderedRole), true);
     keypad.buttonClicked(20);
-    keypad.buttonClicked(keypad.indexOfShownTitle("CF"));
-    keypad.buttonClicked(keypad.indexOfShownTitle("CF"));
-    EXPECT_EQ(titles, QStringList({"2ND", "SIN", "CF", "CF"}));
-    EXPECT_EQ(npv, QList<bool>({false, false, true, false}));
     EXPECT_TRUE(keypad.secondaryButtonsOn()) << "2ND stays on after a second function";
     keypad.loadButtonDictionary();
     EXPECT_FALSE(keypad.secondaryButtonsOn());

@@ -71,20 +71,27 @@ TEST(GoldenResults, EveryRecordedLineGivesItsRecordedBits)
 
 // Every input the fuzzer ever crashed on is kept in fuzz/regressions and
 // must now evaluate (to a number or to nothing) without harm, read as UTF-8
-// and as UTF-16, including those kept after the file was recorded.
+// and as UTF-16, including those kept after the file was recorded; so must
+// the fuzzer's seed corpus. A missing folder fails: it would check nothing.
 TEST(FuzzRegressions, EveryKeptInputEvaluatesQuietly)
 {
-    const QDir dir(QStringLiteral(FUZZ_REGRESSIONS_DIR));
-    for (const QString& name : dir.entryList(QDir::Files | QDir::NoDotAndDotDot)) {
-        if (name.startsWith(QLatin1Char('.')))
-            continue;
-        QFile file(dir.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-        const QByteArray bytes = file.readAll();
-        (void)numberByParsingExpression(QString::fromUtf8(bytes));
-        (void)numberByParsingExpression(
-            QStringView(reinterpret_cast<const char16_t*>(bytes.constData()), bytes.size() / 2));
+    int inputs = 0;
+    for (const char* folder : {FUZZ_REGRESSIONS_DIR, FUZZ_CORPUS_DIR}) {
+        const QDir dir(QString::fromUtf8(folder));
+        ASSERT_TRUE(dir.exists()) << folder << " is missing";
+        for (const QString& name : dir.entryList(QDir::Files | QDir::NoDotAndDotDot)) {
+            if (name.startsWith(QLatin1Char('.')))
+                continue;
+            QFile file(dir.filePath(name));
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+            const QByteArray bytes = file.readAll();
+            (void)numberByParsingExpression(QString::fromUtf8(bytes));
+            (void)numberByParsingExpression(QStringView(
+                reinterpret_cast<const char16_t*>(bytes.constData()), bytes.size() / 2));
+            ++inputs;
+        }
     }
+    EXPECT_GT(inputs, 0) << "no kept inputs at all";
 }
 
 } // namespace

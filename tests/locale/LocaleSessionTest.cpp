@@ -6,9 +6,8 @@
 #include "TestSupport.h"
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorKeypad.h"
+#include "framework/CalculatorRegistry.h"
 #include "framework/NumberFormat.h"
-#include "functions/npv/NpvController.h"
-#include "functions/roi/RoiController.h"
 
 #include <QDir>
 #include <QFile>
@@ -132,15 +131,15 @@ class FormSession : public HomeTest {};
 
 TEST_F(FormSession, FieldsAndCellsReadByOneRule)
 {
-    RoiController roi;
-    NpvController npv;
+    const auto roi = CalculatorRegistry::find("roi")->create();
+    const auto npv = CalculatorRegistry::find("npv")->create();
     const auto field = [&](const QString& text) {
-        roi.editField("investmentField", text);
-        return roi.roiModel()->investmentAmount;
+        roi->editField("investmentField", text);
+        return roi->model()->property("investmentAmount").toDouble();
     };
     const auto cell = [&](const QString& text) {
-        npv.table()->fieldChanged(0, text);
-        return npv.npvModel()->cashArray[0];
+        npv->setTableInput("cashArray", {text});
+        return npv->model()->property("cashArray").value<QList<double>>().value(0);
     };
     for (const auto& read : {std::function<double(const QString&)>(field),
                              std::function<double(const QString&)>(cell)}) {
@@ -166,11 +165,11 @@ TEST_F(FormSession, ReportWithNegativeNumbersIsTheCReport)
 {
     if (separator().at(0).unicode() >= 0x80)
         GTEST_SKIP() << "report files are ASCII; this locale's decimal separator is not";
-    RoiController roi;
-    roi.editField("investmentField", "1000");
-    roi.editField("futureValueField", here("750.5"));
-    roi.editField("yearsField", "3");
-    roi.sendReportRequestedNotification("Loss");
+    const auto roi = CalculatorRegistry::find("roi")->create();
+    roi->editField("investmentField", "1000");
+    roi->editField("futureValueField", here("750.5"));
+    roi->editField("yearsField", "3");
+    roi->sendReportRequestedNotification("Loss");
     const QString name = "roi_Loss_05-03-2024 14:07_report.txt";
     QFile file(QDir(documents()).filePath(name));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << "the report was written";

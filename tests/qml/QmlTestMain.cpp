@@ -1,6 +1,6 @@
 #include "app/QmlPresenter.h"
-#include "functions/Calculators.h"
 #include "framework/QVFunctionModel.h"
+#include "functions/Calculators.h"
 #include "gui/DesktopServices.h"
 #include "platform/AppPaths.h"
 #include "platform/MailComposer.h"
@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QJsonDocument>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickStyle>
@@ -185,6 +186,13 @@ public:
         return int(QVReport::storedReportList().value_or(QList<QByteArray>()).size());
     }
     Q_INVOKABLE bool exists(const QString& path) const { return QFile::exists(path); }
+    // A JSON data file beside the test's QML files.
+    Q_INVOKABLE QVariant json(const QString& name) const
+    {
+        QFile file(QDir(QStringLiteral(QUICK_TEST_SOURCE_DIR)).filePath(name));
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).toVariant()
+                                              : QVariant();
+    }
     Q_INVOKABLE QString clipboardText() const { return QGuiApplication::clipboard()->text(); }
     Q_INVOKABLE int draftCount() const
     {

@@ -5,9 +5,9 @@ import Tallyvane
 import TallyvaneTest
 
 // The whole window: tabs, the reports tab and the presenter host; the
-// Functions tab's catalogue rows, TVM's choice sheets and NPV's cash-flow
-// rows. The tour walks every other calculator and saves through the export
-// sheet; results are checked on the controllers.
+// Functions tab's catalogue rows and NPV's cash-flow rows. The tour walks
+// every calculator, chooses from sheets and saves through the export sheet;
+// results are checked in tests/vectors.
 TestCase {
     id: test
 
@@ -86,7 +86,6 @@ TestCase {
         compare(rowTitles(list), ["three", "two", "one"]);
         compare(list.itemAtIndex(0).functionTitle, "Roi");
         verify(Qt.colorEqual(list.itemAtIndex(0).colorTag, "#1FDA9A"));
-
         const edit = findChild(page, "editButton");
         compare(edit.text, "Edit");
         mouseClick(edit);
@@ -108,7 +107,6 @@ TestCase {
         compare(TestFiles.storedCount(), 3);
         verify(!undoBar.visible);
         mouseClick(edit);
-
         mouseClick(list.itemAtIndex(0));
         tryCompare(stack, "depth", 2);
         tryCompare(stack, "busy", false);
@@ -127,7 +125,6 @@ TestCase {
         const name = path.substring(path.lastIndexOf("/") + 1);
         verify(TestFiles.lastDraft().indexOf("filename=\"" + name + ".txt\"") >= 0, "doubled .txt");
         verify(TestFiles.exists(path));
-
         mouseClick(findChild(stack.currentItem, "backButton"));
         tryCompare(stack, "depth", 1);
         verify(tabBar.visible);
@@ -146,7 +143,6 @@ TestCase {
         verify(tabBar.visible);
         keyClick(Qt.Key_Left, Qt.AltModifier);
         tryCompare(functions, "depth", 1);
-
         window.showTab(3);
         const about = findChild(window.contentItem, "aboutStack");
         about.push(Qt.createComponent("qrc:/Tallyvane/app/about/SupportPage.qml"), {}, StackView.Immediate);
@@ -173,7 +169,6 @@ TestCase {
         verify(findChild(sheet.background, "popoverArrow").visible);
         keyClick(Qt.Key_Escape);
         tryCompare(Presenter, "pendingCount", 0);
-
         TestFiles.saveReport("Centred");
         window.reports.loadReportArray();
         window.showTab(2);
@@ -191,7 +186,6 @@ TestCase {
         keyClick(Qt.Key_Escape);
         tryCompare(Presenter, "pendingCount", 0);
         compare(TestFiles.draftCount(), 0, "a cancelled export sheet sends nothing");
-
         window.width = 412;
         tryCompare(window.presenterHost, "wide", false);
         reports.currentItem.controller.actionClicked();
@@ -308,7 +302,6 @@ TestCase {
         compare(paren.title, "SIN", "2ND stays on");
         mouseClick(key("2ND"));
         compare(paren.title, "(");
-
         keyClick(Qt.Key_Escape);
         for (const title of ["1", "+", "2", "*", "3", "="])
             mouseClick(key(title));
@@ -323,7 +316,6 @@ TestCase {
             verify(k.x + k.width <= grid.width + 0.001, "key " + i);
             verify(k.y + k.height <= grid.height + 0.001, "key " + i);
         }
-
         keyClick(Qt.Key_Escape);
         keyClick(Qt.Key_4);
         keyClick(Qt.Key_Asterisk, Qt.ShiftModifier);
@@ -358,7 +350,6 @@ TestCase {
         tryCompare(stack, "depth", 2);
         compare(findChild(stack.currentItem, "historyList").count, 1, "Clear was local to the screen");
         stack.pop(null, StackView.Immediate);
-
         press(["2ND", "HELP"]);
         tryCompare(stack, "depth", 2);
         tryCompare(stack, "busy", false);
@@ -371,26 +362,6 @@ TestCase {
         const list = findChild(functions.currentItem, "functionList");
         fuzzyCompare(list.itemAtIndex(0).height, list.height / 9, 0.01);
         compare(list.itemAtIndex(7).title, "Loans and More");
-    }
-
-    function test_tvmSolvesAndChoosesFromSheets() {
-        const screen = openRow(0);
-        compare(screen.title, "TVM Calculator");
-        typeInto(screen, "pvField", "1000");
-        typeInto(screen, "interestField", "12");
-        typeInto(screen, "periodField", "12");
-        mouseClick(findChild(screen, "frequencyButton"));
-        let request = Presenter.pendingRequest();
-        compare(request.title, "Frequency");
-        Presenter.answer(request.id, "Monthly");
-        window.presenterHost.dismissAll();
-        mouseClick(findChild(screen, "modeButton"));
-        request = Presenter.pendingRequest();
-        compare(request.actions.map(a => a.title), ["Cancel", "BEG", "END"]);
-        Presenter.answer(request.id, "END");
-        window.presenterHost.dismissAll();
-        mouseClick(findChild(screen, "solveFV"));
-        compare(findChild(screen, "fvField").text, local("1126.825"));
     }
 
     function test_npvTableRowsOnTheScreen() {
@@ -446,13 +417,11 @@ TestCase {
         for (const c of "60")
             keyClick(c);
         compare(label(screen, "npvResultLabel"), local("4.132"));
-
         const result = findChild(screen, "npvResultLabel");
         result.selectAll();
         result.copy();
         result.deselect();
         compare(TestFiles.clipboardText(), local("4.132"));
-
         const rate = findChild(screen, "discountRateField");
         const hint = findChild(screen, "discountRateFieldHint");
         verify(!hint.visible);

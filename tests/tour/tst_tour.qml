@@ -5,8 +5,8 @@ import Tallyvane
 import TallyvaneTest
 
 // One user session through the whole app on a fresh home: every tab and
-// calculator, three saved reports and a mail, the keypad, history and help,
-// every About page. The steps run in their names' order on one window, and
+// every calculator of the registry, three saved reports and a mail, the
+// keypad, history and help, every About page. The steps run in their names' order on one window, and
 // each fails if anything printed a warning meanwhile.
 TestCase {
     id: tour
@@ -148,177 +148,64 @@ TestCase {
         goBack(0);
     }
 
-    function test_1_everyFormCalculator() {
-        clickTab(0);
-        const catalogue = findChild(stack(0).currentItem, "functionList");
-        compare(catalogue.count, 8);
+    // What the tour does on a calculator besides opening it, checking its
+    // controls and reading its description, from calculators.json, keyed by
+    // the registry's names: fields to type into ("fill", outlet: text), a
+    // word to choose, controller calls (table cells), a button to press, a
+    // field that must show the solve, results to check ("expect"), a list's
+    // rows, a report to save under a title or to mail (with that many
+    // attachments). A calculator without steps is visited all the same.
+    readonly property var steps: TestFiles.json("calculators.json")
 
-        let screen = clickRow(0, "functionList", 0);
-        compare(screen.title, "TVM Calculator");
-        fill(screen, {
-            "pvField": "1000",
-            "pmtField": "100",
-            "interestField": "5",
-            "periodField": "10"
-        });
-        mouseClick(findChild(screen, "solveFV"));
-        verify(findChild(screen, "fvField").text.length > 0);
-        screen.scrollToEnd();
-        wait(20);
-        mouseClick(findChild(screen, "exportButton"));
-        choose("Send Email");
-        compare(TestFiles.mails().length, 1, "the report went to the mail composer");
-        compare(TestFiles.mails()[0].attachments.length, 2, "report text and chart");
-        readDescriptionAndLeave(screen);
-
-        screen = clickRow(0, "functionList", 1);
-        fill(screen, {
-            "investmentField": "1000",
-            "futureValueField": "1250",
-            "yearsField": "2"
-        });
-        compare(findChild(screen, "roiResultLabel").text, "25%");
-        saveReport(screen, "Kitchen");
-        readDescriptionAndLeave(screen);
-
-        screen = clickRow(0, "functionList", 2);
-        fill(screen, {
-            "principalAmountField": "1000",
-            "annualRateField": "6",
-            "periodField": "1",
-            "paymentField": "100"
-        });
-        compare(findChild(screen, "balanceResultLabel").text, local("2295.234"));
-        readDescriptionAndLeave(screen);
-
-        screen = clickRow(0, "functionList", 3);
-        fill(screen, {
-            "periodField": "2",
-            "discountRateField": "10",
-            "cashField0": "-100",
-            "cashField1": "110"
-        });
-        verify(findChild(screen, "irrResultLabel").text.endsWith("%"));
-        readDescriptionAndLeave(screen);
-
-        screen = clickRow(0, "functionList", 4);
-        fill(screen, {
-            "billField": "100",
-            "tipPercentField": "15",
-            "numberOfPeopleField": "2",
-            "salesTaxField": "0"
-        });
-        readDescriptionAndLeave(screen);
-
-        screen = clickRow(0, "functionList", 5);
-        fill(screen, {
-            "faceValueField": "1000",
-            "couponRateField": "5",
-            "yieldToMaturityField": "5",
-            "yearsField": "10"
-        });
-        compare(findChild(screen, "bondValueLabel").text, "1000");
-        saveReport(screen, "Bonds");
+    // Opens row `row` of `listName`, takes the calculator's steps, reads its
+    // description and goes back to the list.
+    function visit(listName, row, entry) {
+        const screen = clickRow(0, listName, row);
+        verify(screen.title.length > 0, entry.name + " has a title");
+        const step = steps[entry.name] || {};
+        if (step.choose) {
+            mouseClick(findChild(screen, step.choose[0]));
+            choose(step.choose[1]);
+        }
+        fill(screen, step.fill || {});
+        for (const call of step.calls || [])
+            screen.controller[call[0]](call[1], call[2]);
+        if (step.press)
+            mouseClick(findChild(screen, step.press));
+        if (step.shown)
+            verify(findChild(screen, step.shown).text.length > 0, step.shown + " shows the solve");
+        const expected = step.expect || {};
+        for (const outlet in expected)
+            compare(findChild(screen, outlet).text, local(expected[outlet]), entry.name + " " + outlet);
+        if (step.rows)
+            compare(findChild(screen, step.rows[0]).count, step.rows[1]);
+        if (step.save)
+            saveReport(screen, step.save);
+        if (step.mail) {
+            screen.scrollToEnd();
+            wait(20);
+            mouseClick(findChild(screen, "exportButton"));
+            choose("Send Email");
+            compare(TestFiles.mails().length, 1, "the report went to the mail composer");
+            compare(TestFiles.mails()[0].attachments.length, step.mail);
+        }
         readDescriptionAndLeave(screen);
     }
 
-    function test_2_everyStockCalculator() {
-        const inputs = [{
-                "assetPriceField": "42",
-                "exercisePriceField": "40",
-                "timeToExpirationField": "0.5",
-                "standardDeviationField": "20",
-                "riskFreeRateField": "10"
-            }, {
-                "periodField": "2",
-                "probabilityField0": "50",
-                "probabilityField1": "50",
-                "stockAField0": "10",
-                "stockAField1": "20"
-            }, {
-                "dividendField": "2",
-                "returnRateField": "10",
-                "growthRateField": "5"
-            }, {
-                "dividendField": "2",
-                "periodField": "2",
-                "returnRateField0": "10",
-                "growthRateField0": "20"
-            }, {
-                "riskFreeRateField": "4",
-                "marketReturnField": "9",
-                "betaField": "1.3"
-            }, {
-                "costOfEquityField": "12",
-                "equityField": "600",
-                "costOfDebtField": "8",
-                "debtField": "400",
-                "corporateTaxRateField": "30"
-            }, {
-                "initialValueField": "100",
-                "endingValueField": "110",
-                "incomeField": "5"
-            }];
-        clickRow(0, "functionList", 6);
-        compare(findChild(stack(0).currentItem, "stockList").count, inputs.length);
-        for (let row = 0; row < inputs.length; ++row) {
-            const screen = clickRow(0, "stockList", row);
-            if (row === 2) {
-                mouseClick(findChild(screen, "dividendTypeButton"));
-                choose("Current (D0)");
-            }
-            fill(screen, inputs[row]);
-            if (row === 4) {
-                mouseClick(findChild(screen, "stockReturnButton"));
-                compare(findChild(screen, "stockReturnField").text, local("10.5"));
-                saveReport(screen, "Market");
-            }
-            readDescriptionAndLeave(screen);
+    // Every calculator of the registry, in the catalogue's order: the
+    // Functions tab's rows, then the stock and the loans lists.
+    function test_1_everyCalculator() {
+        clickTab(0);
+        const functions = Calculators.entries("functions");
+        compare(findChild(stack(0).currentItem, "functionList").count, functions.length + 2);
+        functions.forEach((entry, row) => visit("functionList", row, entry));
+        for (const [row, list] of [[functions.length, "stock"], [functions.length + 1, "loans"]]) {
+            clickRow(0, "functionList", row);
+            const entries = Calculators.entries(list);
+            compare(findChild(stack(0).currentItem, list + "List").count, entries.length);
+            entries.forEach((entry, index) => visit(list + "List", index, entry));
+            goBack(0);
         }
-        goBack(0);
-
-        // Loans and More: the rate conversion and breakeven screens solve;
-        // the calculators still to come say so.
-        clickRow(0, "functionList", 7);
-        compare(findChild(stack(0).currentItem, "loansList").count, 5);
-        let screen = clickRow(0, "loansList", 2);
-        fill(screen, {
-            "nominalRateField": "6",
-            "compoundingPerYearField": "12"
-        });
-        mouseClick(findChild(screen, "effectiveRateButton"));
-        compare(findChild(screen, "effectiveRateField").text, local("6.168"));
-        readDescriptionAndLeave(screen);
-        screen = clickRow(0, "loansList", 4);
-        fill(screen, {
-            "fixedCostField": "10000",
-            "variableCostField": "15",
-            "priceField": "40"
-        });
-        mouseClick(findChild(screen, "quantityButton"));
-        compare(findChild(screen, "quantityField").text, "400");
-        readDescriptionAndLeave(screen);
-        screen = clickRow(0, "loansList", 0);
-        fill(screen, {
-            "loanAmountField": "200000",
-            "annualRateField": "6.5",
-            "yearsField": "30"
-        });
-        compare(findChild(screen, "paymentLabel").text, local("1264.14"));
-        compare(findChild(screen, "scheduleList").count, 360);
-        readDescriptionAndLeave(screen);
-        screen = clickRow(0, "loansList", 1);
-        fill(screen, {
-            "rowCountField": "2",
-            "rateField": "10"
-        });
-        screen.controller.dateChanged(0, "2025-01-01");
-        screen.controller.amountChanged(0, "-100");
-        screen.controller.dateChanged(1, "2026-01-01");
-        screen.controller.amountChanged(1, "110");
-        compare(findChild(screen, "xirrLabel").text, "10%");
-        readDescriptionAndLeave(screen);
-        goBack(0);
     }
 
     function test_3_reportsNewestFirstAndDelete() {
@@ -327,14 +214,12 @@ TestCase {
         compare(list.count, 3);
         const titles = [0, 1, 2].map(i => list.itemAtIndex(i).title);
         compare(titles, ["Market", "Bonds", "Kitchen"]);
-
         const detail = clickRow(2, "reportList", 1);
         verify(findChild(detail, "reportText").text.indexOf("Financial Report") >= 0);
         mouseClick(findChild(detail, "exportButton"));
         choose("Send Email");
         compare(TestFiles.mails().length, 2);
         goBack(2);
-
         mouseClick(findChild(page, "editButton"));
         const row = list.itemAtIndex(2);
         mouseClick(findChild(row, "deleteButton"));
@@ -366,19 +251,16 @@ TestCase {
         tap(page, ["12", "P/Y", "12", "C/Y", "360", "N", "6", "I/Y", "250000", "PV", "0", "FV", "CPT", "PMT"]);
         compare(display.text, local("-1498.8764"));
         compare(findChild(page, "resultLabel").text, "PMT");
-
         tap(page, ["CF"]);
         compare(findChild(page, "resultLabel").text, "CF0");
         tap(page, ["-", "100", "ENTER", "\u2193", "110", "ENTER", "CPT", "IRR"]);
         compare(display.text, local("0.1"));
         compare(findChild(page, "resultLabel").text, "IRR");
         tap(page, ["CF"]);
-
         tap(page, ["6", "*", "7", "=", "2ND", "HIST"]);
         const history = settle(1);
         verify(findChild(history, "historyList").count >= 1);
         goBack(1);
-
         tap(page, ["HELP"]);
         const help = settle(1);
         const topics = findChild(help, "helpTopics").count;
@@ -401,14 +283,12 @@ TestCase {
         const subjects = TestFiles.mails().slice(2).map(m => m.subject);
         compare(subjects.length, 2, "invitation and feedback mails");
         compare(subjects[0], "Tallyvane Invitation");
-
         mouseClick(findChild(page, "aboutRow2_0"));
         const support = settle(3);
         typeInto(support, "nameField", "Ann");
         typeInto(support, "emailField", "ann@example.com");
         verify(findChild(support, "sendButton").visible);
         goBack(3);
-
         for (const row of ["aboutRow2_1", "aboutRow2_2", "aboutRow2_3"]) {
             mouseClick(findChild(page, row));
             const info = settle(3);
@@ -430,7 +310,6 @@ TestCase {
         compare(window.footer.currentIndex, 3);
         keyClick(Qt.Key_1, Qt.ControlModifier);
         compare(window.footer.currentIndex, 0);
-
         tabTo(findChild(stack(0).currentItem, "functionList"));
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Return);

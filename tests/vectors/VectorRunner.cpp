@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -71,7 +72,13 @@ QStringList commandOf(const QJsonObject& data)
             .toArray();
     for (const QJsonValue& arg : args)
         command << arg.toString();
-    command << QStringLiteral("--json");
+    // A case that checks the report's lines asks for the report.
+    if ((data.contains(QStringLiteral("report")) || data.contains(QStringLiteral("reportLacks"))) &&
+        !command.contains(QStringLiteral("--report")) &&
+        !command.contains(QStringLiteral("--save")))
+        command << QStringLiteral("--report") << QStringLiteral("Vector");
+    command << (data.contains(QStringLiteral("csv")) ? QStringLiteral("--csv")
+                                                     : QStringLiteral("--json"));
     return command;
 }
 
@@ -128,6 +135,72 @@ double numberOf(const QJsonValue& value)
     return std::nan("");
 }
 
+bool near(double got, double want, double absolute, double relative)
+{
+    return std::isnan(want) ? std::isnan(got)
+           : std::isinf(want)
+               ? got == want
+               : std::fabs(got - want) <= std::max(absolute, relative * std::fabs(want));
+}
+
+// A text of the case with each "." between digits written as the locale's
+// decimal separator, as the report writes numbers.
+QString localDecimals(QString text)
+{
+    static const QRegularExpression point(QStringLiteral("(\\d)\\.(\\d)"));
+    return text.replace(point, QStringLiteral("\\1") + NumberFormat::decimalSeparator() +
+                                   QStringLiteral("\\2"));
+}
+
+// `--csv` output against "csv": {column: [every row's value]} or
+// {column: {"row number": value}}; numbers within the tolerance, texts whole.
+QStringList checkCsv(const QJsonObject& data, const QString& out)
+{
+    QStringList failures;
+    QStringList lines = out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (QString& line : lines)
+        line = line.trimmed(); // the rows end in CR LF
+    const QStringList header = lines.value(0).split(QLatin1Char(','));
+    const double absolute = data.value(QStringLiteral("tol")).toDouble(0);
+    const double relative = data.value(QStringLiteral("rel")).toDouble(0);
+    const QJsonObject csv = data.value(QStringLiteral("csv")).toObject();
+    for (auto it = csv.constBegin(); it != csv.constEnd(); ++it) {
+        const qsizetype column = header.indexOf(it.key());
+        if (column < 0) {
+            failures << QStringLiteral("csv: no column %1 in \"%2\"").arg(it.key(), lines.value(0));
+            continue;
+        }
+        QList<std::pair<qsizetype, QJsonValue>> wanted; // row (from 1), value
+        if (it->isArray()) {
+            const QJsonArray all = it->toArray();
+            if (all.size() != lines.size() - 1)
+                failures << QStringLiteral("csv: %1 rows, expected %2")
+                                .arg(lines.size() - 1)
+                                .arg(all.size());
+            for (qsizetype row = 0; row < all.size(); ++row)
+                wanted.append({row + 1, all.at(row)});
+        } else {
+            const QJsonObject some = it->toObject();
+            for (auto cell = some.constBegin(); cell != some.constEnd(); ++cell)
+                wanted.append({cell.key().toLongLong(), *cell});
+        }
+        for (const auto& [row, want] : wanted) {
+            const QString got = lines.value(row).split(QLatin1Char(',')).value(column);
+            const bool same = want.isString()
+                                  ? got == want.toString()
+                                  : near(got.toDouble(), want.toDouble(), absolute, relative);
+            if (!same)
+                failures << QStringLiteral("csv: %1 of row %2 is \"%3\", expected %4")
+                                .arg(it.key())
+                                .arg(row)
+                                .arg(got, want.isString()
+                                              ? want.toString()
+                                              : QString::number(want.toDouble(), 'g', 17));
+        }
+    }
+    return failures;
+}
+
 // Checks one outcome against the case; returns the failures, one a line.
 QStringList check(const QJsonObject& data, const Outcome& outcome)
 {
@@ -144,6 +217,8 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
             << QStringLiteral("stderr \"%1\" lacks \"%2\"").arg(outcome.err.trimmed(), stderrText);
     if (expectedExit != 0)
         return failures;
+    if (data.contains(QStringLiteral("csv")))
+        return failures + checkCsv(data, outcome.out);
 
     const QJsonObject output = QJsonDocument::fromJson(outcome.out.toUtf8()).object();
     const double absolute = data.value(QStringLiteral("tol")).toDouble(0);
@@ -170,9 +245,7 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
             const QJsonArray got = actual.toArray();
             bool same = want.size() == got.size();
             for (qsizetype k = 0; same && k < want.size(); ++k) {
-                const double w = numberOf(want.at(k));
-                const double g = numberOf(got.at(k));
-                same = std::fabs(g - w) <= std::max(absolute, relative * std::fabs(w));
+                same = near(numberOf(got.at(k)), numberOf(want.at(k)), absolute, relative);
             }
             if (!same)
                 failures << QStringLiteral("%1: %2, expected %3")
@@ -185,11 +258,7 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
         }
         const double want = numberOf(*it);
         const double got = numberOf(actual);
-        const bool same = std::isnan(want)   ? std::isnan(got)
-                          : std::isinf(want) ? got == want
-                                             : std::fabs(got - want) <=
-                                                   std::max(absolute, relative * std::fabs(want));
-        if (!same)
+        if (!near(got, want, absolute, relative))
             failures << QStringLiteral("%1: %2, expected %3 (tolerance %4, relative %5)")
                             .arg(it.key())
                             .arg(got, 0, 'g', 17)
@@ -197,14 +266,28 @@ QStringList check(const QJsonObject& data, const Outcome& outcome)
                             .arg(absolute)
                             .arg(relative);
     }
-    // Notes (why a value is no number) must start with the expected text.
+    // Notes (why a value is no number) must start with the expected text;
+    // "" expects none.
     const QJsonObject notes = output.value(QStringLiteral("notes")).toObject();
     const QJsonObject expectedNotes = data.value(QStringLiteral("note")).toObject();
     for (auto it = expectedNotes.constBegin(); it != expectedNotes.constEnd(); ++it) {
         const QString got = notes.value(it.key()).toString();
-        if (!got.startsWith(it->toString()))
+        if (it->toString().isEmpty() ? !got.isEmpty() : !got.startsWith(it->toString()))
             failures << QStringLiteral("note on %1: \"%2\", expected \"%3\"")
                             .arg(it.key(), got, it->toString());
+    }
+    // The report: "report" lists lines it must hold, "reportLacks" texts it
+    // must not.
+    const QString report = output.value(QStringLiteral("report")).toString();
+    const QStringList reportLines = report.split(QLatin1Char('\n'));
+    for (const QJsonValue& line : data.value(QStringLiteral("report")).toArray()) {
+        if (!reportLines.contains(localDecimals(line.toString())))
+            failures
+                << QStringLiteral("report lacks the line \"%1\":\n%2").arg(line.toString(), report);
+    }
+    for (const QJsonValue& text : data.value(QStringLiteral("reportLacks")).toArray()) {
+        if (report.contains(localDecimals(text.toString())))
+            failures << QStringLiteral("report holds \"%1\":\n%2").arg(text.toString(), report);
     }
     return failures;
 }

@@ -188,6 +188,11 @@ CASES = {
     "semimonthly-20th": dict(loan="1000", rate="6", years="1", p=24, first="2027-01-20"),
     "semimonthly-month-end": dict(loan="1000", rate="6", years="1", p=24, first="2027-01-31"),
     "semimonthly-30th-leap": dict(loan="1000", rate="6", years="0.125", p=24, first="2028-01-30"),
+    "thirty-years-monthly": dict(loan="200000", rate="6.5", years="30", p=12, first="2027-01-01"),
+    "thirty-years-weekly": dict(loan="300000", rate="5", years="30", p=52),
+    "range-of-the-second-year": dict(loan="200000", rate="6.5", years="30", p=12, range=(13, 24)),
+    "beg-first-payment-at-once": dict(loan="200000", rate="6.5", years="30", p=12, mode="BEG"),
+    "extra-payments-end-early": dict(loan="200000", rate="6.5", years="30", p=12, extra="200"),
 }
 
 

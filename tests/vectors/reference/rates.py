@@ -45,6 +45,17 @@ def tvm_rate(n, pv, pmt, fv, per_year, beginning, low, high):
 CASES = {
     # IRR of a 1000 loan repaid by ten payments of 150 (per period, fraction)
     "irr-1000-150x10": bisect(lambda x: npv([1000] + [-150] * 10, x), "0.05", "0.1"),
+    # IRR of -1000, 300, 400, 500 (percent a period)
+    "irr-1000-300-400-500": 100 * bisect(lambda x: npv([-1000, 300, 400, 500], x), "0.05", "0.1"),
+    # IRR of the spreadsheet function's example, five years and four (percent)
+    "irr-70000-5-years": 100 * bisect(
+        lambda x: npv([-70000, 12000, 15000, 18000, 21000, 26000], x), "0.05", "0.1"),
+    "irr-70000-4-years": 100 * bisect(
+        lambda x: npv([-70000, 12000, 15000, 18000, 21000], x), "-0.1", "0"),
+    # IRR of -5000 and 98 flows of 100 (percent)
+    "irr-5000-100x98": 100 * bisect(lambda x: npv([-5000] + [100] * 98, x), "0.001", "0.05"),
+    # TVM: 8000 repaid by 48 monthly payments of 200
+    "tvm-8000-200x48": tvm_rate(48, 8000, -200, 0, 12, False, "0.005", "0.01"),
     # TVM: a 250,000 mortgage at a payment of -1498.8764 over 360 months
     "tvm-mortgage": tvm_rate(360, 250000, "-1498.8764", 0, 12, False, "0.004", "0.006"),
     # TVM: 1000 to 900 in 5 years

@@ -1,0 +1,617 @@
+// The calculator screens as their QML drives them, for what is no table of
+// inputs and results (those are cases in tests/vectors): staleness after
+// "±", charts, choice sheets, tables that follow their period, texts that
+// cannot be read, the files a screen writes, and screens that affect each
+// other. Screens are made from the registry and driven through the
+// controllers' QML surface.
+#include "TestSupport.h"
+#include "charts/ChartPicture.h"
+#include "charts/MultiLineGraphDataSource.h"
+#include "framework/CalculatorRegistry.h"
+#include "framework/FunctionTableModel.h"
+#include "framework/QVChartController.h"
+#include "functions/amortization/AmortizationModel.h"
+#include "functions/datedcashflows/DatedCashFlowsController.h"
+#include "functions/depreciation/DepreciationModel.h"
+#include "functions/expreturn/ExpReturnTableController.h"
+#include "functions/noncgrowth/GrowthTableController.h"
+#include "functions/npv/NpvTableController.h"
+#include "functions/npv/NpvTableModel.h"
+#include "platform/Services.h"
+#include "reports/ReportDetailController.h"
+#include "reports/ReportTableModel.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QSet>
+#include <QSignalSpy>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+class Screens : public HomeTest {
+protected:
+    QVFunctionController* open(const char* name)
+    {
+        screen = CalculatorRegistry::find(QLatin1String(name))->create();
+        screen->setPresenter(&presenter);
+        view = screen->qvFunctionView();
+        return screen.get();
+    }
+    void type(const QString& outlet, const QString& text) { screen->editField(outlet, text); }
+    void fill(std::initializer_list<std::pair<const char*, QString>> fields)
+    {
+        for (const auto& [outlet, text] : fields)
+            type(QLatin1String(outlet), text);
+    }
+    void choose(const QString& outlet, const QString& word)
+    {
+        presenter.script({{word, ""}});
+        screen->openChoice(outlet);
+    }
+    QString text(const QString& outlet) const { return view->text(outlet); }
+    double value(const char* property) const
+    {
+        return screen->model()->property(property).toDouble();
+    }
+    template <typename Table> Table* table() const
+    {
+        return qobject_cast<Table*>(screen->property("table").value<QObject*>());
+    }
+    bool chartShown() const { return screen->property("chartShown").toBool(); }
+    const MultiLineGraphDataSource& chart() const
+    {
+        return *dynamic_cast<MultiLineGraphDataSource*>(
+            static_cast<QVChartController*>(screen.get())->chartDataSource());
+    }
+    void setChartSize(QSize size)
+    {
+        QMetaObject::invokeMethod(screen.get(), "setChartSize", Q_ARG(QSize, size));
+    }
+
+    ScriptedPresenter presenter;
+    std::unique_ptr<QVFunctionController> screen;
+    QVFunctionView* view = nullptr;
+};
+
+// "±" changes a text without recomputing: the results show as stale until
+// the flipped value is taken in (by any edit on forms that read every
+// field, by an edit of that field on screens whose fields each update only
+// their own value); screens that solve on a button never go stale.
+TEST_F(Screens, AFlippedSignLeavesTheResultsStaleUntilItIsTakenIn)
+{
+    open("roi");
+    EXPECT_TRUE(text("gainResultLabel").isEmpty()) << "nothing shown before an edit";
+    fill({{"investmentField", "100"}, {"futureValueField", "150"}, {"yearsField", "1"}});
+    QSignalSpy staleness(view, &QVFunctionView::staleChanged);
+    screen->signFlipped("futureValueField", "-150");
+    EXPECT_EQ(text("futureValueField"), "-150");
+    EXPECT_EQ(text("gainResultLabel"), "50") << "until the next edit";
+    EXPECT_TRUE(view->stale());
+    type("yearsField", "2");
+    EXPECT_EQ(text("gainResultLabel"), "-250");
+    EXPECT_FALSE(view->stale());
+    EXPECT_EQ(staleness.count(), 2);
+
+    open("npv");
+    fill({{"periodField", "2"}, {"discountRateField", "10"}});
+    ASSERT_TRUE(screen->setTableInput("cashArray", {"-100", "110"}));
+    screen->signFlipped("discountRateField", "-10");
+    type("periodField", "2");
+    EXPECT_TRUE(view->stale()) << "the period edit recomputed with the old rate";
+    EXPECT_EQ(text("npvResultLabel"), "0");
+    type("discountRateField", "-10");
+    EXPECT_FALSE(view->stale());
+    EXPECT_EQ(text("npvResultLabel"), local("22.222")) << "-100 + 110 / 0.9";
+    screen->cellSignFlipped("cashField1");
+    screen->cellEdited("cashField0");
+    EXPECT_TRUE(view->stale());
+    screen->cellEdited("cashField1");
+    EXPECT_FALSE(view->stale());
+    // A flipped period is no period edit: the next edit, of the rate, is the
+    // rate's, and the period stays.
+    screen->signFlipped("periodField", "-2");
+    type("discountRateField", "5");
+    EXPECT_EQ(value("discountRate"), 5);
+    EXPECT_EQ(value("period"), 2);
+    EXPECT_EQ(text("npvResultLabel"), local("4.762"));
+
+    open("nonconst-growth");
+    fill({{"periodField", "2"}, {"dividendField", "1"}});
+    screen->signFlipped("periodField", "-2");
+    type("dividendField", "2");
+    EXPECT_EQ(value("dividend"), 2) << "the dividend edit is no period edit";
+    EXPECT_EQ(value("period"), 2);
+
+    open("tvm");
+    screen->signFlipped("pvField", "-250000");
+    EXPECT_FALSE(view->stale()) << "only a button solves here";
+}
+
+// Every choice of every calculator offers the words of its description and
+// shows the word chosen; a sheet closed without a word changes nothing.
+// The bond's and compound interest's sheets ask for a review each time.
+TEST_F(Screens, ChoiceSheetsOfferTheirWordsAndCancelChangesNothing)
+{
+    for (const CalculatorDescription* calculator : CalculatorRegistry::calculators()) {
+        for (const FieldSpec& field : calculator->fields) {
+            if (field.kind != FieldSpec::Kind::Choice)
+                continue;
+            SCOPED_TRACE((calculator->name + " " + field.outlet).toStdString());
+            open(calculator->name.toLatin1().constData());
+            QStringList words = field.words;
+            words.sort();
+            for (const QString& word : field.words) {
+                choose(field.outlet, word);
+                QStringList offered;
+                for (const AlertAction& action : presenter.requests.back().actions) {
+                    if (!action.cancel)
+                        offered << action.title;
+                }
+                offered.sort();
+                EXPECT_EQ(offered, words) << word.toStdString();
+                EXPECT_EQ(text(field.outlet), word);
+            }
+            const QString shown = text(field.outlet);
+            choose(field.outlet, "Cancel");
+            choose(field.outlet, "");
+            EXPECT_EQ(text(field.outlet), shown);
+        }
+    }
+    auto& review = static_cast<CountingReviewPrompt&>(Services::reviewPrompt());
+    for (const auto& [name, outlet] :
+         {std::pair("bond", "frequencyButton"), std::pair("cmp", "modeButton")}) {
+        open(name);
+        const int before = review.requestCount();
+        choose(outlet, "Cancel");
+        choose(outlet, "Cancel");
+        EXPECT_EQ(review.requestCount(), before + 2) << name;
+    }
+}
+
+// The tables show as many rows as the period, keep the values of rows the
+// period hides, show zeros as empty cells, and ignore a period they cannot
+// take (unreadable text, 0, 100 or more).
+TEST_F(Screens, TablesFollowTheirPeriodAndKeepHiddenRows)
+{
+    open("npv");
+    auto* cash = table<NpvTableController>();
+    const std::pair<QString, int> edits[] = {{"abc", 4},        {"3", 3},    {"12 months", 3},
+                                             {" 12 ", 12},      {"100", 12}, {"0", 12},
+                                             {local("2.5"), 2}, {"5", 5}};
+    for (const auto& [period, rows] : edits) {
+        type("periodField", period);
+        EXPECT_EQ(cash->leftLabelTexts().size(), rows) << period.toStdString();
+        EXPECT_EQ(value("period"), rows) << period.toStdString();
+    }
+    ASSERT_TRUE(screen->setTableInput("cashArray", {"-1000", "300", "0", "500", "600"}));
+    type("periodField", "4");
+    EXPECT_EQ(cash->fieldTexts(), QStringList({"-1000", "300", "", "500"}));
+    type("periodField", "6");
+    EXPECT_EQ(cash->fieldTexts(), QStringList({"-1000", "300", "", "500", "600", ""}));
+
+    open("expected-return");
+    auto* states = table<ExpReturnTableController>();
+    for (const auto& [period, rows] :
+         {std::pair("3", 3), std::pair("abc", 3), std::pair("99", 99)}) {
+        type("periodField", period);
+        EXPECT_EQ(states->stateLabelTexts().size(), rows) << period;
+    }
+    EXPECT_EQ(states->stateLabelTexts().last(), "99");
+
+    open("nonconst-growth");
+    auto* growth = table<GrowthTableController>();
+    for (const auto& [period, rows] :
+         {std::pair(local("2.9"), 2), std::pair(QString("abc"), 2), std::pair(local("0.5"), 0)}) {
+        type("periodField", period);
+        EXPECT_EQ(growth->yearLabelTexts().size(), rows) << period.toStdString();
+    }
+}
+
+// Cells read by the fields' rule, counting what they cannot read as 0;
+// edits of rows outside a table change nothing; a table takes at most its
+// rows.
+TEST_F(Screens, CellsAndRowsOutsideATableNeverBreakIt)
+{
+    open("npv");
+    auto* cash = table<NpvTableController>();
+    ASSERT_TRUE(screen->setTableInput("cashArray", {"-100", "", "abc", "1e9x"}));
+    cash->fieldChanged(1, "25abc");
+    cash->fieldChanged(-1, "5");
+    cash->fieldChanged(100, "5");
+    EXPECT_EQ(screen->model()->property("cashArray").value<QList<double>>().mid(0, 4),
+              QList<double>({-100, 0, 0, 0}));
+    cash->fieldChanged(3, overflowing());
+    EXPECT_EQ(text("npvResultLabel"), "Infinity");
+    EXPECT_EQ(cash->fieldText(3), "Infinity") << "and it reads back";
+    EXPECT_EQ(cash->fieldText(100000), "");
+    EXPECT_FALSE(screen->setTableInput("cashArray", QStringList(101, "1")));
+    EXPECT_FALSE(screen->setTableInput("probability", {"1"}));
+
+    open("expected-return");
+    auto* states = table<ExpReturnTableController>();
+    states->stockBChanged(0, "7");
+    states->stockBChanged(0, "25%");
+    states->stockAChanged(100, "5");
+    EXPECT_EQ(states->stockBText(0), "") << "\"25%\" is unreadable: 0";
+    EXPECT_EQ(states->stockAText(100000), "");
+
+    open("nonconst-growth");
+    auto* growth = table<GrowthTableController>();
+    growth->returnRateChanged(0, local("0.08"));
+    growth->growthRateChanged(-1, "5");
+    EXPECT_EQ(screen->model()->property("returnRate").value<QList<double>>().value(0), 0.08)
+        << "a fraction is taken as percent";
+}
+
+// A value the screen cannot read blanks the results that need it, and the
+// note under them names it; the others stay.
+TEST_F(Screens, ATextThatCannotBeReadBlanksWhatDependsOnIt)
+{
+    open("rate-conversion");
+    fill({{"nominalRateField", "6"}, {"compoundingPerYearField", "twelve"}});
+    screen->solve("effectiveRate");
+    EXPECT_EQ(text("effectiveRateField"), "NaN");
+    EXPECT_EQ(view->note("effectiveRateField"),
+              "The compoundings a year cannot be read. Not a number");
+    EXPECT_EQ(text("continuousRateResultLabel"), local("6.184%")) << "e^0.06 - 1 needs no count";
+    EXPECT_TRUE(view->note("continuousRateResultLabel").isEmpty());
+    fill({{"nominalRateField", ""},
+          {"effectiveRateField", "6%"},
+          {"compoundingPerYearField", "12"}});
+    screen->solve("nominalRate");
+    for (const char* outlet : {"nominalRateField", "continuousRateResultLabel"})
+        EXPECT_EQ(view->note(outlet), "The effective rate cannot be read. Not a number") << outlet;
+
+    open("breakeven");
+    fill({{"fixedCostField", "10000"},
+          {"variableCostField", "15"},
+          {"priceField", "4O"},
+          {"profitField", "0"},
+          {"quantityField", "?"}});
+    screen->solve("quantity");
+    EXPECT_EQ(text("quantityField"), "NaN");
+    EXPECT_EQ(view->note("quantityField"), "Price per unit cannot be read. Not a number");
+    type("priceField", "40");
+    screen->solve("quantity");
+    EXPECT_EQ(text("quantityField"), "400") << "(10000 + 0) / (40 - 15)";
+    EXPECT_TRUE(view->note("quantityField").isEmpty());
+
+    open("amortization");
+    fill({{"loanAmountField", "200000"}, {"annualRateField", local("6.5")}, {"yearsField", "30"}});
+    type("firstPaymentDateField", "2027-02-29");
+    EXPECT_EQ(text("payoffDateLabel"), "");
+    EXPECT_EQ(view->note("payoffDateLabel"),
+              "The first payment date cannot be read. Not a date: use YYYY-MM-DD");
+    type("firstPaymentDateField", "");
+    EXPECT_TRUE(view->note("payoffDateLabel").isEmpty()) << "no date is no mistake";
+    // Tallyvane's own calculators blank every result, naming the field, when
+    // a number field cannot be read; the text comes back, so do they.
+    type("extraPaymentField", "1OO");
+    for (const char* outlet : {"paymentLabel", "totalInterestLabel", "lastPaymentLabel"}) {
+        EXPECT_EQ(text(outlet), "NaN") << outlet;
+        EXPECT_EQ(view->note(outlet),
+                  "Extra principal with every payment cannot be read. Not a number")
+            << outlet;
+    }
+    type("extraPaymentField", "");
+    EXPECT_EQ(text("paymentLabel"), local("1264.14")) << "PMT(6.5%/12, 360, -200000)";
+    EXPECT_TRUE(view->note("paymentLabel").isEmpty());
+    // A word the model does not know is refused, never taken for END.
+    auto* loan = static_cast<AmortizationModel*>(screen->model());
+    loan->paymentMode = "MID";
+    loan->calculateResult();
+    EXPECT_TRUE(loan->schedule.isEmpty());
+    EXPECT_TRUE(loan->notes().value("payment").contains("BEG or END"));
+
+    // Nor is a depreciation method it does not know taken for straight
+    // line: no schedule, and the note lists the methods it knows.
+    open("depreciation");
+    fill({{"costField", "100"}, {"salvageField", "10"}, {"lifeField", "5"}});
+    auto* asset = static_cast<DepreciationModel*>(screen->model());
+    ASSERT_FALSE(asset->schedule.isEmpty());
+    asset->method = "VDB";
+    asset->calculateResult();
+    EXPECT_TRUE(asset->schedule.isEmpty());
+    EXPECT_TRUE(std::isnan(asset->totalDepreciation));
+    EXPECT_TRUE(asset->notes().value("totalDepreciation").contains("SL, SYD, DDB, DB"));
+
+    // A dated cash flow that cannot be read is marked and blanks both
+    // results, instead of being left out (the others alone would give a
+    // different answer); a rate that cannot be read blanks only XNPV.
+    auto* flows = static_cast<DatedCashFlowsController*>(open("dated-cash-flows"));
+    type("rateField", "10");
+    ASSERT_TRUE(screen->setTableInput("dates", {"2025-01-01", "", "2026-01-01"}));
+    ASSERT_TRUE(screen->setTableInput("amounts", {"-100", "", "110"}));
+    type("rowCountField", "3");
+    EXPECT_EQ(text("xirrLabel"), "10%");
+    const QString notADate = "Not a date: use YYYY-MM-DD";
+    const struct {
+        const char *date, *amount;
+        QString dateProblem, amountProblem;
+    } rows[] = {{"2025-02-30", "5", notADate, ""},
+                {"31/03/2027", "5", notADate, ""},
+                {"", "5", notADate, ""}, // an amount needs a date
+                {"2025-06-01", "12,5x", "", "Not a number"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.date) + " " + row.amount);
+        flows->dateChanged(1, row.date);
+        flows->amountChanged(1, row.amount);
+        const QModelIndex cell = flows->rows()->index(1);
+        EXPECT_EQ(cell.data(DatedCashFlowRows::DateProblemRole).toString(), row.dateProblem);
+        EXPECT_EQ(cell.data(DatedCashFlowRows::AmountProblemRole).toString(), row.amountProblem);
+        EXPECT_EQ(text("xirrLabel"), "NaN%");
+        EXPECT_EQ(view->note("xnpvLabel"),
+                  "Cash flow 1 cannot be read. " + row.dateProblem + row.amountProblem);
+    }
+    flows->dateChanged(0, "2025-13-01");
+    EXPECT_EQ(view->note("xirrLabel"), "Cash flow 0 and 1 more cannot be read. " + notADate);
+    screen->sendReportRequestedNotification("");
+    EXPECT_TRUE(screen->model()->report().contents.endsWith(
+        "XIRR: NaN%\nCash flow 0 and 1 more cannot be read. " + notADate + "\n"));
+    flows->dateChanged(0, "2025-01-01");
+    flows->dateChanged(1, "");
+    flows->amountChanged(1, " ");
+    EXPECT_EQ(text("xirrLabel"), "10%") << "emptied again, the row is no flow";
+    type("rateField", "10 %");
+    EXPECT_EQ(view->note("xnpvLabel"), "The rate cannot be read. Not a number");
+    EXPECT_EQ(text("xirrLabel"), "10%");
+    // Up to 10,000 rows; the list shows as many.
+    type("rowCountField", "10000");
+    type("rowCountField", "10001");
+    EXPECT_EQ(flows->rows()->rowCount(), 10000);
+    type("rowCountField", "3");
+    EXPECT_EQ(flows->rows()->rowCount(), 3);
+}
+
+// Each TVM solve charts its own quantity period by period, reaching the
+// solved value at the last period; long terms are sampled over their whole
+// length; solving N, or no periods, clears the chart.
+TEST_F(Screens, ChartsFollowTheSolveAndTheResults)
+{
+    open("tvm");
+    fill({{"pvField", "1000"}, {"interestField", "10"}, {"periodField", local("2.7")}});
+    screen->solve("FV");
+    EXPECT_TRUE(chartShown());
+    EXPECT_EQ(chart().dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2"}));
+    auto line = chart().dataForYAxisWithLineNumber(0);
+    ASSERT_EQ(line.size(), 2);
+    EXPECT_NEAR(*line[0], 1100, 1e-9);
+    EXPECT_NEAR(*line[1], 1210, 1e-9);
+    for (const auto& [button, property] :
+         {std::pair("PV", "presentValue"), std::pair("I/Y", "interestRate"),
+          std::pair("PMT", "payment")}) {
+        fill({{"pvField", "1000"},
+              {"fvField", "1210"},
+              {"interestField", "10"},
+              {"periodField", "2"},
+              {"pmtField", "0"}});
+        screen->solve(button);
+        EXPECT_EQ(chart().nameForTheLineWithLineNumber(0), button);
+        line = chart().dataForYAxisWithLineNumber(0);
+        ASSERT_EQ(line.size(), 2) << button;
+        EXPECT_NEAR(*line.last(), value(property), 1e-9 * std::max(1.0, std::fabs(value(property))))
+            << button;
+    }
+    screen->solve("N");
+    EXPECT_FALSE(chartShown());
+    fill({{"pvField", "100"}, {"interestField", "1"}, {"periodField", "0"}});
+    screen->solve("FV");
+    EXPECT_FALSE(chartShown()) << "no periods, no chart";
+    for (const double periods : {3000.0, 1e9}) {
+        type("periodField", typed(periods));
+        screen->solve("FV");
+        QStringList labels = chart().dataForXAxisWithLineNumber(0);
+        line = chart().dataForYAxisWithLineNumber(0);
+        ASSERT_EQ(line.size(), 1200);
+        ASSERT_EQ(labels.size(), 1201);
+        EXPECT_EQ(labels.first(), "0");
+        EXPECT_EQ(labels.last(), typed(periods)) << "the chart reaches the last period";
+        const double last = value("futureValue");
+        EXPECT_TRUE(*line.last() == last || (std::isnan(*line.last()) && std::isnan(last)));
+        EXPECT_EQ(labels.removeDuplicates(), 0);
+    }
+
+    // Compound interest: the balance at each year's end, the part year
+    // ending with the term; at most 1,000 years.
+    open("cmp");
+    fill({{"principalAmountField", "1000"},
+          {"annualRateField", "6"},
+          {"periodField", local("2.5")},
+          {"paymentField", "100"}});
+    EXPECT_TRUE(chartShown());
+    EXPECT_EQ(chart().dataForXAxisWithLineNumber(0), QStringList({"0", "1", "2", "3"}));
+    line = chart().dataForYAxisWithLineNumber(0);
+    ASSERT_EQ(line.size(), 4);
+    EXPECT_EQ(*line[0], 1000);
+    EXPECT_NEAR(*line[1], 2295.2340491544899, 1e-9) << "cmp.jsonl monthly-end";
+    EXPECT_EQ(*line[3], value("balance"));
+    type("periodField", typed(1e300));
+    EXPECT_EQ(chart().dataForXAxisWithLineNumber(0).size(), 1001);
+
+    // NPV against the rate, from 0 % to twice the rate (at least 20 %, and
+    // 20 % when the rate is no number).
+    open("npv");
+    type("periodField", "2");
+    ASSERT_TRUE(screen->setTableInput("cashArray", {"-100", "121"}));
+    const QStringList x = chart().dataForXAxisWithLineNumber(0);
+    ASSERT_EQ(x.size(), 11);
+    EXPECT_EQ(x.first(), "0%");
+    EXPECT_EQ(x.last(), "20%");
+    line = chart().dataForYAxisWithLineNumber(0);
+    EXPECT_NEAR(*line[5], 10, 1e-9) << "-100 + 121 / 1.1";
+    for (const auto& [rate, last] :
+         {std::pair(QString("30"), "60%"), std::pair(QString("Infinity"), "20%"),
+          std::pair(typed(1e300), "1000%")}) {
+        type("discountRateField", rate);
+        EXPECT_EQ(chart().dataForXAxisWithLineNumber(0).last(), last) << rate.toStdString();
+    }
+
+    // Amortization: the balance and the interest paid so far at each year's
+    // end; whole years from 100 on, at most 1,200 year ends, never one label
+    // twice.
+    open("amortization");
+    choose("paymentsPerYearButton", "Monthly");
+    fill({{"loanAmountField", "200000"}, {"annualRateField", local("6.5")}, {"yearsField", "30"}});
+    EXPECT_TRUE(chartShown());
+    EXPECT_EQ(*chart().dataForYAxisWithLineNumber(0).first(), 200000);
+    EXPECT_EQ(*chart().dataForYAxisWithLineNumber(0).last(), 0);
+    EXPECT_NEAR(*chart().dataForYAxisWithLineNumber(1).last(), value("totalInterest"), 1e-6);
+    for (const auto& [years, frequency, count, last] :
+         {std::tuple("150.25", "Monthly", 152, "150.25"), std::tuple("3", "Annually", 4, "3"),
+          std::tuple("1000000", "Annually", 1201, "1000000")}) {
+        choose("paymentsPerYearButton", frequency);
+        fill({{"loanAmountField", "1000"}, {"annualRateField", "5"}, {"yearsField", years}});
+        const QStringList labels = chart().dataForXAxisWithLineNumber(0);
+        EXPECT_EQ(labels.size(), count) << years;
+        EXPECT_EQ(labels.last(), last);
+        EXPECT_EQ(QSet<QString>(labels.begin(), labels.end()).size(), labels.size()) << years;
+    }
+    EXPECT_EQ(chart().dataForXAxisWithLineNumber(0).at(100), "83333") << "over the whole loan";
+    choose("paymentsPerYearButton", "Weekly");
+    type("yearsField", "100000");
+    EXPECT_FALSE(chartShown()) << "a term beyond any loan has no schedule";
+}
+
+// The mailed report carries the chart as drawn for the solve, even when the
+// mode and frequency change after it; a saved one keeps it beside its text,
+// and its PDF shows it.
+TEST_F(Screens, ReportsCarryTheirChartsAndSchedulesSaveAsNewFiles)
+{
+    auto mail = std::make_shared<RecordingMailComposer>();
+    Services::setMailComposer(mail);
+    open("tvm");
+    fill({{"pvField", "1000"}, {"pmtField", "500"}, {"interestField", "7"}, {"periodField", "10"}});
+    setChartSize(QSize(300, 200));
+    setChartSize(QSize(300, -16)); // hidden until the first solve
+    screen->solve("FV");
+    const auto drawn = chart().dataForYAxisWithLineNumber(0);
+    const QByteArray expected = ChartPictures::encode(screen->reportChart(), "JPEG");
+    choose("modeButton", "END");
+    choose("frequencyButton", "Monthly");
+    presenter.script({{"Send Email", ""}});
+    screen->exportClicked();
+    ASSERT_EQ(mail->messages.size(), 1u);
+    ASSERT_EQ(mail->messages[0].attachments.size(), 2);
+    EXPECT_EQ(mail->messages[0].attachments[1].data, expected);
+    EXPECT_EQ(QImage::fromData(expected, "JPEG").size(), QSize(600, 400));
+    EXPECT_EQ(chart().dataForYAxisWithLineNumber(0), drawn);
+
+    ReportTableModel list; // the saved list exists before any save
+    setChartSize(QSize(300, 200));
+    screen->solve("FV");
+    presenter.script({{"Save", ""}, {"OK", "Plan"}, {"OK", ""}});
+    screen->exportClicked();
+    ASSERT_EQ(presenter.requests.back().title, "Calculation Saved");
+    const QDir documentsDir(documents());
+    const QString name = screen->model()->report().fileName;
+    EXPECT_EQ(QImage(documentsDir.filePath(QVFunctionController::chartPictureName(name))).size(),
+              QSize(600, 400));
+    ReportDetailController detail;
+    ScriptedPresenter detailPresenter;
+    detail.setPresenter(&detailPresenter);
+    detail.setReportFilePath(documentsDir.filePath(name));
+    detailPresenter.script({{"Save as PDF", ""}, {"OK", ""}});
+    detail.actionClicked();
+    QFile pdf(documentsDir.filePath(name.chopped(int(strlen("_report.txt"))) + "_report.pdf"));
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(pdf.readAll().contains("/Subtype /Image")) << "the chart is in the PDF";
+
+    open("amortization");
+    fill({{"loanAmountField", "200000"}, {"annualRateField", local("6.5")}, {"yearsField", "30"}});
+    presenter.script({{"Send Email", ""}});
+    screen->exportClicked();
+    ASSERT_EQ(mail->messages.size(), 2u);
+    ASSERT_EQ(mail->messages[1].attachments.size(), 2);
+    EXPECT_EQ(QImage::fromData(mail->messages[1].attachments[1].data, "JPEG").size(),
+              QSize(800, 600));
+
+    // "Save as CSV" twice in one minute: two files, the second " (2)".
+    open("depreciation");
+    fill({{"costField", "10000"}, {"salvageField", "1000"}, {"lifeField", "5"}});
+    QStringList paths;
+    for (int i = 0; i < 2; ++i) {
+        presenter.script({{"OK", ""}});
+        screen->saveScheduleCsv();
+        ASSERT_EQ(presenter.requests.back().title, "Schedule Saved");
+        paths << presenter.requests.back().message.section('\n', 1);
+    }
+    EXPECT_TRUE(paths[0].endsWith("_schedule_05-03-2024 14-07.csv")) << paths[0].toStdString();
+    EXPECT_EQ(paths[1], paths[0].chopped(4) + " (2).csv");
+    for (const QString& path : paths) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        EXPECT_EQ(file.readAll(), screen->scheduleCsv());
+    }
+}
+
+// The expected-return and nonconstant-growth screens share their period
+// notifications: open at once, each table follows the other form's period,
+// while each model keeps its own.
+TEST_F(Screens, TheStockTablesFollowEachOthersPeriod)
+{
+    auto expReturn = CalculatorRegistry::find("expected-return")->create();
+    auto growth = CalculatorRegistry::find("nonconst-growth")->create();
+    const auto rowsOf = [](const QVFunctionController& screen, const char* labels) {
+        return screen.property("table").value<QObject*>()->property(labels).toStringList().size();
+    };
+    expReturn->editField("periodField", "3");
+    EXPECT_EQ(rowsOf(*growth, "yearLabelTexts"), 3);
+    EXPECT_EQ(growth->model()->property("period").toDouble(), 4);
+    growth->editField("periodField", "7");
+    EXPECT_EQ(rowsOf(*expReturn, "stateLabelTexts"), 7);
+    EXPECT_EQ(expReturn->model()->property("period").toInt(), 3);
+    expReturn->sendReportRequestedNotification("");
+    EXPECT_TRUE(expReturn->model()->report().contents.contains("Period: 3\n"));
+}
+
+// The catalogue's rows: the Functions list's calculators, then one row each
+// for the stock and the loans lists; a title opens its calculator's screen.
+TEST(FunctionCatalogue, EveryRowOpensItsScreen)
+{
+    FunctionTableModel catalogue;
+    int functions = 0;
+    for (const CalculatorDescription* calculator : CalculatorRegistry::calculators()) {
+        if (calculator->entry.list != CatalogueEntry::List::Functions)
+            continue;
+        ++functions;
+        EXPECT_EQ(FunctionTableModel::screenIdentifiersForTitle(calculator->entry.title),
+                  QStringList{calculator->screen});
+    }
+    EXPECT_EQ(catalogue.rowCount(), functions + 2);
+    EXPECT_TRUE(FunctionTableModel::screenIdentifiersForTitle("Tip calculator").isEmpty());
+    EXPECT_EQ(FunctionTableModel::rowHeightForListHeight(630), 70);
+}
+
+// The NPV calculation as one plain table (no screen shows it): the flows
+// padded to the period, then the period, rate, flows and both results as
+// rows. Values as in tests/vectors/npv.jsonl: -100 + 110 / 1.05 and 10 %.
+TEST(NpvTableModel, RowsFollowThePeriod)
+{
+    NpvTableModel table;
+    table.period = 0;
+    table.loadCashArray();
+    EXPECT_TRUE(table.cashArray.isEmpty()) << "no periods, no flows";
+    table.discountRate = 5;
+    table.cashArray = {-100, 110};
+    table.period = 3;
+    table.calculateResults();
+    EXPECT_EQ(table.cashArray, QList<double>({-100, 110, 0})) << "padded to the period";
+    EXPECT_NEAR(table.npv, -100 + 110 / 1.05, 1e-9);
+    EXPECT_NEAR(table.irr, 10, 1e-4);
+    table.loadNpvArray();
+    table.loadNpvArray(); // a rebuild replaces the rows
+    ASSERT_EQ(table.tableArray.size(), 7);
+    EXPECT_EQ(table.tableArray[0].intFieldValue, 3);
+    EXPECT_EQ(table.tableArray[3].fieldValue, 110);
+    EXPECT_TRUE(table.tableArray.last().fieldHidden);
+    EXPECT_NEAR(table.tableArray[5].result, table.npv, 1e-12);
+    EXPECT_NEAR(table.tableArray.last().result, 10, 1e-4);
+    table.period = 1 << 30;
+    table.calculateResults();
+    EXPECT_EQ(table.cashArray.size(), NpvTableModel::maximumCashFlows);
+}
+
+} // namespace

@@ -1,10 +1,10 @@
 #include "TestSupport.h"
 
 #include "calculator/CalculatorKeypad.h"
-#include "framework/NumberFormat.h"
+#include "numerics/NumberFormat.h"
 #include "platform/Services.h"
-#include "reports/QVFileManager.h"
-#include "reports/ReportStore.h"
+#include "store/QVFileManager.h"
+#include "store/ReportStore.h"
 
 #include <QDir>
 #include <QFile>

@@ -4,8 +4,8 @@
 //
 //   compare-root-search [SEED]
 #include "calculator/CalculatorModel.h"
-#include "framework/FinanceMath.h"
-#include "framework/RootSearch.h"
+#include "numerics/FinanceMath.h"
+#include "numerics/RootSearch.h"
 #include "support/OldRateSearches.h"
 
 #include <QCoreApplication>

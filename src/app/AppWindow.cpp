@@ -5,7 +5,7 @@
 #include "SceneGraphChoice.h"
 #include "functions/Calculators.h"
 #include "gui/DesktopServices.h"
-#include "reports/ReportStore.h"
+#include "store/ReportStore.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

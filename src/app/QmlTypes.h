@@ -12,18 +12,18 @@
 #include "calculator/CalculatorKeypad.h"
 #include "charts/MultiLineGraphView.h"
 #include "framework/CalculatorRegistry.h"
-#include "framework/DateText.h"
 #include "framework/FunctionTableModel.h"
-#include "framework/NumberFormat.h"
 #include "framework/QVChartController.h"
 #include "framework/QVFunctionController.h"
 #include "framework/QVFunctionView.h"
 #include "framework/QVNumericTextField.h"
 #include "framework/TableController.h"
 #include "gui/ColorScheme.h"
+#include "numerics/DateText.h"
+#include "numerics/NumberFormat.h"
 #include "reports/ReportDetailController.h"
-#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
+#include "store/ReportStore.h"
 
 #include <QObject>
 #include <QQmlContext>
@@ -264,6 +264,42 @@ public:
                                     {QStringLiteral("signable"), false},
                                     {QStringLiteral("countsAsZero"), countsAsZero}});
         return rows;
+    }
+
+    // The calculator's worked example as steps for a screen: {type:
+    // "field" (outlet, value) | "choice" (outlet, value: the word) |
+    // "table" (name, values) | "solve" (name)}, in the example's order.
+    Q_INVOKABLE static QVariantList example(const QString& name)
+    {
+        QVariantList steps;
+        const CalculatorDescription* d = CalculatorRegistry::find(name);
+        if (!d)
+            return steps;
+        for (qsizetype i = 0; i < d->example.size(); ++i) {
+            const QString& arg = d->example.at(i);
+            if (arg == u"--solve" && i + 1 < d->example.size()) {
+                steps.append(QVariantMap{{QStringLiteral("type"), QStringLiteral("solve")},
+                                         {QStringLiteral("name"), d->example.at(++i)}});
+                continue;
+            }
+            const qsizetype equals = arg.indexOf(u'=');
+            const FieldSpec* field = equals > 0 ? d->field(arg.left(equals)) : nullptr;
+            if (!field)
+                continue;
+            const QString value = arg.mid(equals + 1);
+            if (field->isTable())
+                steps.append(QVariantMap{{QStringLiteral("type"), QStringLiteral("table")},
+                                         {QStringLiteral("name"), field->key},
+                                         {QStringLiteral("values"), value.split(u',')}});
+            else
+                steps.append(
+                    QVariantMap{{QStringLiteral("type"), field->kind == FieldSpec::Kind::Choice
+                                                             ? QStringLiteral("choice")
+                                                             : QStringLiteral("field")},
+                                {QStringLiteral("outlet"), field->outlet},
+                                {QStringLiteral("value"), value}});
+        }
+        return steps;
     }
 
     // A new controller of the calculator `name`, owned by the screen that

@@ -1,6 +1,6 @@
 #include "CalculatorHistoryModel.h"
 
-#include "framework/NumberFormat.h"
+#include "numerics/NumberFormat.h"
 
 #include <QLocale>
 #include <cmath>

@@ -1,9 +1,9 @@
 #include "CalculatorModel.h"
 
 #include "expression/EPExpression.h"
-#include "framework/FinanceMath.h"
-#include "framework/NumberFormat.h"
-#include "framework/RootSearch.h"
+#include "numerics/FinanceMath.h"
+#include "numerics/NumberFormat.h"
+#include "numerics/RootSearch.h"
 
 #include <QLocale>
 #include <QLoggingCategory>

@@ -1,8 +1,8 @@
 #include "CliSupport.h"
 #include "framework/CalculatorRegistry.h"
-#include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
 #include "framework/QVFunctionController.h"
+#include "numerics/NumberFormat.h"
 #include "reports/ReportTableModel.h"
 
 #include <QJsonArray>

@@ -4,15 +4,15 @@
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorKeypad.h"
 #include "expression/EPExpression.h"
-#include "framework/NumberFormat.h"
 #include "framework/Presenter.h"
 #include "functions/Calculators.h"
+#include "numerics/NumberFormat.h"
 #include "platform/SafeFiles.h"
-#include "reports/QVFileManager.h"
-#include "reports/QVReport.h"
 #include "reports/ReportPdf.h"
-#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
+#include "store/QVFileManager.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 #include <QFile>
 #include <QJsonArray>

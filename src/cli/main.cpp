@@ -1,6 +1,6 @@
 #include "Cli.h"
 #include "reports/ReportPdf.h"
-#include "reports/ReportStore.h"
+#include "store/ReportStore.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

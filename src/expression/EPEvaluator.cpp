@@ -9,8 +9,8 @@
 // NaN agrees). The classes remain the readable form of these rules; rare
 // words (other scripts' digits, "2sin", dictionary names) still go through
 // EPTokenString::tokensForWord().
-#include "DecimalText.h"
 #include "EPExpression.h"
+#include "numerics/DecimalText.h"
 
 #include <QVarLengthArray>
 #include <array>

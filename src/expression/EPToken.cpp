@@ -1,7 +1,7 @@
 #include "EPToken.h"
 
-#include "DecimalDigit.h"
-#include "DecimalText.h"
+#include "numerics/DecimalDigit.h"
+#include "numerics/DecimalText.h"
 
 #include <QVarLengthArray>
 #include <QtGlobal>

@@ -72,6 +72,11 @@ struct CalculatorDescription {
     QList<FieldSpec> fields;
     QList<ResultSpec> results;
     QStringList solveButtons; // compute buttons, for screens that solve on one
+    // A worked example as the command line takes it: inputs by property or
+    // outlet, tables as comma-separated values, then "--solve" and a button
+    // where the screen solves on one. The screenshot walk shows it, and a
+    // test runs every calculator's example.
+    QStringList example;
     std::function<std::unique_ptr<QVFunctionController>()> create;
 
     // The field or result named `key` (or shown in outlet `key`); null when

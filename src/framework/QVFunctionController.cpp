@@ -1,18 +1,18 @@
 #include "QVFunctionController.h"
 
 #include "CalculatorRegistry.h"
-#include "DateText.h"
 #include "FallbackNotices.h"
-#include "FinanceMath.h"
 #include "HtmlPages.h"
-#include "NumberFormat.h"
 #include "Presenter.h"
+#include "numerics/DateText.h"
+#include "numerics/FinanceMath.h"
+#include "numerics/NumberFormat.h"
 #include "platform/MailComposer.h"
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/SafeFiles.h"
 #include "platform/Services.h"
-#include "reports/QVFileManager.h"
+#include "store/QVFileManager.h"
 
 #include <QFile>
 #include <limits>

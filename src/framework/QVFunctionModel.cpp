@@ -1,10 +1,10 @@
 #include "QVFunctionModel.h"
 
-#include "NumberFormat.h"
+#include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
-#include "reports/QVFileManager.h"
-#include "reports/ReportStore.h"
+#include "store/QVFileManager.h"
+#include "store/ReportStore.h"
 
 #include <QMetaProperty>
 #include <cmath>

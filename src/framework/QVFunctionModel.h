@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reports/QVReport.h"
+#include "store/QVReport.h"
 
 #include <QMap>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "RateTable.h"
 
-#include "NumberFormat.h"
+#include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 namespace RateTable {

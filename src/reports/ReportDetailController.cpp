@@ -1,12 +1,12 @@
 #include "ReportDetailController.h"
 
-#include "QVFileManager.h"
 #include "ReportPdf.h"
 #include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
 #include "platform/MailComposer.h"
 #include "platform/SafeFiles.h"
 #include "platform/Services.h"
+#include "store/QVFileManager.h"
 
 #include <QFile>
 #include <QFileInfo>

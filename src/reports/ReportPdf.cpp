@@ -1,7 +1,7 @@
 #include "ReportPdf.h"
 
-#include "QVFileManager.h"
 #include "platform/SafeFiles.h"
+#include "store/QVFileManager.h"
 
 #include <QIODevice>
 #include <QLocale>

@@ -1,8 +1,8 @@
 #include "ReportTableModel.h"
 
-#include "QVReport.h"
-#include "ReportStore.h"
 #include "framework/Presenter.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 ReportTableModel::ReportTableModel(QObject* parent) : QAbstractListModel(parent)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ReportStore.h"
-#include "WriteResult.h"
+#include "store/ReportStore.h"
+#include "store/WriteResult.h"
 
 #include <QAbstractListModel>
 #include <QByteArray>

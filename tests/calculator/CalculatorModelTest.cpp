@@ -1,6 +1,6 @@
 #include "calculator/CalculatorModel.h"
 
-#include "framework/FinanceMath.h"
+#include "numerics/FinanceMath.h"
 
 #include <QLocale>
 #include <cfloat>

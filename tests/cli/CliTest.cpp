@@ -1,10 +1,10 @@
 #include "cli/Cli.h"
 
 #include "TestSupport.h"
-#include "reports/QVFileManager.h"
-#include "reports/QVReport.h"
-#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
+#include "store/QVFileManager.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

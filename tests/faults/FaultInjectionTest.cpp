@@ -3,8 +3,8 @@
 // home and drives real processes (tallyvane_report_saver, which saves the
 // way "tallyvane-cli calc roi ... --save" does); the outcome is read back
 // from the database directly.
-#include "reports/QVReport.h"
-#include "reports/ReportStore.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -3,10 +3,10 @@
 #include "framework/QVNumericTextField.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
-#include "reports/QVFileManager.h"
-#include "reports/QVReport.h"
-#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
+#include "store/QVFileManager.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 #include <QDir>
 #include <QImage>

@@ -1,7 +1,7 @@
 #include "TestSupport.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
-#include "reports/QVFileManager.h"
+#include "store/QVFileManager.h"
 
 #include <QDir>
 #include <QFile>

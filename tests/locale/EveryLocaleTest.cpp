@@ -2,7 +2,7 @@
 // read back to the value the format rounded to, and the texts hold nothing
 // outside ASCII but the locale's decimal separator.
 
-#include "framework/NumberFormat.h"
+#include "numerics/NumberFormat.h"
 
 #include <QLocale>
 #include <QStringList>

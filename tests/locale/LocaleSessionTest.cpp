@@ -7,7 +7,7 @@
 #include "calculator/CalculatorController.h"
 #include "calculator/CalculatorKeypad.h"
 #include "framework/CalculatorRegistry.h"
-#include "framework/NumberFormat.h"
+#include "numerics/NumberFormat.h"
 
 #include <QDir>
 #include <QFile>

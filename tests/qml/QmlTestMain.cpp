@@ -7,8 +7,8 @@
 #include "platform/NotificationCenter.h"
 #include "platform/Services.h"
 #include "platform/UrlOpener.h"
-#include "reports/QVReport.h"
-#include "reports/ReportStore.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 #include <QAccessible>
 #include <QClipboard>

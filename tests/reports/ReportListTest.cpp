@@ -1,11 +1,11 @@
 #include "TestSupport.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
-#include "reports/QVFileManager.h"
-#include "reports/QVReport.h"
 #include "reports/ReportDetailController.h"
-#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
+#include "store/QVFileManager.h"
+#include "store/QVReport.h"
+#include "store/ReportStore.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #pragma once
 
 // The rate searches the shared root search replaced, kept only to measure
-// how far the new answers moved (tests/framework/RootSearchTest.cpp and
+// how far the new answers moved (tests/numerics/RootSearchTest.cpp and
 // tools/CompareRootSearch.cpp):
 // - IRR: bisection between −100 % and 100 % a period that assumes the NPV
 //   falls as the rate rises and stops once |NPV| ≤ 1e-6 (the form gave up

@@ -1,7 +1,7 @@
 // Plays a second running copy of the app: saves one report with the given
 // title into the shared TALLYVANE_HOME and exits.
 #include "platform/Services.h"
-#include "reports/QVReport.h"
+#include "store/QVReport.h"
 
 #include <QCoreApplication>
 

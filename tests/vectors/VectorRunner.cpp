@@ -3,7 +3,9 @@
 // and, for every fifth case, through the installed-style `tallyvane-cli`
 // program as well. One case a line; see tests/vectors/README.md.
 #include "cli/Cli.h"
-#include "framework/NumberFormat.h"
+#include "framework/CalculatorDescription.h"
+#include "framework/CalculatorRegistry.h"
+#include "numerics/NumberFormat.h"
 
 #include <QDir>
 #include <QFile>
@@ -331,6 +333,42 @@ INSTANTIATE_TEST_SUITE_P(All, Vectors, ::testing::Range<size_t>(0, vectors().siz
                              }
                              return QStringLiteral("%1_%2").arg(info.param).arg(name).toStdString();
                          });
+
+// Every calculator's worked example (what the screenshot walk shows) names
+// only its own inputs and compute buttons, and gives every numeric result
+// a number.
+TEST(Examples, EveryCalculatorsExampleComputesItsResults)
+{
+    runInProcess({QStringLiteral("list")}); // the command line installs the registry
+    // A copy: each run installs the list afresh.
+    const QList<const CalculatorDescription*> calculators = CalculatorRegistry::calculators();
+    ASSERT_FALSE(calculators.isEmpty());
+    for (const CalculatorDescription* d : calculators) {
+        SCOPED_TRACE(d->name.toStdString());
+        ASSERT_FALSE(d->example.isEmpty());
+        for (qsizetype i = 0; i < d->example.size(); ++i) {
+            const QString& arg = d->example.at(i);
+            if (arg == u"--solve") {
+                EXPECT_TRUE(d->solveButtons.contains(d->example.value(++i)));
+            } else {
+                EXPECT_NE(d->field(arg.section(u'=', 0, 0)), nullptr) << arg.toStdString();
+            }
+        }
+        const Outcome outcome = runInProcess(QStringList{QStringLiteral("calc"), d->name} +
+                                             d->example + QStringList{QStringLiteral("--json")});
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+        const QJsonObject values = QJsonDocument::fromJson(outcome.out.toUtf8())
+                                       .object()
+                                       .value(QStringLiteral("values"))
+                                       .toObject();
+        for (const ResultSpec& result : d->results) {
+            const QJsonValue value = values.value(result.key);
+            if (value.isDouble() || value.toString() == u"NaN") {
+                EXPECT_TRUE(std::isfinite(numberOf(value))) << result.key.toStdString();
+            }
+        }
+    }
+}
 
 TEST(VectorFiles, AreThere)
 {

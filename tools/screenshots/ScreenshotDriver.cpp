@@ -2,9 +2,9 @@
 
 #include "platform/AppPaths.h"
 #include "platform/Services.h"
-#include "reports/QVFileManager.h"
-#include "reports/QVReport.h"
 #include "reports/ReportTableModel.h"
+#include "store/QVFileManager.h"
+#include "store/QVReport.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -51,8 +51,10 @@ void ScreenshotDriver::next()
         blockDocuments(true);
     QMetaObject::invokeMethod(m_walk, "showStep", Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
     // Let transitions, popups and chart animations settle first.
-    const bool chart = m_steps.at(m_index).contains(QLatin1String("chart"));
-    QTimer::singleShot(chart ? 1900 : 600, this, &ScreenshotDriver::capture);
+    QVariant settle;
+    QMetaObject::invokeMethod(m_walk, "settleMilliseconds", Q_RETURN_ARG(QVariant, settle),
+                              Q_ARG(QVariant, QVariant(m_steps.at(m_index))));
+    QTimer::singleShot(settle.toInt(), this, &ScreenshotDriver::capture);
 }
 
 void ScreenshotDriver::capture()

@@ -10,17 +10,53 @@ QtObject {
 
     required property var window
 
-    // The screens in order. The ones that end in a failure or a mail come
-    // last: the screens they leave behind would answer later reports of
-    // their calculator.
-    readonly property var steps: ["functions", "stock-list", "roi", "tip", "tvm-chart", "npv-chart", "bond", "cmp-chart", "black-scholes", "expected-return", "const-growth", "nonconst-growth", "capm", "wacc", "period-return", "loans-list", "amortization", "dated-cash-flows", "rate-conversion", "depreciation", "breakeven", "roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"]
+    // The calculators of the registry, each with its list: the Functions
+    // tab's first, then the stock and the loans lists.
+    readonly property var calculators: ["functions", "stock", "loans"].reduce((all, list) => all.concat(Calculators.entries(list).map(entry => ({
+                        "name": entry.name,
+                        "screen": entry.screen,
+                        "list": list
+                    }))), [])
 
-    // Opens a stock calculator over the stock list and fills it.
-    function showStockScreenshot(identifier, values) {
+    // The screens in order: the catalogue and its lists, every calculator
+    // with its worked example, then the rest. The ones that end in a
+    // failure or a mail come last: the screens they leave behind would
+    // answer later reports of their calculator.
+    readonly property var steps: ["functions", "stock-list", "loans-list"].concat(calculators.map(c => c.name), ["roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"])
+
+    // How long the step needs to settle before its picture: calculators
+    // draw their charts with an animation.
+    function settleMilliseconds(name) {
+        return calculators.some(c => c.name === name) ? 1900 : 600;
+    }
+
+    // Opens the calculator `name` over its list and shows its worked
+    // example, as a person would type it.
+    function showCalculator(name) {
+        const calculator = calculators.find(c => c.name === name);
         window.showTab(0);
-        window.openScreen("StockTableController", "");
-        window.openScreen(identifier, "");
-        walk.fillForm(window.functionsStackView.currentItem, values);
+        if (calculator.list === "stock")
+            window.openScreen("StockTableController", "");
+        else if (calculator.list === "loans")
+            window.openScreen("LoansTableController", "");
+        window.openScreen(calculator.screen, "");
+        const screen = window.functionsStackView.currentItem;
+        const decimal = Qt.locale().decimalPoint;
+        const local = text => text.replace(".", decimal);
+        for (const step of Calculators.example(name)) {
+            if (step.type === "field")
+                screen.controller.editField(step.outlet, local(step.value));
+            else if (step.type === "table")
+                screen.controller.setTableInput(step.name, step.values.map(local));
+            else if (step.type === "solve")
+                screen.controller.solve(step.name);
+            else if (step.type === "choice") {
+                screen.controller.openChoice(step.outlet);
+                Presenter.answer(Presenter.pendingRequest().id, step.value);
+            }
+        }
+        if (screen.scrollToEnd)
+            screen.scrollToEnd();
     }
 
     // Types sample values into a calculator screen, one edit per field.
@@ -83,63 +119,6 @@ QtObject {
             window.showTab(0);
             window.openScreen("LoansTableController", "");
             break;
-        case "rate-conversion":
-            window.showTab(0);
-            window.openScreen("LoansTableController", "");
-            window.openScreen("RateConversionController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "nominalRateField": "6",
-                "compoundingPerYearField": "12"
-            });
-            window.functionsStackView.currentItem.controller.solve("effectiveRate");
-            break;
-        case "amortization":
-            window.showTab(0);
-            window.openScreen("LoansTableController", "");
-            window.openScreen("AmortizationController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "loanAmountField": "200000",
-                "annualRateField": "6.5",
-                "yearsField": "30",
-                "firstPaymentDateField": "2027-01-01"
-            });
-            window.functionsStackView.currentItem.scrollToEnd();
-            break;
-        case "dated-cash-flows":
-            window.showTab(0);
-            window.openScreen("LoansTableController", "");
-            window.openScreen("DatedCashFlowsController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "rowCountField": "5",
-                "rateField": "9"
-            });
-            window.functionsStackView.currentItem.controller.setTableInput("dates", ["2008-01-01", "2008-03-01", "2008-10-30", "2009-02-15", "2009-04-01"]);
-            window.functionsStackView.currentItem.controller.setTableInput("amounts", ["-10000", "2750", "4250", "3250", "2750"]);
-            break;
-        case "depreciation":
-            window.showTab(0);
-            window.openScreen("LoansTableController", "");
-            window.openScreen("DepreciationController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "costField": "30000",
-                "salvageField": "7500",
-                "lifeField": "6",
-                "firstYearMonthsField": "9"
-            });
-            window.functionsStackView.currentItem.controller.fieldChanged();
-            break;
-        case "breakeven":
-            window.showTab(0);
-            window.openScreen("LoansTableController", "");
-            window.openScreen("BreakevenController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "fixedCostField": "10000",
-                "variableCostField": "15",
-                "priceField": "40",
-                "profitField": "0"
-            });
-            window.functionsStackView.currentItem.controller.solve("quantity");
-            break;
         case "roi-unreadable":
             window.showTab(0);
             window.openScreen("RoiController", "");
@@ -149,19 +128,12 @@ QtObject {
                 "yearsField": "4"
             });
             break;
-        case "roi":
         case "roi-description":
         case "roi-export-sheet":
         case "roi-report-title":
         case "roi-save-failed":
         case "roi-mail-draft":
-            window.showTab(0);
-            window.openScreen("RoiController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "investmentField": "12000",
-                "futureValueField": "15900",
-                "yearsField": "4"
-            });
+            walk.showCalculator("roi");
             if (name === "roi-description")
                 window.functionsStackView.currentItem.controller.segmentChanged(1);
             else if (name === "roi-export-sheet")
@@ -177,118 +149,6 @@ QtObject {
                 window.functionsStackView.currentItem.controller.exportClicked();
                 Presenter.answer(Presenter.pendingRequest().id, "Send Email");
             }
-            break;
-        case "npv-chart":
-            window.showTab(0);
-            window.openScreen("NpvController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "periodField": "5",
-                "discountRateField": "8"
-            });
-            window.functionsStackView.currentItem.controller.setTableInput("cashArray", ["-5000", "1500", "2000", "2500", "1000"]);
-            window.functionsStackView.currentItem.scrollToEnd();
-            break;
-        case "bond":
-            window.showTab(0);
-            window.openScreen("BondController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "faceValueField": "1000",
-                "couponRateField": "10",
-                "yieldToMaturityField": "8",
-                "yearsField": "10"
-            });
-            break;
-        case "cmp-chart":
-            window.showTab(0);
-            window.openScreen("CmpController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "principalAmountField": "10000",
-                "annualRateField": "5",
-                "periodField": "10",
-                "paymentField": "200"
-            });
-            window.functionsStackView.currentItem.scrollToEnd();
-            break;
-        case "black-scholes":
-            walk.showStockScreenshot("BlackScholesController", {
-                "assetPriceField": "42",
-                "exercisePriceField": "40",
-                "timeToExpirationField": "0.5",
-                "standardDeviationField": "20",
-                "riskFreeRateField": "10"
-            });
-            break;
-        case "expected-return":
-            walk.showStockScreenshot("ExpReturnController", {
-                "periodField": "3"
-            });
-            window.functionsStackView.currentItem.controller.setTableInput("probability", ["30", "40", "30"]);
-            window.functionsStackView.currentItem.controller.setTableInput("stock-a", ["20", "10", "-5"]);
-            window.functionsStackView.currentItem.controller.setTableInput("stock-b", ["10", "5", "0"]);
-            break;
-        case "const-growth":
-            walk.showStockScreenshot("ConstGrowthController", {});
-            window.functionsStackView.currentItem.controller.openChoice("dividendTypeButton");
-            Presenter.answer(Presenter.pendingRequest().id, "Current (D0)");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "dividendField": "2.5",
-                "returnRateField": "8",
-                "growthRateField": "3"
-            });
-            break;
-        case "nonconst-growth":
-            walk.showStockScreenshot("NoncGrowthController", {
-                "dividendField": "2",
-                "periodField": "3"
-            });
-            window.functionsStackView.currentItem.controller.setTableInput("return-rate", ["10", "10", "10"]);
-            window.functionsStackView.currentItem.controller.setTableInput("growth-rate", ["20", "15", "5"]);
-            break;
-        case "capm":
-            walk.showStockScreenshot("CapmController", {
-                "riskFreeRateField": "4",
-                "marketReturnField": "9",
-                "betaField": "1.3"
-            });
-            window.functionsStackView.currentItem.controller.solve("stockReturn");
-            break;
-        case "wacc":
-            walk.showStockScreenshot("WaccController", {
-                "costOfEquityField": "12",
-                "equityField": "600",
-                "costOfDebtField": "8",
-                "debtField": "400",
-                "corporateTaxRateField": "30"
-            });
-            break;
-        case "period-return":
-            walk.showStockScreenshot("PeriodReturnController", {
-                "initialValueField": "48.5",
-                "endingValueField": "52.75",
-                "incomeField": "1.2"
-            });
-            break;
-        case "tip":
-            window.showTab(0);
-            window.openScreen("TipController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "billField": "86.4",
-                "tipPercentField": "18",
-                "numberOfPeopleField": "3",
-                "salesTaxField": "8"
-            });
-            break;
-        case "tvm-chart":
-            window.showTab(0);
-            window.openScreen("TvmController", "");
-            walk.fillForm(window.functionsStackView.currentItem, {
-                "pvField": "1000",
-                "pmtField": "100",
-                "interestField": "5",
-                "periodField": "10"
-            });
-            window.functionsStackView.currentItem.controller.solve("FV");
-            window.functionsStackView.currentItem.scrollToEnd();
             break;
         case "calculator":
         case "calculator-2nd":
@@ -341,6 +201,9 @@ QtObject {
                 "title": name === "about-credits" ? qsTr("Credits") : (name === "about-privacy" ? qsTr("Privacy") : qsTr("Terms")),
                 "source": name.substring(6)
             }, StackView.Immediate);
+            break;
+        default:
+            walk.showCalculator(name);
             break;
         }
     }

@@ -1,6 +1,6 @@
 #include "AmortizationController.h"
 
-#include "framework/DateText.h"
+#include "numerics/DateText.h"
 
 #include <limits>
 

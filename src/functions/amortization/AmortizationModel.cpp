@@ -1,8 +1,8 @@
 #include "AmortizationModel.h"
 
-#include "framework/Cents.h"
-#include "framework/CsvWriter.h"
-#include "framework/FinanceMath.h"
+#include "numerics/Cents.h"
+#include "numerics/CsvWriter.h"
+#include "numerics/FinanceMath.h"
 
 #include <algorithm>
 #include <charconv>

@@ -23,6 +23,8 @@ const CalculatorDescription& capmDescription()
             },
         .results = {},
         .solveButtons = {"stockReturn", "marketReturn", "riskFreeRate", "beta"},
+        .example = {"riskFreeRateField=4", "marketReturnField=9", "betaField=1.3", "--solve",
+                    "stockReturn"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new CapmController); },
     };
     return description;

@@ -28,6 +28,8 @@ const CalculatorDescription& cmpDescription()
                 result("apy", "apyResultLabel", "Annual percentage yield", "%"),
             },
         .solveButtons = {},
+        .example = {"principalAmountField=10000", "annualRateField=5", "periodField=10",
+                    "paymentField=200"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new CmpController); },
     };
     return description;

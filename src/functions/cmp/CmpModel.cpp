@@ -1,7 +1,7 @@
 #include "CmpModel.h"
 
-#include "framework/FinanceMath.h"
-#include "reports/QVReport.h"
+#include "numerics/FinanceMath.h"
+#include "store/QVReport.h"
 
 #include <QLoggingCategory>
 #include <algorithm>

@@ -24,6 +24,8 @@ const CalculatorDescription& constGrowthDescription()
                 under("Result", result("price", "priceResultLabel", "Price of stock")),
             },
         .solveButtons = {},
+        .example = {"dividendTypeButton=Current (D0)", "dividendField=2.5", "returnRateField=8",
+                    "growthRateField=3"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new ConstGrowthController); },
     };
     return description;

@@ -1,7 +1,7 @@
 #include "DatedCashFlowsController.h"
 
-#include "framework/DateText.h"
-#include "framework/NumberFormat.h"
+#include "numerics/DateText.h"
+#include "numerics/NumberFormat.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "DatedCashFlowsModel.h"
 
-#include "framework/RootSearch.h"
+#include "numerics/RootSearch.h"
 
 #include <algorithm>
 #include <cmath>

@@ -30,6 +30,8 @@ const CalculatorDescription& depreciationDescription()
                 result("totalDepreciation", "totalDepreciationLabel", "Total"),
             },
         .solveButtons = {},
+        .example = {"costField=30000", "salvageField=7500", "lifeField=6",
+                    "firstYearMonthsField=9"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new DepreciationController); },
     };
     return description;

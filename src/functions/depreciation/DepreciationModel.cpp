@@ -1,6 +1,6 @@
 #include "DepreciationModel.h"
 
-#include "framework/CsvWriter.h"
+#include "numerics/CsvWriter.h"
 
 #include <algorithm>
 #include <cmath>

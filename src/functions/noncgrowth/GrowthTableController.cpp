@@ -1,8 +1,8 @@
 #include "GrowthTableController.h"
 
 #include "NoncGrowthModel.h"
-#include "framework/NumberFormat.h"
 #include "framework/RateTable.h"
+#include "numerics/NumberFormat.h"
 
 #include <QLoggingCategory>
 

@@ -1,7 +1,7 @@
 #include "NoncGrowthController.h"
 
-#include "framework/FinanceMath.h"
-#include "framework/NumberFormat.h"
+#include "numerics/FinanceMath.h"
+#include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 namespace {

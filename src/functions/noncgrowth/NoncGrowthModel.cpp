@@ -1,6 +1,6 @@
 #include "NoncGrowthModel.h"
 
-#include "framework/FinanceMath.h"
+#include "numerics/FinanceMath.h"
 #include "platform/NotificationCenter.h"
 
 #include <QLoggingCategory>

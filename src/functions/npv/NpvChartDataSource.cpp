@@ -1,7 +1,7 @@
 #include "NpvChartDataSource.h"
 
 #include "NpvModel.h"
-#include "reports/QVReport.h"
+#include "store/QVReport.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "NpvModel.h"
 
-#include "framework/RootSearch.h"
+#include "numerics/RootSearch.h"
 #include "platform/NotificationCenter.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "NpvTableController.h"
 
 #include "NpvModel.h"
-#include "framework/NumberFormat.h"
 #include "framework/RateTable.h"
+#include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
 NpvTableController::NpvTableController(QObject* parent)

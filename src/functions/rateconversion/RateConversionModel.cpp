@@ -1,6 +1,6 @@
 #include "RateConversionModel.h"
 
-#include "framework/FinanceMath.h"
+#include "numerics/FinanceMath.h"
 
 #include <cmath>
 #include <limits>

@@ -1,8 +1,8 @@
 #include "TvmModel.h"
 
-#include "framework/FinanceMath.h"
-#include "framework/RootSearch.h"
-#include "reports/QVReport.h"
+#include "numerics/FinanceMath.h"
+#include "numerics/RootSearch.h"
+#include "store/QVReport.h"
 
 #include <QLoggingCategory>
 #include <climits>

@@ -1,6 +1,6 @@
-#include "ReportSalvage.h"
+#include "store/ReportSalvage.h"
 
-#include "ReportStore.h"
+#include "store/ReportStore.h"
 
 #include <QFile>
 #include <QHash>

@@ -1,4 +1,4 @@
-#include "framework/NumberFormat.h"
+#include "numerics/NumberFormat.h"
 
 #include <QLocale>
 #include <cmath>

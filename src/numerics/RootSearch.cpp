@@ -1,7 +1,7 @@
-#include "RootSearch.h"
+#include "numerics/RootSearch.h"
 
-#include "FinanceMath.h"
-#include "NumberFormat.h"
+#include "numerics/FinanceMath.h"
+#include "numerics/NumberFormat.h"
 
 #include <algorithm>
 #include <cmath>

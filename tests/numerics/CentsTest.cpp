@@ -1,7 +1,7 @@
 // Money in cents: rounding half away from zero on exact decimal values, and
 // the limits. Every expected value is worked by hand from the decimal digits
 // (the binary expansions quoted are Python's Decimal(float) of the double).
-#include "framework/Cents.h"
+#include "numerics/Cents.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "reports/QVFileManager.h"
+#include "store/QVFileManager.h"
 
 #include "TestSupport.h"
 

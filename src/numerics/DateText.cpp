@@ -1,6 +1,6 @@
-#include "DateText.h"
+#include "numerics/DateText.h"
 
-#include "expression/DecimalDigit.h"
+#include "numerics/DecimalDigit.h"
 
 namespace DateText {
 

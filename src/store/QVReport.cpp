@@ -1,7 +1,7 @@
-#include "QVReport.h"
+#include "store/QVReport.h"
 
-#include "QVFileManager.h"
-#include "ReportStore.h"
+#include "store/QVFileManager.h"
+#include "store/ReportStore.h"
 
 #include <QCborMap>
 #include <QCborValue>

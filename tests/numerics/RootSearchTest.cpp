@@ -1,6 +1,6 @@
-#include "framework/RootSearch.h"
+#include "numerics/RootSearch.h"
 
-#include "framework/FinanceMath.h"
+#include "numerics/FinanceMath.h"
 #include "support/OldRateSearches.h"
 
 #include <cmath>

@@ -1,11 +1,11 @@
-#include "reports/QVReport.h"
+#include "store/QVReport.h"
 
 #include "TestSupport.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
-#include "reports/QVFileManager.h"
-#include "reports/ReportStore.h"
 #include "reports/ReportTableModel.h"
+#include "store/QVFileManager.h"
+#include "store/ReportStore.h"
 
 #include <QCborMap>
 #include <QCborValue>

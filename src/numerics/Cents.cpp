@@ -1,4 +1,4 @@
-#include "Cents.h"
+#include "numerics/Cents.h"
 
 #include <charconv>
 #include <cmath>

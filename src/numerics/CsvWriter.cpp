@@ -1,4 +1,4 @@
-#include "CsvWriter.h"
+#include "numerics/CsvWriter.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ReportStore.h"
-#include "WriteResult.h"
 #include "platform/Rgba.h"
+#include "store/ReportStore.h"
+#include "store/WriteResult.h"
 
 #include <QByteArray>
 #include <QDateTime>

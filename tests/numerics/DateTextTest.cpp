@@ -1,4 +1,4 @@
-#include "framework/DateText.h"
+#include "numerics/DateText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "NumberFormat.h"
+#include "numerics/NumberFormat.h"
 
-#include "expression/DecimalDigit.h"
+#include "numerics/DecimalDigit.h"
 
 #include <QStringView>
 #include <QVarLengthArray>

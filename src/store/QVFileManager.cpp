@@ -1,4 +1,4 @@
-#include "QVFileManager.h"
+#include "store/QVFileManager.h"
 
 #include "platform/AppPaths.h"
 #include "platform/SafeFiles.h"

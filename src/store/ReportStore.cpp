@@ -1,11 +1,11 @@
-#include "ReportStore.h"
+#include "store/ReportStore.h"
 
-#include "QVFileManager.h"
-#include "ReportSalvage.h"
-#include "ReportStorePrivate.h"
 #include "platform/AppPaths.h"
 #include "platform/Services.h"
 #include "platform/SettingsStore.h"
+#include "store/QVFileManager.h"
+#include "store/ReportSalvage.h"
+#include "store/ReportStorePrivate.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>

@@ -2,10 +2,10 @@
 // the repair of a damaged database, the state file, and the removal of
 // files left in the making by a killed save.
 
-#include "QVFileManager.h"
-#include "ReportSalvage.h"
-#include "ReportStore.h"
-#include "ReportStorePrivate.h"
+#include "store/QVFileManager.h"
+#include "store/ReportSalvage.h"
+#include "store/ReportStore.h"
+#include "store/ReportStorePrivate.h"
 
 #include <QCborMap>
 #include <QCborValue>

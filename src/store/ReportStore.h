@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WriteResult.h"
+#include "store/WriteResult.h"
 
 #include <QByteArray>
 #include <QList>

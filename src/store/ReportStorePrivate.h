@@ -3,7 +3,7 @@
 // What ReportStore.cpp (connections and changes) and ReportStoreCheck.cpp
 // (the check at opening, repair and files in the making) share.
 
-#include "ReportStore.h"
+#include "store/ReportStore.h"
 
 #include <QList>
 #include <QMutex>

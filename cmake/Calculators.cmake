@@ -7,13 +7,12 @@
 # generates the registry's list, in the order of those lines, and the QML
 # types of the controllers, and builds tallyvane_functions over them all.
 
-# tallyvane_add_calculator(<folder> <Prefix> [HTML <page> ...])
-#   HTML: its pages under resources/html/ (its description page), without
-#   ".html".
+# tallyvane_add_calculator(<folder> <Prefix>)
+# The folder's *.html pages (its description page) are served as
+# qrc:/html/<page>.html.
 # A header named *QmlTypes.h in the folder declares further QML types of its
 # own (QML_FOREIGN); the QML module picks it up.
 function(tallyvane_add_calculator folder prefix)
-    cmake_parse_arguments(ARG "" "" "HTML" ${ARGN})
     set(dir ${CMAKE_CURRENT_SOURCE_DIR}/functions/${folder})
     file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp ${dir}/*.h)
     file(GLOB qml_types CONFIGURE_DEPENDS ${dir}/*QmlTypes.h)
@@ -22,13 +21,9 @@ function(tallyvane_add_calculator folder prefix)
     set(target tallyvane_fn_${folder})
     add_library(${target} STATIC ${sources})
     target_link_libraries(${target} PUBLIC tallyvane_core)
-    if(ARG_HTML)
-        list(TRANSFORM ARG_HTML PREPEND "${PROJECT_SOURCE_DIR}/resources/html/")
-        list(TRANSFORM ARG_HTML APPEND ".html")
-        qt_add_resources(${target} "${folder}_html"
-            PREFIX "/"
-            BASE "${PROJECT_SOURCE_DIR}/resources"
-            FILES ${ARG_HTML})
+    file(GLOB pages CONFIGURE_DEPENDS ${dir}/*.html)
+    if(pages)
+        qt_add_resources(${target} "${folder}_html" PREFIX "/html" BASE ${dir} FILES ${pages})
     endif()
     # Lets the QML module type this calculator's controller.
     qt_extract_metatypes(${target})

@@ -378,7 +378,7 @@ int listCommand(const QStringList& args, bool json, QTextStream& out)
 {
     if (args.contains(QStringLiteral("--help"))) {
         out << "Usage: tallyvane-cli list [--json]\n\nThe calculators, their inputs and their "
-               "compute buttons.\n";
+               "compute buttons; --json adds each one's worked example (arguments for calc).\n";
         return 0;
     }
     QStringList entries;
@@ -400,9 +400,10 @@ int listCommand(const QStringList& args, bool json, QTextStream& out)
                 return QStringLiteral("[") + quoted.join(QStringLiteral(", ")) + QLatin1Char(']');
             };
             entries << QStringLiteral(
-                           "{\"name\": %1, \"title\": %2, \"fields\": %3, \"solve\": %4}")
+                           "{\"name\": %1, \"title\": %2, \"fields\": %3, \"solve\": %4, "
+                           "\"example\": %5}")
                            .arg(jsonString(f.name), jsonString(f.entry.title), array(fields),
-                                array(solve));
+                                array(solve), array(f.example));
         } else {
             out << f.name << '\t' << f.entry.title << '\t' << fields.join(QLatin1Char(' '));
             if (!solve.isEmpty())

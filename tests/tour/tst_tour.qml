@@ -154,8 +154,23 @@ TestCase {
     // word to choose, controller calls (table cells), a button to press, a
     // field that must show the solve, results to check ("expect"), a list's
     // rows, a report to save under a title or to mail (with that many
-    // attachments). A calculator without steps is visited all the same.
+    // attachments). A calculator without steps of its own here gets its
+    // worked example typed in, as its description gives it.
     readonly property var steps: TestFiles.json("calculators.json")
+
+    function typeExample(screen, name) {
+        for (const step of Calculators.example(name)) {
+            if (step.type === "field")
+                typeInto(screen, step.outlet, step.value);
+            else if (step.type === "choice") {
+                mouseClick(findChild(screen, step.outlet));
+                choose(step.value);
+            } else if (step.type === "table")
+                screen.controller.setTableInput(step.name, step.values);
+            else
+                screen.controller.solve(step.name);
+        }
+    }
 
     // Opens row `row` of `listName`, takes the calculator's steps, reads its
     // description and goes back to the list.
@@ -163,6 +178,8 @@ TestCase {
         const screen = clickRow(0, listName, row);
         verify(screen.title.length > 0, entry.name + " has a title");
         const step = steps[entry.name] || {};
+        if (!steps[entry.name])
+            typeExample(screen, entry.name);
         if (step.choose) {
             mouseClick(findChild(screen, step.choose[0]));
             choose(step.choose[1]);

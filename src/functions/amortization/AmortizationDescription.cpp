@@ -44,8 +44,8 @@ const CalculatorDescription& amortizationDescription()
                 result("rangeBalance", "rangeBalanceLabel", "Balance after P2"),
             },
         .solveButtons = {},
-        .example = {"loanAmountField=200000", "annualRateField=6.5", "yearsField=30",
-                    "firstPaymentDateField=2027-01-01"},
+        .example = {"loanAmount=200000", "annualRate=6.5", "years=30",
+                    "firstPaymentDate=2027-01-01"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new AmortizationController); },
     };
     return description;

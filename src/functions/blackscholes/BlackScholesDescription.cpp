@@ -37,8 +37,8 @@ const CalculatorDescription& blackScholesDescription()
                 result("putRho", "putRhoLabel", "Rho (per 1.00 of rate)"),
             },
         .solveButtons = {},
-        .example = {"assetPriceField=42", "exercisePriceField=40", "timeToExpirationField=0.5",
-                    "standardDeviationField=20", "riskFreeRateField=10"},
+        .example = {"assetPrice=42", "exercisePrice=40", "timeToExpiration=0.5",
+                    "standardDeviation=20", "riskFreeRate=10"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new BlackScholesController); },
     };
     return description;

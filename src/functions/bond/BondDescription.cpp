@@ -28,8 +28,7 @@ const CalculatorDescription& bondDescription()
                 result("convexity", "convexityLabel", "Convexity (years²)"),
             },
         .solveButtons = {},
-        .example = {"faceValueField=1000", "couponRateField=10", "yieldToMaturityField=8",
-                    "yearsField=10"},
+        .example = {"faceValue=1000", "couponRate=10", "yieldToMaturity=8", "years=10"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new BondController); },
     };
     return description;

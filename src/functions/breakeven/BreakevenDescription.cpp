@@ -23,8 +23,8 @@ const CalculatorDescription& breakevenDescription()
         .results = {},
         // The usual question first.
         .solveButtons = {"quantity", "price", "fixedCost", "variableCost", "profit"},
-        .example = {"fixedCostField=10000", "variableCostField=15", "priceField=40",
-                    "profitField=0", "--solve", "quantity"},
+        .example = {"fixedCost=10000", "variableCost=15", "price=40", "profit=0", "--solve",
+                    "quantity"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new BreakevenController); },
     };
     return description;

@@ -23,8 +23,7 @@ const CalculatorDescription& capmDescription()
             },
         .results = {},
         .solveButtons = {"stockReturn", "marketReturn", "riskFreeRate", "beta"},
-        .example = {"riskFreeRateField=4", "marketReturnField=9", "betaField=1.3", "--solve",
-                    "stockReturn"},
+        .example = {"riskFreeRate=4", "marketReturn=9", "beta=1.3", "--solve", "stockReturn"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new CapmController); },
     };
     return description;

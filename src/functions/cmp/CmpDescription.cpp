@@ -28,8 +28,7 @@ const CalculatorDescription& cmpDescription()
                 result("apy", "apyResultLabel", "Annual percentage yield", "%"),
             },
         .solveButtons = {},
-        .example = {"principalAmountField=10000", "annualRateField=5", "periodField=10",
-                    "paymentField=200"},
+        .example = {"principalAmount=10000", "annualRate=5", "period=10", "payment=200"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new CmpController); },
     };
     return description;

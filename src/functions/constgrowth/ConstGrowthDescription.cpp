@@ -24,8 +24,7 @@ const CalculatorDescription& constGrowthDescription()
                 under("Result", result("price", "priceResultLabel", "Price of stock")),
             },
         .solveButtons = {},
-        .example = {"dividendTypeButton=Current (D0)", "dividendField=2.5", "returnRateField=8",
-                    "growthRateField=3"},
+        .example = {"dividendType=Current (D0)", "dividend=2.5", "returnRate=8", "growthRate=3"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new ConstGrowthController); },
     };
     return description;

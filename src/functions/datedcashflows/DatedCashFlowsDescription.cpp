@@ -26,7 +26,7 @@ const CalculatorDescription& datedCashFlowsDescription()
                 result("xirr", "xirrLabel", "Internal rate of return (XIRR)", "%"),
             },
         .solveButtons = {},
-        .example = {"rowCountField=5", "rateField=9",
+        .example = {"rows=5", "rate=9",
                     "dates=2008-01-01,2008-03-01,2008-10-30,2009-02-15,2009-04-01",
                     "amounts=-10000,2750,4250,3250,2750"},
         .create =

@@ -30,8 +30,7 @@ const CalculatorDescription& depreciationDescription()
                 result("totalDepreciation", "totalDepreciationLabel", "Total"),
             },
         .solveButtons = {},
-        .example = {"costField=30000", "salvageField=7500", "lifeField=6",
-                    "firstYearMonthsField=9"},
+        .example = {"cost=30000", "salvage=7500", "life=6", "firstYearMonths=9"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new DepreciationController); },
     };
     return description;

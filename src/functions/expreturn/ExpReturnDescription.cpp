@@ -29,7 +29,7 @@ const CalculatorDescription& expReturnDescription()
                        "Standard deviation B", "%"),
             },
         .solveButtons = {},
-        .example = {"periodField=3", "probability=30,40,30", "stock-a=20,10,-5", "stock-b=10,5,0"},
+        .example = {"period=3", "probability=30,40,30", "stock-a=20,10,-5", "stock-b=10,5,0"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new ExpReturnController); },
     };
     return description;

@@ -27,8 +27,7 @@ const CalculatorDescription& noncGrowthDescription()
                 result("price", "priceResultLabel", "Price of the stock"),
             },
         .solveButtons = {},
-        .example = {"dividendField=2", "periodField=3", "return-rate=10,10,10",
-                    "growth-rate=20,15,5"},
+        .example = {"dividend=2", "period=3", "return-rate=10,10,10", "growth-rate=20,15,5"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new NoncGrowthController); },
     };
     return description;

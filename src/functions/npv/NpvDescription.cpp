@@ -22,7 +22,7 @@ const CalculatorDescription& npvDescription()
                 result("irr", "irrResultLabel", "Internal rate of return", "%"),
             },
         .solveButtons = {},
-        .example = {"periodField=5", "discountRateField=8", "cashArray=-5000,1500,2000,2500,1000"},
+        .example = {"period=5", "discountRate=8", "cashArray=-5000,1500,2000,2500,1000"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new NpvController); },
     };
     return description;

@@ -21,7 +21,7 @@ const CalculatorDescription& periodReturnDescription()
                 under("Result", result("hpr", "hprResultLabel", "Holding period return", "%")),
             },
         .solveButtons = {},
-        .example = {"initialValueField=48.5", "endingValueField=52.75", "incomeField=1.2"},
+        .example = {"initialValue=48.5", "endingValue=52.75", "income=1.2"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new PeriodReturnController); },
     };
     return description;

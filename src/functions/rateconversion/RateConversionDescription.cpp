@@ -26,7 +26,7 @@ const CalculatorDescription& rateConversionDescription()
                              "Effective rate at the nominal rate", "%")),
             },
         .solveButtons = {"effectiveRate", "nominalRate"},
-        .example = {"nominalRateField=6", "compoundingPerYearField=12", "--solve", "effectiveRate"},
+        .example = {"nominalRate=6", "compoundingPerYear=12", "--solve", "effectiveRate"},
         .create =
             [] { return std::unique_ptr<QVFunctionController>(new RateConversionController); },
     };

@@ -25,7 +25,7 @@ const CalculatorDescription& roiDescription()
                        "%"),
             },
         .solveButtons = {},
-        .example = {"investmentField=12000", "futureValueField=15900", "yearsField=4"},
+        .example = {"investmentAmount=12000", "futureValue=15900", "years=4"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new RoiController); },
     };
     return description;

@@ -27,8 +27,7 @@ const CalculatorDescription& tipDescription()
                 result("totalPerPerson", "totalPerPersonResultLabel", "Total per person"),
             },
         .solveButtons = {},
-        .example = {"billField=86.4", "tipPercentField=18", "numberOfPeopleField=3",
-                    "salesTaxField=8"},
+        .example = {"bill=86.4", "tipPercent=18", "numberOfPeople=3", "salesTaxPercent=8"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new TipController); },
     };
     return description;

@@ -24,7 +24,7 @@ const CalculatorDescription& tvmDescription()
         // Each solve shows its value in its own field.
         .results = {},
         .solveButtons = {"PV", "FV", "PMT", "I/Y", "N"},
-        .example = {"pvField=1000", "pmtField=100", "interestField=5", "periodField=10", "--solve",
+        .example = {"presentValue=1000", "payment=100", "interestRate=5", "period=10", "--solve",
                     "FV"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new TvmController); },
     };

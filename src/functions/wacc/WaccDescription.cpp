@@ -25,8 +25,8 @@ const CalculatorDescription& waccDescription()
                                        "Weighted average cost of capital", "%")),
             },
         .solveButtons = {},
-        .example = {"costOfEquityField=12", "equityField=600", "costOfDebtField=8", "debtField=400",
-                    "corporateTaxRateField=30"},
+        .example = {"costOfEquity=12", "equity=600", "costOfDebt=8", "debt=400",
+                    "corporateTaxRate=30"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new WaccController); },
     };
     return description;

@@ -1,7 +1,7 @@
-// Runs every case of tests/vectors/*.jsonl through the command line's own
-// code (in this process, so through the calculators' controllers and models)
-// and, for every fifth case, through the installed-style `tallyvane-cli`
-// program as well. One case a line; see tests/vectors/README.md.
+// Runs every case of src/functions/*/vectors.jsonl and tests/vectors/*.jsonl through the command
+// line's own code (in this process, so through the calculators' controllers and models) and, for
+// every fifth case, through the installed-style `tallyvane-cli` program as well. One case a line;
+// see tests/vectors/README.md.
 #include "cli/Cli.h"
 #include "framework/CalculatorDescription.h"
 #include "framework/CalculatorRegistry.h"
@@ -15,6 +15,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -27,30 +28,42 @@ struct Vector {
     QString id() const { return data.value(QStringLiteral("id")).toString(); }
 };
 
+// The cases of one file, named `name` in messages.
+void loadFile(const QString& path, const QString& name, std::vector<Vector>& vectors)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    int line = 0;
+    while (!file.atEnd()) {
+        const QByteArray text = file.readLine().trimmed();
+        ++line;
+        if (text.isEmpty() || text.startsWith('#'))
+            continue;
+        QJsonParseError error{};
+        const QJsonDocument doc = QJsonDocument::fromJson(text, &error);
+        Vector v{name, line, doc.object()};
+        if (error.error != QJsonParseError::NoError || !doc.isObject())
+            v.data = {{QStringLiteral("id"), QStringLiteral("unparsable")},
+                      {QStringLiteral("parseError"), error.errorString()}};
+        vectors.push_back(v);
+    }
+}
+
+// Each calculator's own cases (src/functions/<folder>/vectors.jsonl), then
+// the topics that span several (tests/vectors/*.jsonl).
 std::vector<Vector> loadVectors()
 {
     std::vector<Vector> vectors;
-    const QDir dir(QStringLiteral(VECTORS_DIR));
+    const QDir calculators(QStringLiteral(CALCULATORS_DIR));
+    for (const QString& folder :
+         calculators.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name))
+        loadFile(calculators.filePath(folder + QStringLiteral("/vectors.jsonl")),
+                 QStringLiteral("src/functions/%1/vectors.jsonl").arg(folder), vectors);
+    const QDir topics(QStringLiteral(VECTORS_DIR));
     for (const QString& name :
-         dir.entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name)) {
-        QFile file(dir.filePath(name));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        int line = 0;
-        while (!file.atEnd()) {
-            const QByteArray text = file.readLine().trimmed();
-            ++line;
-            if (text.isEmpty() || text.startsWith('#'))
-                continue;
-            QJsonParseError error{};
-            const QJsonDocument doc = QJsonDocument::fromJson(text, &error);
-            Vector v{name, line, doc.object()};
-            if (error.error != QJsonParseError::NoError || !doc.isObject())
-                v.data = {{QStringLiteral("id"), QStringLiteral("unparsable")},
-                          {QStringLiteral("parseError"), error.errorString()}};
-            vectors.push_back(v);
-        }
-    }
+         topics.entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name))
+        loadFile(topics.filePath(name), QStringLiteral("tests/vectors/") + name, vectors);
     return vectors;
 }
 
@@ -370,9 +383,18 @@ TEST(Examples, EveryCalculatorsExampleComputesItsResults)
     }
 }
 
+// Every calculator of the registry has cases of its own.
 TEST(VectorFiles, AreThere)
 {
-    EXPECT_GT(vectors().size(), 0u) << "no cases in " VECTORS_DIR;
+    runInProcess({QStringLiteral("list")}); // the command line installs the registry
+    const QList<const CalculatorDescription*> calculators = CalculatorRegistry::calculators();
+    ASSERT_FALSE(calculators.isEmpty());
+    for (const CalculatorDescription* d : calculators) {
+        const bool some = std::any_of(vectors().begin(), vectors().end(), [d](const Vector& v) {
+            return v.data.value(QStringLiteral("calc")).toString() == d->name;
+        });
+        EXPECT_TRUE(some) << "no cases for " << d->name.toStdString();
+    }
 }
 
 } // namespace

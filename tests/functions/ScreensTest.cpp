@@ -429,7 +429,7 @@ TEST_F(Screens, ChartsFollowTheSolveAndTheResults)
     line = chart().dataForYAxisWithLineNumber(0);
     ASSERT_EQ(line.size(), 4);
     EXPECT_EQ(*line[0], 1000);
-    EXPECT_NEAR(*line[1], 2295.2340491544899, 1e-9) << "cmp vectors: monthly-end";
+    EXPECT_NEAR(*line[1], 2295.2340491544899, 1e-9) << "cmp.jsonl monthly-end";
     EXPECT_EQ(*line[3], value("balance"));
     type("periodField", typed(1e300));
     EXPECT_EQ(chart().dataForXAxisWithLineNumber(0).size(), 1001);
@@ -590,7 +590,7 @@ TEST(FunctionCatalogue, EveryRowOpensItsScreen)
 
 // The NPV calculation as one plain table (no screen shows it): the flows
 // padded to the period, then the period, rate, flows and both results as
-// rows. Values as in the npv vectors: -100 + 110 / 1.05 and 10 %.
+// rows. Values as in tests/vectors/npv.jsonl: -100 + 110 / 1.05 and 10 %.
 TEST(NpvTableModel, RowsFollowThePeriod)
 {
     NpvTableModel table;

@@ -1,4 +1,4 @@
-// Runs every case of src/functions/*/vectors.jsonl and tests/vectors/*.jsonl through the command
+// Runs every case of tests/vectors/*.jsonl through the command
 // line's own code (in this process, so through the calculators' controllers and models) and, for
 // every fifth case, through the installed-style `tallyvane-cli` program as well. One case a line;
 // see tests/vectors/README.md.
@@ -50,20 +50,13 @@ void loadFile(const QString& path, const QString& name, std::vector<Vector>& vec
     }
 }
 
-// Each calculator's own cases (src/functions/<folder>/vectors.jsonl), then
-// the topics that span several (tests/vectors/*.jsonl).
+// Every case of tests/vectors/*.jsonl, a calculator's in <name>.jsonl.
 std::vector<Vector> loadVectors()
 {
     std::vector<Vector> vectors;
-    const QDir calculators(QStringLiteral(CALCULATORS_DIR));
-    for (const QString& folder :
-         calculators.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name))
-        loadFile(calculators.filePath(folder + QStringLiteral("/vectors.jsonl")),
-                 QStringLiteral("src/functions/%1/vectors.jsonl").arg(folder), vectors);
-    const QDir topics(QStringLiteral(VECTORS_DIR));
-    for (const QString& name :
-         topics.entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name))
-        loadFile(topics.filePath(name), QStringLiteral("tests/vectors/") + name, vectors);
+    const QDir dir(QStringLiteral(VECTORS_DIR));
+    for (const QString& name : dir.entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name))
+        loadFile(dir.filePath(name), name, vectors);
     return vectors;
 }
 

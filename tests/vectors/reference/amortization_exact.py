@@ -173,7 +173,7 @@ def summary(case):
     return line
 
 
-# The cases src/functions/amortization/vectors.jsonl cites, by id.
+# The cases tests/vectors/amortization.jsonl cites, by id.
 CASES = {
     "semimonthly-tie": dict(loan="150000", rate="5.25", years="15", p=24, first="2027-01-01", range=(1, 1)),
     "hundred-years": dict(loan="300000", rate="5.625", years="100", p=12),

@@ -43,15 +43,17 @@ double DatedCashFlowsModel::netPresentValue(double yearlyRate) const
     return sum;
 }
 
-double DatedCashFlowsModel::internalRate() const
+double DatedCashFlowsModel::internalRate(QString& reason) const
 {
     const QList<Flow> dated = datedFlows();
     const bool positive =
         std::any_of(dated.begin(), dated.end(), [](const Flow& f) { return f.amount > 0; });
     const bool negative =
         std::any_of(dated.begin(), dated.end(), [](const Flow& f) { return f.amount < 0; });
-    if (!positive || !negative)
+    if (!positive || !negative) {
+        reason = RootSearch::noRateReason(QStringLiteral("XIRR"), positive, negative);
         return noNumber;
+    }
     // Each flow's years from the first date, worked out once for the whole
     // search; in date order with the amounts of one day added up, so that
     // their signs tell (Descartes' rule of signs) when at most one rate
@@ -79,6 +81,8 @@ double DatedCashFlowsModel::internalRate() const
     const RootSearch::Roots roots = RootSearch::signChanges(amounts) <= 1
                                         ? RootSearch::findOnlyRoot(xnpvAt, 0.1)
                                         : RootSearch::findRoots(xnpvAt);
+    if (roots.empty())
+        reason = RootSearch::noRateReason(QStringLiteral("XIRR"), true, true);
     return roots.nearest(0.1);
 }
 
@@ -93,7 +97,9 @@ void DatedCashFlowsModel::calculateResult()
     }
     xnpv = rateProblem.isEmpty() ? netPresentValue(rate / 100) : noNumber;
     setNote(QStringLiteral("xnpv"), rateProblem);
-    xirr = internalRate() * 100;
+    QString noRate;
+    xirr = internalRate(noRate) * 100;
+    setNote(QStringLiteral("xirr"), noRate);
 }
 
 void DatedCashFlowsModel::createReport(const QVariantMap& userInfo)

@@ -57,5 +57,6 @@ protected:
 
 private:
     QList<Flow> datedFlows() const;
-    double internalRate() const;
+    // XIRR as a fraction, or NaN with `reason` saying why there is none.
+    double internalRate(QString& reason) const;
 };

@@ -346,6 +346,34 @@ public:
     {
         return DateText::problemWith(text);
     }
+    // Where a calendar opens for a date field: {year, month (1 to 12), day}
+    // of the date the text names, or of today when it names none.
+    Q_INVOKABLE static QVariantMap calendarDate(const QString& text)
+    {
+        const QDate date = DateText::readIsoDate(text).value_or(QDate::currentDate());
+        return {{QStringLiteral("year"), date.year()},
+                {QStringLiteral("month"), date.month()},
+                {QStringLiteral("day"), date.day()}};
+    }
+    // A day `days` after (before, when negative) the given one, as
+    // calendarDate gives it; the same day when the result has no date.
+    Q_INVOKABLE static QVariantMap calendarDay(int year, int month, int day, int days)
+    {
+        const QDate date = QDate(year, month, day).addDays(days);
+        return calendarDate(date.isValid() ? date.toString(Qt::ISODate) : QString());
+    }
+    // The same day `months` months on (back, when negative), or the last
+    // day of that month when it is shorter.
+    Q_INVOKABLE static QVariantMap calendarMonth(int year, int month, int day, int months)
+    {
+        const QDate date = QDate(year, month, day).addMonths(months);
+        return calendarDate(date.isValid() ? date.toString(Qt::ISODate) : QString());
+    }
+    // The text a date field takes for a picked day: YYYY-MM-DD.
+    Q_INVOKABLE static QString isoDate(int year, int month, int day)
+    {
+        return QDate(year, month, day).toString(Qt::ISODate);
+    }
     // The line a marked field shows: its problem and, in the calculators
     // that count such a text as 0, that they do ("Not a number: counts as
     // 0"). Tallyvane's own calculators leave their results blank instead and

@@ -4,8 +4,10 @@ import QtQuick.Layouts
 import Tallyvane
 
 // A typed cell of a table under a form: a number or, with `dates`, a date
-// (YYYY-MM-DD). A text it cannot read is marked, with the line saying why
-// under it (and, where the calculator counts it as 0, that it does).
+// (YYYY-MM-DD), typed or picked from a month calendar (the button at the
+// field's end, or Alt+Down in the field). A text it cannot read is marked,
+// with the line saying why under it (and, where the calculator counts it as
+// 0, that it does).
 ColumnLayout {
     id: cell
 
@@ -22,6 +24,7 @@ ColumnLayout {
     property string problem: cell.dates ? Formats.dateProblem(field.text) : Formats.numberProblem(field.text)
     readonly property bool unreadable: problem.length > 0
     readonly property alias field: field
+    readonly property alias calendar: calendar
 
     // An edit by the user, and Return in the field.
     signal edited(string text)
@@ -42,14 +45,47 @@ ColumnLayout {
         font.pixelSize: cell.fontSize
         Accessible.name: cell.label
         Accessible.description: cell.unreadable ? hint.text : ""
+        rightPadding: cell.dates ? calendarButton.width + 4 : padding
         onTextEdited: cell.edited(text)
         onAccepted: cell.accepted()
+        Keys.onPressed: event => {
+            if (cell.dates && event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier)) {
+                calendar.openAt(field.text);
+                event.accepted = true;
+            }
+        }
         background: Rectangle {
             implicitHeight: 40
             color: field.palette.base
             radius: 2
             border.width: field.activeFocus || cell.unreadable ? 2 : 1
             border.color: cell.unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
+        }
+
+        ToolButton {
+            id: calendarButton
+
+            objectName: cell.fieldName + "Calendar"
+            visible: cell.dates
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            width: 30
+            height: parent.height - 4
+            focusPolicy: Qt.NoFocus
+            text: "\u25a6"
+            font.pixelSize: 16
+            Accessible.name: qsTr("Choose %1 from a calendar").arg(cell.label)
+            onClicked: calendar.openAt(field.text)
+        }
+        DatePopup {
+            id: calendar
+
+            y: field.height
+            onPicked: text => {
+                field.text = text;
+                cell.edited(text);
+                field.forceActiveFocus();
+            }
         }
     }
     Label {

@@ -459,6 +459,25 @@ TestCase {
         compare(label(screen, "xirrLabel"), "NaN%");
         verify(note.visible);
         compare(note.text, "Cash flow 1 cannot be read. Not a date: use YYYY-MM-DD");
+        // A date picked from the calendar is taken as a typed one. The
+        // calendar opens at the field's date; "›" goes a month on and a day
+        // is clicked. By keys: Alt+Down opens it, Left goes a day back,
+        // Page Up a month back, Return picks. XIRR of -100, then 110 396
+        // days later: 1.1^(365/396) - 1.
+        typeInto(screen, "dateField1", "2026-01-01");
+        mouseClick(findChild(screen, "dateField1Calendar"));
+        const popup = findChild(screen, "dateField1").parent.calendar;
+        tryCompare(popup, "opened", true);
+        compare(popup.grid.year * 100 + popup.grid.month, 202600, "January 2026");
+        mouseClick(findChild(popup.contentItem, "nextMonth"));
+        mouseClick(findChild(popup.grid, "day_1"));
+        compare(findChild(screen, "dateField1").text, "2026-02-01");
+        compare(label(screen, "xirrLabel"), local("9.182%"));
+        keyClick(Qt.Key_Down, Qt.AltModifier);
+        keyClick(Qt.Key_Left);
+        keyClick(Qt.Key_PageUp);
+        keyClick(Qt.Key_Return);
+        compare(findChild(screen, "dateField1").text, "2025-12-31");
         typeInto(screen, "dateField1", "2026-01-01");
         verify(!hint.visible);
         verify(!note.visible);

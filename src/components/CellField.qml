@@ -71,7 +71,9 @@ ColumnLayout {
             anchors.verticalCenter: parent.verticalCenter
             width: 30
             height: parent.height - 4
-            focusPolicy: Qt.NoFocus
+            // Reached by Tab too (Space opens the calendar), so the
+            // keyboard finds what the mouse does.
+            focusPolicy: Qt.TabFocus
             text: "\u25a6"
             font.pixelSize: 16
             Accessible.name: qsTr("Choose %1 from a calendar").arg(cell.label)

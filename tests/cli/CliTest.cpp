@@ -5,14 +5,13 @@
 #include "store/QVFileManager.h"
 #include "store/QVReport.h"
 #include "store/ReportStore.h"
+#include "support/OwnConnection.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QScopeGuard>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 namespace {
 
@@ -227,11 +226,7 @@ TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
     });
     ReportStore::close();
     // Another program holds the write lock and does not let go.
-    {
-        QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-writer");
-        other.setDatabaseName(ReportStore::databasePath());
-        ASSERT_TRUE(other.open());
-        QSqlQuery lock(other);
+    withOwnConnection(ReportStore::databasePath(), [this](QSqlQuery& lock) {
         ASSERT_TRUE(lock.exec("BEGIN IMMEDIATE"));
 
         EXPECT_EQ(run({"reports", "delete", "0"}), 1);
@@ -240,8 +235,7 @@ TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
         EXPECT_EQ(run({"calc", "tip", "bill=50", "--save", "Locked out"}), 1);
         EXPECT_TRUE(stderrText.contains("locked")) << stderrText.toStdString();
         lock.exec("ROLLBACK");
-    }
-    QSqlDatabase::removeDatabase("other-writer");
+    });
     ASSERT_EQ(run({"reports", "list"}), 0);
     EXPECT_EQ(stdoutText.count('\n'), 2) << "both reports kept, none added";
     EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 2) << "no orphan text file";

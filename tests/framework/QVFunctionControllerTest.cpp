@@ -37,16 +37,6 @@ protected:
         return titles;
     }
 
-    // An alert as its title, its message and its actions' titles, the
-    // cancelling one marked.
-    static QStringList shown(const AlertRequest& alert)
-    {
-        QStringList out{alert.title, alert.message};
-        for (const AlertAction& action : alert.actions)
-            out << action.title + (action.cancel ? " (cancel)" : "");
-        return out;
-    }
-
     std::shared_ptr<RecordingMailComposer> mail;
     std::shared_ptr<CountingReviewPrompt> review;
     std::unique_ptr<ReportTableModel> list;

@@ -3,13 +3,13 @@
 // home and drives real processes (tallyvane_report_saver, which saves the
 // way "tallyvane-cli calc roi ... --save" does); the outcome is read back
 // from the database directly.
+#include "ShippedCli.h"
 #include "store/QVReport.h"
 #include "store/ReportStore.h"
 #include "support/OwnConnection.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -65,19 +65,6 @@ SaverOutput parse(const QByteArray& output)
     return result;
 }
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-bool writeBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-           file.write(bytes) == bytes.size();
-}
-
 // The copy a notice says was kept ("... a copy was kept as <path>. ...").
 QString copyNamedIn(const QString& notice)
 {
@@ -106,41 +93,11 @@ std::optional<std::pair<int, int>> toldLost(const QString& notice)
     return std::nullopt;
 }
 
-// One run of the shipped command line on a home.
-struct CliRun {
-    QByteArray out;
-    QString err;
-    int exitCode = -1;
-    qint64 ms = 0;
-};
-
-CliRun runShippedCli(const QString& home, const QStringList& arguments)
-{
-    QProcess cli;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TALLYVANE_HOME"), home);
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-    cli.setProcessEnvironment(environment);
-    QElapsedTimer timer;
-    timer.start();
-    cli.start(QStringLiteral(CLI_PATH), arguments);
-    CliRun run;
-    if (!cli.waitForFinished(30000)) {
-        cli.kill();
-        cli.waitForFinished(5000);
-    }
-    run.ms = timer.elapsed();
-    run.out = cli.readAllStandardOutput();
-    run.err = QString::fromUtf8(cli.readAllStandardError());
-    run.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-    return run;
-}
-
 // The file names `reports list --json` gives, newest first.
-QStringList listedFiles(const QByteArray& json)
+QStringList listedFiles(const QString& json)
 {
     QStringList names;
-    for (const QJsonValue& record : QJsonDocument::fromJson(json).array())
+    for (const QJsonValue& record : QJsonDocument::fromJson(json.toUtf8()).array())
         names << record.toObject().value(QStringLiteral("fileName")).toString();
     return names;
 }

@@ -148,7 +148,7 @@ TEST_F(CliTest, KeysJsonCarriesHistoryAndRegisters)
               QStringList({"command", "expression", "result", "result-label"}));
 }
 
-TEST_F(CliTest, CalcPrintsItsValuesAsTheScreenShowsThem)
+TEST_F(CliTest, CalcPrintsReportsAndSavesLikeTheScreen)
 {
     ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2"}), 0)
         << stderrText.toStdString();
@@ -156,10 +156,7 @@ TEST_F(CliTest, CalcPrintsItsValuesAsTheScreenShowsThem)
                           "roi: 25%\nannualizedRoi: " +
                               dec("12.5") + "%\n")
         << "percent results keep their % as on the screen (the values: tests/vectors)";
-}
 
-TEST_F(CliTest, CalcReportsAndSavesLikeTheScreen)
-{
     ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2",
                    "--report", "Plan A"}),
               0);

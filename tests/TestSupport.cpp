@@ -105,6 +105,14 @@ void OtherFunctionModel::createReport(const QVariantMap& userInfo)
                 QStringLiteral("Bill: %1\n").arg(stringFromDouble(investment)));
 }
 
+QStringList shown(const AlertRequest& alert)
+{
+    QStringList out{alert.title, alert.message};
+    for (const AlertAction& action : alert.actions)
+        out << action.title + (action.cancel ? QStringLiteral(" (cancel)") : QString());
+    return out;
+}
+
 void ScriptedPresenter::present(const AlertRequest& request, Answer answer)
 {
     requests.push_back(request);

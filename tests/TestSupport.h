@@ -94,6 +94,10 @@ protected:
     }
 };
 
+// An alert as its title, its message and its actions' titles, the
+// cancelling one marked.
+QStringList shown(const AlertRequest& alert);
+
 // Answers each request with the next scripted choice and records them all.
 class ScriptedPresenter : public Presenter {
 public:

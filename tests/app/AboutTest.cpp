@@ -121,7 +121,6 @@ TEST_F(AboutTest, WhatNoProgramOpensIsShownWithACopyOrFolderButton)
 TEST_F(AboutTest, VersionAndInformationPagesAreBundled)
 {
     EXPECT_EQ(about.property("appVersion").toString(), QStringLiteral(TALLYVANE_VERSION));
-    EXPECT_FALSE(about.appVersion().isEmpty());
     const QString credits = about.pageHtml("credits");
     EXPECT_TRUE(credits.contains("Qt")) << "credits name the toolkit";
     EXPECT_TRUE(credits.contains("LGPL") || credits.contains("Lesser General Public License"));

@@ -180,16 +180,6 @@ private:
     QTcpServer server;
 };
 
-QByteArray headOf(const QByteArray& request)
-{
-    return request.left(request.indexOf("\r\n\r\n"));
-}
-
-QByteArray bodyOf(const QByteArray& request)
-{
-    return request.mid(request.indexOf("\r\n\r\n") + 4);
-}
-
 class SupportTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -264,12 +254,14 @@ TEST_F(SupportTest, PostsTheFormAsTypedAndShowsTheReply)
         EXPECT_FALSE(visit.responseVisible());
         ASSERT_TRUE(sendAndWait(visit));
 
-        const QList<QByteArray> head = headOf(server.requests.back()).split('\n');
+        const QByteArray& request = server.requests.back();
+        const qsizetype headEnd = request.indexOf("\r\n\r\n");
+        const QList<QByteArray> head = request.left(headEnd).split('\n');
         EXPECT_EQ(head.front(), "POST /support.php HTTP/1.1\r");
         EXPECT_TRUE(head.contains("Content-Type: application/x-www-form-urlencoded\r"));
         EXPECT_TRUE(head.contains("Host: 127.0.0.1:" + QByteArray::number(port) + "\r"));
         EXPECT_TRUE(head.contains("Accept-Encoding: identity\r"));
-        EXPECT_EQ(bodyOf(server.requests.back()), c.body);
+        EXPECT_EQ(request.mid(headEnd + 4), c.body);
         EXPECT_EQ(visit.serverResponse(), c.shown);
         EXPECT_TRUE(visit.responseVisible());
         EXPECT_FALSE(visit.sending());

@@ -9,21 +9,6 @@
 
 namespace {
 
-CalculatorModel registers(double n, double iy, double pv, double pmt, double fv, int py = 1,
-                          double cy = 1, const char* mode = "END")
-{
-    CalculatorModel m;
-    m.period = n;
-    m.rate = iy;
-    m.pv = pv;
-    m.pmt = pmt;
-    m.fv = fv;
-    m.paymentFrequency = py;
-    m.compounding = cy;
-    m.paymentMode = QString::fromLatin1(mode);
-    return m;
-}
-
 CashFlowList flows(std::initializer_list<std::pair<const char*, const char*>> entries)
 {
     CashFlowList list = CalculatorModel::freshCashFlows();
@@ -66,7 +51,8 @@ TEST(TvmSolver, SolvingAnyRegisterFromTheOtherFourReproducesIt)
         {15.5, 2.25, 1000, 50, 0, 2, 365, "BEG"},
     };
     for (const Case& c : cases) {
-        CalculatorModel base = registers(c.n, c.iy, c.pv, c.pmt, c.fv, c.py, c.cy, c.mode);
+        // P/Y, N, I/Y, PV, PMT, FV, C/Y, mode; NPV, IRR and the note unused.
+        CalculatorModel base{c.py, c.n, c.iy, c.pv, c.pmt, c.fv, c.cy, c.mode, 0, 0, {}};
         base.computeFutureValue(); // a consistent set of five
         const auto check = [&](void (CalculatorModel::*solve)(), double CalculatorModel::*reg,
                                const char* name) {

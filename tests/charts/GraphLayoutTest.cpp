@@ -35,20 +35,13 @@ FakeGraphSource::Line counting(int labels)
     return line;
 }
 
-QList<int> labelIndices(const GraphLayout& layout)
+// One field of every x tick, in order.
+template <typename T> QList<T> ticks(const GraphLayout& layout, T GraphXTick::*field)
 {
-    QList<int> indices;
+    QList<T> values;
     for (const GraphXTick& tick : layout.xTicks)
-        indices.append(tick.labelIndex);
-    return indices;
-}
-
-QList<double> tickXs(const GraphLayout& layout)
-{
-    QList<double> xs;
-    for (const GraphXTick& tick : layout.xTicks)
-        xs.append(tick.x);
-    return xs;
+        values.append(tick.*field);
+    return values;
 }
 
 TEST(GraphLayoutTest, PlotLabelsComeFromTheLineWithMostLabelsFirstOnTies)
@@ -87,8 +80,8 @@ TEST(GraphLayoutTest, GrowthSeriesOnThirteenLabels)
     // 12 steps divide by 4: every third label.
     EXPECT_EQ(l.labelInterval, 3);
     EXPECT_FLOAT_EQ(l.stepX, 340.0f / 12);
-    EXPECT_EQ(labelIndices(l), QList<int>({0, 3, 6, 9, 12}));
-    EXPECT_EQ(tickXs(l), QList<double>({0, 85, 170, 255, 340}));
+    EXPECT_EQ(ticks(l, &GraphXTick::labelIndex), QList<int>({0, 3, 6, 9, 12}));
+    EXPECT_EQ(ticks(l, &GraphXTick::x), QList<double>({0, 85, 170, 255, 340}));
     EXPECT_EQ(l.xTicks[1].line, QLineF(115, 30, 115, 250));
     // "3" is 6 x 14: left edge at x + 3, top at height - 24.
     EXPECT_EQ(l.xTicks[1].labelFrame, QRectF(88, 256, 6, 14));
@@ -106,13 +99,13 @@ TEST(GraphLayoutTest, XStepsForVariousLabelCounts)
 {
     // 10 steps divide by 5 but not by 4.
     GraphLayout l = layoutOf({counting(11)});
-    EXPECT_EQ(labelIndices(l), QList<int>({0, 2, 4, 6, 8, 10}));
-    EXPECT_EQ(tickXs(l), QList<double>({0, 68, 136, 204, 272, 340}));
+    EXPECT_EQ(ticks(l, &GraphXTick::labelIndex), QList<int>({0, 2, 4, 6, 8, 10}));
+    EXPECT_EQ(ticks(l, &GraphXTick::x), QList<double>({0, 68, 136, 204, 272, 340}));
 
     // 11 steps divide by none of 4..7: 5 steps of 12 / 5 = 2 labels.
     l = layoutOf({counting(12)});
-    EXPECT_EQ(labelIndices(l), QList<int>({0, 2, 4, 6, 8, 10}));
-    EXPECT_EQ(tickXs(l), QList<double>({0, 61, 123, 185, 247, 309}));
+    EXPECT_EQ(ticks(l, &GraphXTick::labelIndex), QList<int>({0, 2, 4, 6, 8, 10}));
+    EXPECT_EQ(ticks(l, &GraphXTick::x), QList<double>({0, 61, 123, 185, 247, 309}));
 
     EXPECT_EQ(GraphLayout::stepCountForXAxis(7, 400, 400, 1), 6);
     EXPECT_EQ(GraphLayout::stepCountForXAxis(8, 400, 400, 1), 7);
@@ -120,13 +113,13 @@ TEST(GraphLayoutTest, XStepsForVariousLabelCounts)
 
     // Below 6 labels every label has a line, and the last one comes twice.
     l = layoutOf({counting(4)});
-    EXPECT_EQ(labelIndices(l), QList<int>({0, 1, 2, 3, 3}));
-    EXPECT_EQ(tickXs(l), QList<double>({0, 113, 226, 340, 340}));
+    EXPECT_EQ(ticks(l, &GraphXTick::labelIndex), QList<int>({0, 1, 2, 3, 3}));
+    EXPECT_EQ(ticks(l, &GraphXTick::x), QList<double>({0, 113, 226, 340, 340}));
 
     // Zoom raises the step count only without a divisor.
     l = layoutOf({counting(12)}, 2.0);
     EXPECT_EQ(l.widht, 800);
-    EXPECT_EQ(labelIndices(l), QList<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+    EXPECT_EQ(ticks(l, &GraphXTick::labelIndex), QList<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
     EXPECT_EQ(l.xTicks[10].x, 672);
     EXPECT_EQ(l.maximumContentX(), 400);
 
@@ -190,7 +183,7 @@ TEST(GraphLayoutTest, ZeroRangeGivesInfiniteStepYWithoutCrashing)
     }
     EXPECT_FALSE(std::isfinite(l.points[0][1].position.y()));
     EXPECT_EQ(l.nearestPoint(100), std::nullopt);
-    EXPECT_EQ(labelIndices(l), QList<int>({0, 1, 2, 2}));
+    EXPECT_EQ(ticks(l, &GraphXTick::labelIndex), QList<int>({0, 1, 2, 2}));
 
     // Null values and unknown labels are skipped.
     const GraphLayout gaps =

@@ -5,14 +5,13 @@
 #include "store/QVFileManager.h"
 #include "store/QVReport.h"
 #include "store/ReportStore.h"
+#include "support/OwnConnection.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QScopeGuard>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 namespace {
 
@@ -149,7 +148,7 @@ TEST_F(CliTest, KeysJsonCarriesHistoryAndRegisters)
               QStringList({"command", "expression", "result", "result-label"}));
 }
 
-TEST_F(CliTest, CalcPrintsItsValuesAsTheScreenShowsThem)
+TEST_F(CliTest, CalcPrintsReportsAndSavesLikeTheScreen)
 {
     ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2"}), 0)
         << stderrText.toStdString();
@@ -157,10 +156,7 @@ TEST_F(CliTest, CalcPrintsItsValuesAsTheScreenShowsThem)
                           "roi: 25%\nannualizedRoi: " +
                               dec("12.5") + "%\n")
         << "percent results keep their % as on the screen (the values: tests/vectors)";
-}
 
-TEST_F(CliTest, CalcReportsAndSavesLikeTheScreen)
-{
     ASSERT_EQ(run({"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2",
                    "--report", "Plan A"}),
               0);
@@ -227,11 +223,7 @@ TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
     });
     ReportStore::close();
     // Another program holds the write lock and does not let go.
-    {
-        QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-writer");
-        other.setDatabaseName(ReportStore::databasePath());
-        ASSERT_TRUE(other.open());
-        QSqlQuery lock(other);
+    withOwnConnection(ReportStore::databasePath(), [this](QSqlQuery& lock) {
         ASSERT_TRUE(lock.exec("BEGIN IMMEDIATE"));
 
         EXPECT_EQ(run({"reports", "delete", "0"}), 1);
@@ -240,8 +232,7 @@ TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
         EXPECT_EQ(run({"calc", "tip", "bill=50", "--save", "Locked out"}), 1);
         EXPECT_TRUE(stderrText.contains("locked")) << stderrText.toStdString();
         lock.exec("ROLLBACK");
-    }
-    QSqlDatabase::removeDatabase("other-writer");
+    });
     ASSERT_EQ(run({"reports", "list"}), 0);
     EXPECT_EQ(stdoutText.count('\n'), 2) << "both reports kept, none added";
     EXPECT_EQ(QVFileManager::filesInDocumentsDirectory().size(), 2) << "no orphan text file";

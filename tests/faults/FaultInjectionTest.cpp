@@ -3,12 +3,13 @@
 // home and drives real processes (tallyvane_report_saver, which saves the
 // way "tallyvane-cli calc roi ... --save" does); the outcome is read back
 // from the database directly.
+#include "ShippedCli.h"
 #include "store/QVReport.h"
 #include "store/ReportStore.h"
+#include "support/OwnConnection.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -18,9 +19,6 @@
 #include <QRegularExpression>
 #include <QScopeGuard>
 #include <QSet>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QStorageInfo>
 #include <QTemporaryDir>
 #include <QThread>
@@ -67,19 +65,6 @@ SaverOutput parse(const QByteArray& output)
     return result;
 }
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-bool writeBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-           file.write(bytes) == bytes.size();
-}
-
 // The copy a notice says was kept ("... a copy was kept as <path>. ...").
 QString copyNamedIn(const QString& notice)
 {
@@ -108,43 +93,21 @@ std::optional<std::pair<int, int>> toldLost(const QString& notice)
     return std::nullopt;
 }
 
-// One run of the shipped command line on a home.
-struct CliRun {
-    QByteArray out;
-    QString err;
-    int exitCode = -1;
-    qint64 ms = 0;
-};
-
-CliRun runShippedCli(const QString& home, const QStringList& arguments)
-{
-    QProcess cli;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TALLYVANE_HOME"), home);
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-    cli.setProcessEnvironment(environment);
-    QElapsedTimer timer;
-    timer.start();
-    cli.start(QStringLiteral(CLI_PATH), arguments);
-    CliRun run;
-    if (!cli.waitForFinished(30000)) {
-        cli.kill();
-        cli.waitForFinished(5000);
-    }
-    run.ms = timer.elapsed();
-    run.out = cli.readAllStandardOutput();
-    run.err = QString::fromUtf8(cli.readAllStandardError());
-    run.exitCode = cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1;
-    return run;
-}
-
 // The file names `reports list --json` gives, newest first.
-QStringList listedFiles(const QByteArray& json)
+QStringList listedFiles(const QString& json)
 {
     QStringList names;
-    for (const QJsonValue& record : QJsonDocument::fromJson(json).array())
+    for (const QJsonValue& record : QJsonDocument::fromJson(json.toUtf8()).array())
         names << record.toObject().value(QStringLiteral("fileName")).toString();
     return names;
+}
+
+bool run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished(10000) && process.exitStatus() == QProcess::NormalExit &&
+           process.exitCode() == 0;
 }
 
 class ReportFaults : public ::testing::Test {
@@ -157,7 +120,23 @@ public:
     void TearDown() override
     {
         ReportStore::close();
-        QSqlDatabase::removeDatabase(QStringLiteral("fault-check"));
+        if (!smallDisk.isEmpty())
+            run(QStringLiteral("umount"), {smallDisk});
+    }
+
+    // A tmpfs of `size` ("160k") mounted under the test's home as the home
+    // for the rest of the test; false where mounting needs root and this
+    // test has not got it. TearDown unmounts it.
+    bool useSmallDisk(const QString& size)
+    {
+        const QString mountPoint = home.filePath(QStringLiteral("small"));
+        QDir().mkpath(mountPoint);
+        if (!run(QStringLiteral("mount"),
+                 {"-t", "tmpfs", "-o", "size=" + size, "tmpfs", mountPoint}))
+            return false;
+        smallDisk = mountPoint;
+        useHome(smallDisk);
+        return true;
     }
 
     void useHome(const QString& path)
@@ -214,12 +193,7 @@ public:
     QList<Stored> stored()
     {
         QList<Stored> records;
-        const QString name = QStringLiteral("fault-check");
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-            db.setDatabaseName(homePath + QStringLiteral("/reports.sqlite"));
-            EXPECT_TRUE(db.open()) << db.lastError().text().toStdString();
-            QSqlQuery query(db);
+        withOwnConnection(homePath + QStringLiteral("/reports.sqlite"), [&](QSqlQuery& query) {
             EXPECT_TRUE(query.exec(QStringLiteral("PRAGMA integrity_check")));
             EXPECT_TRUE(query.next());
             EXPECT_EQ(query.value(0).toString(), QStringLiteral("ok"));
@@ -235,10 +209,7 @@ public:
                 }
                 records << record;
             }
-            query.finish();
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(name);
+        });
         return records;
     }
 
@@ -246,8 +217,7 @@ public:
 
     QByteArray fileOf(const QVReport& report) const
     {
-        QFile file(documents() + QLatin1Char('/') + report.fileName);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+        return bytesOf(documents() + QLatin1Char('/') + report.fileName);
     }
 
     // Every investment in `expected` is stored exactly once, with its own
@@ -272,6 +242,7 @@ public:
 
     QTemporaryDir home;
     QString homePath;
+    QString smallDisk; // mounted by useSmallDisk
     std::vector<std::unique_ptr<QProcess>> savers;
 };
 
@@ -339,21 +310,9 @@ void expectFullDiskIsTold(ReportFaults& test, const std::function<SaverOutput(in
 
 TEST_F(ReportFaults, AFullSmallFilesystemFailsTheSaveAndKeepsEveryEarlierOne)
 {
-    QDir(home.path()).mkpath(QStringLiteral("small"));
-    const QString mountPoint = home.filePath(QStringLiteral("small"));
-    QProcess mount;
-    mount.start(QStringLiteral("mount"),
-                {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
-                 QStringLiteral("size=160k"), QStringLiteral("tmpfs"), mountPoint});
-    if (!mount.waitForFinished(10000) || mount.exitStatus() != QProcess::NormalExit ||
-        mount.exitCode() != 0)
+    if (!useSmallDisk(QStringLiteral("160k")))
         GTEST_SKIP() << "cannot mount a small tmpfs here (needs root): the size-limited "
                         "file case below covers a full disk instead";
-    const auto unmount = qScopeGuard([&] {
-        ReportStore::close();
-        QProcess::execute(QStringLiteral("umount"), {mountPoint});
-    });
-    useHome(mountPoint);
     expectFullDiskIsTold(*this, [this](int tag) { return runSaver(tag, 2000); });
 }
 
@@ -412,17 +371,13 @@ TEST_F(ReportFaults, OpeningANewDatabaseWaitsWhileAnotherConnectionHoldsIt)
 {
     std::promise<void> locked;
     std::thread holder([&] {
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "holder");
-            db.setDatabaseName(ReportStore::databasePath());
-            QSqlQuery query(db);
-            const bool held = db.open() && query.exec(QStringLiteral("BEGIN IMMEDIATE")) &&
+        withOwnConnection(ReportStore::databasePath(), [&](QSqlQuery& query) {
+            const bool held = query.exec(QStringLiteral("BEGIN IMMEDIATE")) &&
                               query.exec(QStringLiteral("CREATE TABLE other (x)"));
             locked.set_value();
             QThread::msleep(300);
             EXPECT_TRUE(held && query.exec(QStringLiteral("COMMIT")));
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("holder"));
+        });
     });
     locked.get_future().wait();
     const WriteResult result = ReportStore::createList();
@@ -570,20 +525,14 @@ public:
             return;
         }
         ASSERT_EQ(runShippedCli(homePath, {"reports", "list"}).exitCode, 0); // makes the list
-        {
-            QSqlDatabase holder = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "holder");
-            holder.setDatabaseName(homePath + QStringLiteral("/reports.sqlite"));
-            ASSERT_TRUE(holder.open());
-            QSqlQuery read(holder);
+        withOwnConnection(homePath + QStringLiteral("/reports.sqlite"), [this](QSqlQuery& read) {
             ASSERT_TRUE(read.exec(QStringLiteral("SELECT count(*) FROM reports")) && read.next());
             read.finish();
             ASSERT_EQ(runSaver(1, records).exitCode, 0);
             ASSERT_GT(QFileInfo(homePath + QStringLiteral("/reports.sqlite-wal")).size(), 0);
             ASSERT_TRUE(kept.isValid());
             copyStore(homePath, kept.path());
-            holder.close();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("holder"));
+        });
     }
 
     // The saved records' file names, as a listing of an undamaged copy gives.
@@ -690,21 +639,14 @@ TEST_F(DamageTrials, OneUsedByteOfTheTablesRootPage)
 {
     fill(false);
     qint64 root = 0;
-    {
-        QTemporaryDir copy;
-        copyStore(homePath, copy.path());
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "root");
-        db.setDatabaseName(copy.filePath(QStringLiteral("reports.sqlite")));
-        ASSERT_TRUE(db.open());
-        QSqlQuery query(db);
+    QTemporaryDir copy;
+    copyStore(homePath, copy.path());
+    withOwnConnection(copy.filePath(QStringLiteral("reports.sqlite")), [&](QSqlQuery& query) {
         ASSERT_TRUE(query.exec(QStringLiteral("SELECT rootpage FROM sqlite_master WHERE name = "
                                               "'reports'")) &&
                     query.next());
         root = query.value(0).toLongLong();
-        query.finish();
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("root"));
+    });
     ASSERT_GT(root, 1);
     const qint64 start = (root - 1) * 4096;
     const QByteArray page = bytesOf(ReportStore::databasePath()).mid(start, 4096);
@@ -838,36 +780,19 @@ void expectReadableButNotChangeable(const QString& home, const QString& outside,
     EXPECT_EQ(runShippedCli(home, {"reports", "list"}).out.count('\n'), 3);
 }
 
-bool run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished(10000) && process.exitStatus() == QProcess::NormalExit &&
-           process.exitCode() == 0;
-}
-
 TEST_F(ReportFaults, AFullDiskStillListsShowsAndExports)
 {
-    const QString mountPoint = home.filePath(QStringLiteral("small"));
-    QDir().mkpath(mountPoint);
-    if (!run(QStringLiteral("mount"),
-             {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
-              QStringLiteral("size=400k"), QStringLiteral("tmpfs"), mountPoint}))
+    if (!useSmallDisk(QStringLiteral("400k")))
         GTEST_SKIP() << "cannot mount a small tmpfs here (needs root)";
-    const auto unmount = qScopeGuard([&] {
-        ReportStore::close();
-        run(QStringLiteral("umount"), {mountPoint});
-    });
-    useHome(mountPoint);
     ASSERT_EQ(runSaver(1, 3).exitCode, 0);
-    QFile filler(mountPoint + QStringLiteral("/filler"));
+    QFile filler(smallDisk + QStringLiteral("/filler"));
     ASSERT_TRUE(filler.open(QIODevice::WriteOnly));
     const QByteArray block(4096, 'x');
     for (int i = 0; i < 1000 && filler.write(block) == block.size() && filler.flush(); ++i) {
     }
     filler.close();
-    ASSERT_LT(QStorageInfo(mountPoint).bytesAvailable(), 4096) << "the disk did not fill";
-    expectReadableButNotChangeable(mountPoint, home.filePath(QStringLiteral("full.pdf")),
+    ASSERT_LT(QStorageInfo(smallDisk).bytesAvailable(), 4096) << "the disk did not fill";
+    expectReadableButNotChangeable(smallDisk, home.filePath(QStringLiteral("full.pdf")),
                                    "the disk is full");
 }
 

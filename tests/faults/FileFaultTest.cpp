@@ -4,32 +4,23 @@
 // a report's text or chart that is a pipe, a link out of the documents
 // folder or far too large; and a file-size limit (ulimit -f) on the
 // program itself.
+#include "ShippedCli.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
-#include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace {
-
-struct Outcome {
-    int exitCode = -1; // -1: killed by a signal, or hung
-    QString out;
-    QString err;
-    qint64 milliseconds = 0;
-};
 
 // One whole picture, 1 x 1 pixel, as a PNG file holds it (written by hand:
 // signature, IHDR, one zlib-compressed IDAT row, IEND).
@@ -41,19 +32,6 @@ const QByteArray png = QByteArray::fromHex(
 bool hasImage(const QByteArray& pdf)
 {
     return pdf.contains("/Subtype /Image");
-}
-
-QByteArray contentsOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
-    ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
 class FileFaults : public ::testing::Test {
@@ -71,51 +49,15 @@ public:
         ASSERT_TRUE(QDir().mkpath(homePath));
     }
 
-    // Runs the shipped program with a fresh signal state: SIGXFSZ at its
-    // default action (which ends a process), so that only the program's own
-    // handling keeps it alive past a file-size limit of `fileSizeLimit`
-    // bytes (none when 0).
-    Outcome cli(const QStringList& args, rlim_t fileSizeLimit = 0)
+    CliRun cli(const QStringList& args, rlim_t fileSizeLimit = 0)
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("TALLYVANE_HOME"), homePath);
-        environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        // The PDF layout starts a GUI application, which warns without one.
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), root.path());
-        process.setProcessEnvironment(environment);
-        process.setChildProcessModifier([fileSizeLimit] {
-            ::signal(SIGXFSZ, SIG_DFL);
-            if (fileSizeLimit > 0) {
-                const rlimit cap{fileSizeLimit, fileSizeLimit};
-                ::setrlimit(RLIMIT_FSIZE, &cap);
-            }
-        });
-        QElapsedTimer clock;
-        clock.start();
-        process.start(QStringLiteral(CLI_PATH), args);
-        Outcome run;
-        if (!process.waitForFinished(20000)) {
-            process.kill();
-            process.waitForFinished(5000);
-            ADD_FAILURE() << "tallyvane-cli " << args.join(' ').toStdString() << " hung";
-        } else if (process.exitStatus() == QProcess::NormalExit) {
-            run.exitCode = process.exitCode();
-        } else {
-            ADD_FAILURE() << "tallyvane-cli " << args.join(' ').toStdString()
-                          << " was killed by signal " << process.exitCode();
-        }
-        run.milliseconds = clock.elapsed();
-        run.out = QString::fromUtf8(process.readAllStandardOutput());
-        run.err = QString::fromUtf8(process.readAllStandardError());
-        return run;
+        return runShippedCli(homePath, args, fileSizeLimit);
     }
 
     // Saves one report "A" and returns the path of its text file.
     QString saveReport()
     {
-        const Outcome saved = cli(
+        const CliRun saved = cli(
             {"calc", "roi", "investmentAmount=1000", "futureValue=1250", "years=2", "--save", "A"});
         EXPECT_EQ(saved.exitCode, 0) << saved.err.toStdString();
         const QJsonArray list =
@@ -150,9 +92,8 @@ public:
             ::lstat(QFile::encodeName(entry).constData(), &info);
             QString line = QStringLiteral("%1 %2").arg(entry).arg(info.st_mode, 0, 8);
             if (S_ISREG(info.st_mode))
-                line +=
-                    QLatin1Char(' ') +
-                    QCryptographicHash::hash(contentsOf(entry), QCryptographicHash::Sha1).toHex();
+                line += QLatin1Char(' ') +
+                        QCryptographicHash::hash(bytesOf(entry), QCryptographicHash::Sha1).toHex();
             entries << line;
         }
         entries.sort();
@@ -191,7 +132,7 @@ TEST_F(FileFaults, ReportsPdfNeverWritesOverTheStoreAReportsFilesOrAnythingButAR
          "is a file of saved report 0; it is never written over."},
         {"a report's chart",
          [](FileFaults&, const QString& text) {
-             writeFile(chartOf(text), png);
+             EXPECT_TRUE(writeBytes(chartOf(text), png));
              return chartOf(text);
          },
          true, "is a file of saved report 0"},
@@ -228,14 +169,14 @@ TEST_F(FileFaults, ReportsPdfNeverWritesOverTheStoreAReportsFilesOrAnythingButAR
          true, "is a folder, not a regular file"},
         {"a link to a regular file",
          [](FileFaults& t, const QString&) {
-             writeFile(t.path("plain.pdf"), "kept");
+             EXPECT_TRUE(writeBytes(t.path("plain.pdf"), "kept"));
              QFile::link(t.path("plain.pdf"), t.path("link.pdf"));
              return t.path("link.pdf");
          },
          true, "is a link, not a regular file"},
         {"a regular file without --force",
          [](FileFaults& t, const QString&) {
-             writeFile(t.path("plain.pdf"), "kept");
+             EXPECT_TRUE(writeBytes(t.path("plain.pdf"), "kept"));
              return t.path("plain.pdf");
          },
          false, "already exists; add --force to write over it."},
@@ -256,11 +197,11 @@ TEST_F(FileFaults, ReportsPdfNeverWritesOverTheStoreAReportsFilesOrAnythingButAR
         QStringList args = {"reports", "pdf", "0", target};
         if (c.force)
             args << "--force";
-        const Outcome run = cli(args);
+        const CliRun run = cli(args);
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_TRUE(run.err.contains(QLatin1String(c.says))) << run.err.toStdString();
         EXPECT_TRUE(run.out.isEmpty());
-        EXPECT_LT(run.milliseconds, 10000);
+        EXPECT_LT(run.ms, 10000);
 
         EXPECT_EQ(snapshot(), files) << "something under the home changed";
         EXPECT_EQ(cli({"reports", "list", "--json"}).out, list);
@@ -279,9 +220,9 @@ TEST_F(FileFaults, ReportsPdfNeverWritesOverTheStoreAReportsFilesOrAnythingButAR
         QStringList args = {"reports", "pdf", "0", path("out.pdf")};
         if (force)
             args << "--force";
-        const Outcome run = cli(args);
+        const CliRun run = cli(args);
         EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-        EXPECT_TRUE(contentsOf(path("out.pdf")).startsWith("%PDF-"));
+        EXPECT_TRUE(bytesOf(path("out.pdf")).startsWith("%PDF-"));
     }
     EXPECT_TRUE(QDir(homePath).entryList({".tallyvane-*"}, QDir::Hidden | QDir::Files).isEmpty());
 }
@@ -311,7 +252,7 @@ TEST_F(FileFaults, AReportsTextOrChartIsReadOnlyAsARegularFileOfSaneSizeInTheDoc
     };
     const auto linkOut = [](const QByteArray& bytes) {
         return [bytes](FileFaults& t, const QString& at) {
-            writeFile(t.path("outside"), bytes);
+            EXPECT_TRUE(writeBytes(t.path("outside"), bytes));
             QFile::remove(at);
             ASSERT_TRUE(QFile::link(t.path("outside"), at));
         };
@@ -327,7 +268,7 @@ TEST_F(FileFaults, AReportsTextOrChartIsReadOnlyAsARegularFileOfSaneSizeInTheDoc
         {"chart: a link out of the documents", Chart, linkOut(png),
          "The report's chart lies outside the documents folder; it is not read.", false},
         {"chart: a picture in its place", Chart,
-         [](FileFaults&, const QString& at) { writeFile(at, png); }, nullptr, true},
+         [](FileFaults&, const QString& at) { EXPECT_TRUE(writeBytes(at, png)); }, nullptr, true},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -335,14 +276,14 @@ TEST_F(FileFaults, AReportsTextOrChartIsReadOnlyAsARegularFileOfSaneSizeInTheDoc
         const QString text = saveReport();
         c.make(*this, c.part == Text ? text : chartOf(text));
 
-        const Outcome pdf = cli({"reports", "pdf", "0", path("out.pdf")});
-        EXPECT_LT(pdf.milliseconds, 10000);
+        const CliRun pdf = cli({"reports", "pdf", "0", path("out.pdf")});
+        EXPECT_LT(pdf.ms, 10000);
         if (c.part == Text) {
-            const Outcome show = cli({"reports", "show", "0"});
+            const CliRun show = cli({"reports", "show", "0"});
             EXPECT_EQ(show.exitCode, 1);
             EXPECT_EQ(show.err.trimmed(), QLatin1String(c.says));
             EXPECT_TRUE(show.out.isEmpty()) << show.out.left(200).toStdString();
-            EXPECT_LT(show.milliseconds, 10000);
+            EXPECT_LT(show.ms, 10000);
             EXPECT_EQ(pdf.exitCode, 1);
             EXPECT_EQ(pdf.err.trimmed(), QLatin1String(c.says));
             EXPECT_FALSE(QFile::exists(path("out.pdf")));
@@ -353,7 +294,7 @@ TEST_F(FileFaults, AReportsTextOrChartIsReadOnlyAsARegularFileOfSaneSizeInTheDoc
             EXPECT_TRUE(pdf.err.startsWith(QLatin1String(c.says))) << pdf.err.toStdString();
         else
             EXPECT_TRUE(pdf.err.isEmpty()) << pdf.err.toStdString();
-        const QByteArray written = contentsOf(path("out.pdf"));
+        const QByteArray written = bytesOf(path("out.pdf"));
         EXPECT_TRUE(written.startsWith("%PDF-"));
         EXPECT_EQ(hasImage(written), c.pictured);
     }
@@ -368,11 +309,11 @@ TEST_F(FileFaults, AFileSizeLimitOnTheProgramFailsTheWriteWithAMessage)
     // the first does); every save reported done is kept.
     const QString first = saveReport();
     int saved = 1;
-    Outcome failed;
+    CliRun failed;
     for (int i = 0; i < 40 && failed.exitCode != 1; ++i) {
-        const Outcome run = cli({"calc", "roi", "investmentAmount=1000", "futureValue=1250",
-                                 "years=2", "--save", QStringLiteral("A%1").arg(i)},
-                                24 * 1024);
+        const CliRun run = cli({"calc", "roi", "investmentAmount=1000", "futureValue=1250",
+                                "years=2", "--save", QStringLiteral("A%1").arg(i)},
+                               24 * 1024);
         ASSERT_NE(run.exitCode, -1);
         if (run.exitCode == 0)
             ++saved;
@@ -381,7 +322,7 @@ TEST_F(FileFaults, AFileSizeLimitOnTheProgramFailsTheWriteWithAMessage)
     }
     ASSERT_EQ(failed.exitCode, 1) << "the limit was never reached";
     EXPECT_FALSE(failed.err.trimmed().isEmpty());
-    const Outcome list = cli({"reports", "list", "--json"});
+    const CliRun list = cli({"reports", "list", "--json"});
     ASSERT_EQ(list.exitCode, 0) << list.err.toStdString();
     EXPECT_EQ(QJsonDocument::fromJson(list.out.toUtf8()).array().size(), saved);
 
@@ -394,13 +335,13 @@ TEST_F(FileFaults, AFileSizeLimitOnTheProgramFailsTheWriteWithAMessage)
     for (int line = 0; line < 3000; ++line)
         text.write(QByteArrayLiteral("Line ") + QByteArray::number(line) + ": a few words\n");
     text.close();
-    writeFile(path("old.pdf"), "the old file");
-    const Outcome pdf =
+    EXPECT_TRUE(writeBytes(path("old.pdf"), "the old file"));
+    const CliRun pdf =
         cli({"reports", "pdf", QString::number(saved - 1), path("old.pdf"), "--force"}, 64 * 1024);
     EXPECT_EQ(pdf.exitCode, 1);
     EXPECT_TRUE(pdf.err.startsWith(path("old.pdf") + QStringLiteral(" could not be written: ")))
         << pdf.err.toStdString();
-    EXPECT_EQ(contentsOf(path("old.pdf")), "the old file");
+    EXPECT_EQ(bytesOf(path("old.pdf")), "the old file");
     EXPECT_TRUE(QDir(homePath).entryList({".tallyvane-*"}, QDir::Hidden | QDir::Files).isEmpty());
 }
 

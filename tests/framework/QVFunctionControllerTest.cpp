@@ -37,16 +37,6 @@ protected:
         return titles;
     }
 
-    // An alert as its title, its message and its actions' titles, the
-    // cancelling one marked.
-    static QStringList shown(const AlertRequest& alert)
-    {
-        QStringList out{alert.title, alert.message};
-        for (const AlertAction& action : alert.actions)
-            out << action.title + (action.cancel ? " (cancel)" : "");
-        return out;
-    }
-
     std::shared_ptr<RecordingMailComposer> mail;
     std::shared_ptr<CountingReviewPrompt> review;
     std::unique_ptr<ReportTableModel> list;
@@ -54,7 +44,7 @@ protected:
     TestFunctionController<TestFunctionModel> controller;
 };
 
-TEST_F(FunctionControllerTest, ExportSheetOffersCancelEmailSaveAndAsksForAReview)
+TEST_F(FunctionControllerTest, ExportSheetOffersCancelEmailSaveAndACancelSavesNothing)
 {
     presenter.script({{"Cancel", ""}});
     controller.exportClicked();
@@ -65,6 +55,12 @@ TEST_F(FunctionControllerTest, ExportSheetOffersCancelEmailSaveAndAsksForAReview
                            "Cancel (cancel)", "Send Email", "Save"}));
     EXPECT_EQ(controller.selectedAction(), "cancel");
     EXPECT_EQ(review->requestCount(), 1);
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
+
+    presenter.script({{"Save", ""}, {"Cancel", "typed"}}); // the title alert cancelled
+    controller.exportClicked();
+    EXPECT_EQ(controller.selectedAction(), "cancel");
+    EXPECT_TRUE(storedTitles().isEmpty());
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
 }
 
@@ -154,14 +150,8 @@ TEST_F(FunctionControllerTest, AMailDraftNoProgramOpensIsShownWithItsFolder)
     EXPECT_TRUE(presenter.requests[2].message.endsWith("\n" + home.filePath("Outbox")));
 }
 
-TEST_F(FunctionControllerTest, ACancelledTitleSavesNothingAnEmptyOneIsSavedUnconfirmed)
+TEST_F(FunctionControllerTest, AnEmptyTitleIsSavedUnconfirmed)
 {
-    presenter.script({{"Save", ""}, {"Cancel", "typed"}});
-    controller.exportClicked();
-    EXPECT_EQ(controller.selectedAction(), "cancel");
-    EXPECT_TRUE(storedTitles().isEmpty());
-    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
-
     presenter.script({{"Save", ""}, {"OK", ""}}); // "Calculation Saved" left open
     controller.exportClicked();
     EXPECT_EQ(storedTitles(), QStringList({""}));

@@ -1,6 +1,5 @@
 #include "TestSupport.h"
 #include "platform/NotificationCenter.h"
-#include "platform/Services.h"
 #include "store/QVFileManager.h"
 
 #include <QDir>
@@ -15,30 +14,6 @@ protected:
         NotificationCenter::defaultCenter().post(name, nullptr, info);
     }
 };
-
-class BaseModel : public QVFunctionModel {
-public:
-    using QVFunctionModel::QVFunctionModel;
-};
-
-TEST_F(FunctionModelTest, BaseNamesAndAReportThatIgnoresRequests)
-{
-    auto model = QVFunctionModel::create<BaseModel>();
-    EXPECT_EQ(model->navigationTitle(), "QV Function Calculator");
-    EXPECT_EQ(model->descriptionName(), "qvfunction");
-    EXPECT_EQ(model->report().fileName, "qvfunction");
-    EXPECT_TRUE(model->report().functionTitle.isEmpty());
-    EXPECT_FALSE(model->reportSaved());
-
-    int created = 0;
-    QObject listener;
-    NotificationCenter::defaultCenter().addObserver(
-        &listener, model->reportCreatedNotificationName(), [&](const Notification&) { ++created; });
-    request("QVFunctionReportRequestedNotification", {{"title", "x"}});
-    EXPECT_EQ(created, 0);
-    EXPECT_EQ(model->report().fileName, "qvfunction");
-    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
-}
 
 TEST_F(FunctionModelTest, ReportFollowsTheRecipeExactly)
 {

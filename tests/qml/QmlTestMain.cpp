@@ -1,12 +1,9 @@
+#include "TestSupport.h"
 #include "app/QmlPresenter.h"
-#include "framework/QVFunctionModel.h"
 #include "functions/Calculators.h"
 #include "gui/DesktopServices.h"
 #include "platform/AppPaths.h"
-#include "platform/MailComposer.h"
-#include "platform/NotificationCenter.h"
 #include "platform/Services.h"
-#include "platform/UrlOpener.h"
 #include "store/QVReport.h"
 #include "store/ReportStore.h"
 
@@ -34,51 +31,6 @@
 Q_IMPORT_QML_PLUGIN(TallyvanePlugin)
 
 namespace {
-
-// A calculator model that reports two lines, like the real ones.
-class SampleModel : public QVFunctionModel {
-public:
-    using QVFunctionModel::QVFunctionModel;
-    void createReport(const QVariantMap& userInfo) override
-    {
-        writeReport(userInfo, QStringLiteral("Return on Investment"), QStringLiteral("#1FDA9A"),
-                    QStringLiteral("Investment: 1000\nRoi: 12%\n"));
-    }
-
-protected:
-    void configureNames() override
-    {
-        setNames({QStringLiteral("SampleReportCreatedNotification"),
-                  QStringLiteral("SampleReportRequestedNotification"),
-                  QStringLiteral("Quorvex - Financial Report"), QStringLiteral("Sample"),
-                  QStringLiteral("sample_description"), QStringLiteral("roi"),
-                  QStringLiteral("Roi")});
-    }
-};
-
-// Keeps the mails and addresses the app hands to the desktop.
-class RecordingMailComposer : public MailComposer {
-public:
-    bool canSendMail() const override { return true; }
-    void compose(const MailMessage& message, Finished finished) override
-    {
-        messages.append(message);
-        if (finished)
-            finished(MailResult::Sent);
-    }
-    QList<MailMessage> messages;
-};
-
-class RecordingUrlOpener : public UrlOpener {
-public:
-    void openUrl(const QUrl& url, Done done) override
-    {
-        urls.append(url.toString());
-        if (done)
-            done(Outcome::Opened);
-    }
-    QStringList urls;
-};
 
 // Every warning and critical message of the process, for tests that must
 // run without any.
@@ -163,7 +115,8 @@ public:
         static int minute = 0;
         const QDateTime when = QDateTime(QDate(2024, 3, 5), QTime(9, 0)).addSecs(60 * ++minute);
         Services::setClock([when] { return when; });
-        auto model = QVFunctionModel::create<SampleModel>();
+        auto model = QVFunctionModel::create<TestFunctionModel>();
+        model->roi = 12;
         NotificationCenter::defaultCenter().post(model->reportRequestedNotificationName(), nullptr,
                                                  {{QStringLiteral("title"), title}});
         model->saveReport();
@@ -214,6 +167,7 @@ public:
     {
         Services::setMailComposer(m_mails);
         Services::setUrlOpener(m_urls);
+        m_urls->opens = true;
     }
     // The recorded mails: subject and the attachments' file names.
     Q_INVOKABLE QVariantList mails() const
@@ -228,7 +182,13 @@ public:
         }
         return list;
     }
-    Q_INVOKABLE QStringList openedUrls() const { return m_urls->urls; }
+    Q_INVOKABLE QStringList openedUrls() const
+    {
+        QStringList urls;
+        for (const QUrl& url : m_urls->opened)
+            urls << url.toString();
+        return urls;
+    }
 
     // What keeps the shown screen from being used without a mouse or eyes:
     // operable controls a screen reader cannot name, and controls that

@@ -10,7 +10,7 @@ namespace {
 
 class FileManagerTest : public HomeTest {};
 
-TEST_F(FileManagerTest, WritesAsciiTextExactly)
+TEST_F(FileManagerTest, WritesAsciiTextExactlyAndNothingElse)
 {
     const QString text = QStringLiteral("Financial Report - Tip\nDate: 01-02-2024 09:05\n");
     EXPECT_TRUE(QVFileManager::saveFileToDocumentsDirectoryWithContents("a_report.txt", text));
@@ -18,10 +18,7 @@ TEST_F(FileManagerTest, WritesAsciiTextExactly)
     QFile raw(QDir(documents()).filePath("a_report.txt"));
     ASSERT_TRUE(raw.open(QIODevice::ReadOnly));
     EXPECT_EQ(raw.readAll(), text.toLatin1()) << "no byte-order mark, no header";
-}
 
-TEST_F(FileManagerTest, TextOutsideAsciiWritesNothing)
-{
     for (const QString& text : {QStringLiteral("Tip: 15\u00a0%"), QStringLiteral("caf\u00e9"),
                                 QStringLiteral("\u0661\u0662")}) {
         EXPECT_FALSE(QVFileManager::saveFileToDocumentsDirectoryWithContents("x_report.txt", text));
@@ -46,6 +43,8 @@ TEST_F(FileManagerTest, NamesThatAreNotPlainFileNamesNeverWrite)
 
 TEST_F(FileManagerTest, ListsReportFilesAndClearsTheFolder)
 {
+    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty()) << "no folder yet";
+    EXPECT_TRUE(QVFileManager::listReportFilesFromDocumentsDirectory().isEmpty());
     QVFileManager::saveFileToDocumentsDirectoryWithContents("roi_A_report.txt", "1");
     QVFileManager::saveFileToDocumentsDirectoryWithContents("notes.txt", "2");
     QVFileManager::saveFileToDocumentsDirectoryWithContents("Report.txt", "3");
@@ -58,12 +57,6 @@ TEST_F(FileManagerTest, ListsReportFilesAndClearsTheFolder)
 
     QVFileManager::clearDocumentsDirectory();
     EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
-}
-
-TEST_F(FileManagerTest, MissingFolderListsNothing)
-{
-    EXPECT_TRUE(QVFileManager::filesInDocumentsDirectory().isEmpty());
-    EXPECT_TRUE(QVFileManager::listReportFilesFromDocumentsDirectory().isEmpty());
 }
 
 TEST_F(FileManagerTest, RemovesOnlyFilesDirectlyInTheDocumentsFolder)

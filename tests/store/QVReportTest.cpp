@@ -6,13 +6,12 @@
 #include "reports/ReportTableModel.h"
 #include "store/QVFileManager.h"
 #include "store/ReportStore.h"
+#include "support/OwnConnection.h"
 
 #include <QCborMap>
 #include <QCborValue>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 namespace {
 
@@ -75,13 +74,8 @@ TEST_F(ReportStoreTest, ArchiveKeepsSixKeysInOrderAndRoundTrips)
         QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC).msecsTo(now) / 1000.0;
     EXPECT_DOUBLE_EQ(map.value("date").toDouble(), expectedSeconds);
 
-    const QVReport back = QVReport::fromArchive(r.archive());
-    EXPECT_EQ(back.title, r.title);
-    EXPECT_EQ(back.date, r.date);
-    EXPECT_EQ(back.functionTitle, r.functionTitle);
-    EXPECT_EQ(back.contents, r.contents);
-    EXPECT_EQ(back.fileName, r.fileName);
-    EXPECT_EQ(back.colorTag, r.colorTag);
+    // Every field, the date to the millisecond, comes back as it went in.
+    EXPECT_EQ(QVReport::fromArchive(r.archive()).archive(), r.archive());
 }
 
 TEST_F(ReportStoreTest, MissingKeysStayEmptyAndGarbageGivesAnEmptyRecord)
@@ -178,16 +172,11 @@ TEST_F(ReportStoreTest, FilesLeftInTheMakingByAnEndedProcessGoAtTheNextStartAndN
     };
     const auto entries = [] {
         QStringList names;
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "marks");
-            db.setDatabaseName(ReportStore::databasePath());
-            EXPECT_TRUE(db.open());
-            QSqlQuery query(db);
+        withOwnConnection(ReportStore::databasePath(), [&](QSqlQuery& query) {
             EXPECT_TRUE(query.exec(QStringLiteral("SELECT name FROM pending_files ORDER BY name")));
             while (query.next())
                 names << query.value(0).toString();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("marks"));
+        });
         return names;
     };
 
@@ -209,11 +198,7 @@ TEST_F(ReportStoreTest, FilesLeftInTheMakingByAnEndedProcessGoAtTheNextStartAndN
 
     // Entries of a process that has ended (on an earlier boot of the
     // machine), as a save killed between its file and its record leaves.
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "marks");
-        db.setDatabaseName(ReportStore::databasePath());
-        ASSERT_TRUE(db.open());
-        QSqlQuery insert(db);
+    withOwnConnection(ReportStore::databasePath(), [](QSqlQuery& insert) {
         insert.prepare(QStringLiteral("INSERT INTO pending_files VALUES (?, ?, ?)"));
         for (const char* name : {"killed_report.txt", "named_report.txt", "notes.txt",
                                  "older_report.txt", "unwritten_report.txt"}) {
@@ -222,8 +207,7 @@ TEST_F(ReportStoreTest, FilesLeftInTheMakingByAnEndedProcessGoAtTheNextStartAndN
             insert.addBindValue(QDateTime::currentMSecsSinceEpoch());
             ASSERT_TRUE(insert.exec());
         }
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("marks"));
+    });
     for (const char* name : {"killed_report.txt", "killed_chart.png", "named_report.txt",
                              "notes.txt", "older_report.txt", "deleted_report.txt"})
         write(name);
@@ -252,11 +236,7 @@ TEST_F(ReportStoreTest, FilesLeftInTheMakingByAnEndedProcessGoAtTheNextStartAndN
 // change on its numbers are kept, so that a row hidden later is found.
 TEST_F(ReportStoreTest, AListWithoutBookkeepingIsTakenAsItIsAndCountedFromThen)
 {
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "earlier");
-        db.setDatabaseName(ReportStore::databasePath());
-        ASSERT_TRUE(db.open());
-        QSqlQuery query(db);
+    withOwnConnection(ReportStore::databasePath(), [this](QSqlQuery& query) {
         ASSERT_TRUE(query.exec("PRAGMA journal_mode=WAL"));
         ASSERT_TRUE(query.exec("CREATE TABLE reports (id INTEGER PRIMARY KEY AUTOINCREMENT, "
                                "archive BLOB NOT NULL, checksum INTEGER NOT NULL)"));
@@ -267,8 +247,7 @@ TEST_F(ReportStoreTest, AListWithoutBookkeepingIsTakenAsItIsAndCountedFromThen)
             query.addBindValue(ReportStore::checksumOf(archive));
             ASSERT_TRUE(query.exec());
         }
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("earlier"));
+    });
 
     EXPECT_EQ(storedTitles(), QStringList({"older", "old"}));
     EXPECT_TRUE(ReportStore::takeNotice().isEmpty());
@@ -276,15 +255,10 @@ TEST_F(ReportStoreTest, AListWithoutBookkeepingIsTakenAsItIsAndCountedFromThen)
     ReportStore::close();
     EXPECT_EQ(storedTitles(), QStringList({"new", "older", "old"}));
     EXPECT_TRUE(ReportStore::takeNotice().isEmpty());
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), "earlier");
-        db.setDatabaseName(ReportStore::databasePath());
-        ASSERT_TRUE(db.open());
-        QSqlQuery query(db);
+    withOwnConnection(ReportStore::databasePath(), [](QSqlQuery& query) {
         ASSERT_TRUE(query.exec("SELECT records FROM list_state") && query.next());
         EXPECT_EQ(query.value(0).toInt(), 3);
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("earlier"));
+    });
 }
 
 TEST_F(ReportStoreTest, DateStringNamesTodayAndYesterday)

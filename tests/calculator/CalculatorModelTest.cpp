@@ -94,6 +94,11 @@ TEST(CashFlows, AFrequencyOfZeroSkipsItsFlow)
                 -1000 + 300 / 1.05 + 300 / std::pow(1.05, 2) + 300 / std::pow(1.05, 3) +
                     200 / std::pow(1.05, 4),
                 1e-9);
+    // Nor does a skipped flow's sign count: one outflow alone has no IRR.
+    const CalculatorModel::Rates none =
+        CalculatorModel::internalRatesOfReturn(flows({{"-1000", "1"}, {"50", "0"}}));
+    EXPECT_TRUE(none.all.empty());
+    EXPECT_EQ(none.reason, "No IRR: the cash flows never change sign.");
 }
 
 // Each run of equal flows is one closed-form term; the result may differ

@@ -99,6 +99,7 @@ FunctionScreen {
                     name: row.modelData.name
                     label: row.modelData.label
                     countsAsZero: row.modelData.countsAsZero
+                    signable: row.modelData.signable
                 }
             }
         }

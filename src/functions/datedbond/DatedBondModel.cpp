@@ -60,7 +60,7 @@ QString DatedBondModel::bondProblem() const
     if (const QString problem = BondMath::problemWith(bond()); !problem.isEmpty())
         return problem;
     if (!std::isfinite(couponRate) || !std::isfinite(redemption))
-        return tooLarge();
+        return QStringLiteral("Too large a number to compute with.");
     if (couponRate < 0)
         return QStringLiteral("The coupon rate cannot be negative.");
     if (!(redemption > 0))
@@ -75,7 +75,7 @@ QString DatedBondModel::givenValueProblem(const char* given) const
     const bool fromYield = qstrcmp(given, "yield") == 0;
     const double value = fromYield ? yield : price;
     if (!std::isfinite(value))
-        return tooLarge();
+        return QStringLiteral("Too large a number to compute with.");
     if (fromYield && !(yield / 100 / bond().frequency > -1))
         return QStringLiteral("The yield must be above -100% a coupon period.");
     if (!fromYield && !(price > 0))
@@ -86,6 +86,7 @@ QString DatedBondModel::givenValueProblem(const char* given) const
 double DatedBondModel::calculatePrice()
 {
     clearNotes();
+    explainEntries({"couponRate", "redemption", "yield", "callPrice"});
     QString reason = bondProblem();
     calculatePeriod(reason);
     if (reason.isEmpty())
@@ -98,6 +99,7 @@ double DatedBondModel::calculatePrice()
 double DatedBondModel::calculateYield()
 {
     clearNotes();
+    explainEntries({"couponRate", "redemption", "price", "callPrice"});
     QString reason = bondProblem();
     calculatePeriod(reason);
     if (reason.isEmpty())
@@ -202,10 +204,13 @@ void DatedBondModel::createReport(const QVariantMap& userInfo)
     body += QStringLiteral("Coupons Remaining: %1\n").arg(stringFromDouble(couponsRemaining));
     // What the screen says under blank results goes with them, once each.
     QStringList lines;
-    for (const QString& line : notes()) {
-        if (!lines.contains(line) && !line.startsWith(QLatin1String("Enter a call date")))
-            lines << line;
-    }
+    for (const char* key : {"price", "yield"})
+        lines << note(QString::fromLatin1(key));
+    for (const char* key : pricedResults)
+        lines << note(QString::fromLatin1(key));
+    lines.removeAll(QString());
+    lines.removeAll(QStringLiteral("Enter a call date and a call price for the yield to call."));
+    lines.removeDuplicates();
     for (const QString& line : lines)
         body += line + QLatin1Char('\n');
     writeReport(userInfo, QStringLiteral("Dated Bond"), QStringLiteral("#2E86AB"), body);

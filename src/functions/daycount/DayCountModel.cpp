@@ -71,9 +71,13 @@ void DayCountModel::createReport(const QVariantMap& userInfo)
     body += QStringLiteral("Days Added: %1\n").arg(stringFromDouble(std::trunc(addDays)));
     body += QStringLiteral("Date: %1\n").arg(orDash(date));
     body += QStringLiteral("Weekday: %1\n").arg(orDash(weekday));
-    // What the screen says under blank results goes with them.
-    for (const QString& line : notes())
-        if (!body.contains(line))
-            body += line + QLatin1Char('\n');
+    // What the screen says under blank results goes with them, once each.
+    QStringList lines;
+    for (const char* key : {"days", "date"})
+        lines << note(QString::fromLatin1(key));
+    lines.removeAll(QString());
+    lines.removeDuplicates();
+    for (const QString& line : lines)
+        body += line + QLatin1Char('\n');
     writeReport(userInfo, QStringLiteral("Days between dates"), QStringLiteral("#2E86AB"), body);
 }

@@ -67,12 +67,22 @@ ApplicationWindow {
 
     // Pushes the screen known by `identifier` onto the Functions stack: a
     // calculator's own screen, or its plain form laid out from its
-    // description, or one of the two lists, which open further screens
+    // description, or one of the lists, which open further screens
     // themselves. An identifier nothing knows opens nothing.
     function openScreen(identifier) {
         const lists = {
-            "StockTableController": "framework/StockListPage.qml",
-            "LoansTableController": "framework/LoansListPage.qml"
+            "StockTableController": {
+                "list": "stock",
+                "title": qsTr("Stock Calculators")
+            },
+            "LoansTableController": {
+                "list": "loans",
+                "title": qsTr("Loans and More")
+            },
+            "BondsTableController": {
+                "list": "bonds",
+                "title": qsTr("Bonds and Dates")
+            }
         };
         const view = Calculators.viewOf(identifier);
         if (view === "") {
@@ -82,7 +92,7 @@ ApplicationWindow {
         } else if (view !== "?") {
             functionsStack.push(page(view));
         } else if (lists[identifier]) {
-            const list = functionsStack.push(page(lists[identifier]));
+            const list = functionsStack.push(page("framework/CatalogueListPage.qml"), lists[identifier]);
             list.calculatorChosen.connect(chosen => window.openScreen(chosen));
         }
     }

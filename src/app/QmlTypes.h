@@ -197,21 +197,24 @@ class Calculators : public QObject {
 public:
     using QObject::QObject;
 
-    // The calculators of one catalogue list ("functions", "stock", "loans"):
-    // name, title, screen identifier, icon and colour each.
+    // The calculators of one catalogue list ("functions", "stock", "loans",
+    // "bonds"): name, title, screen identifier, icon and colour each, and
+    // whether the list is its own ("home"; false where it is listed too).
     Q_INVOKABLE static QVariantList entries(const QString& list)
     {
         const CatalogueEntry::List wanted = list == u"stock"   ? CatalogueEntry::List::Stock
                                             : list == u"loans" ? CatalogueEntry::List::Loans
+                                            : list == u"bonds" ? CatalogueEntry::List::Bonds
                                                                : CatalogueEntry::List::Functions;
         QVariantList rows;
         for (const CalculatorDescription* d : CalculatorRegistry::calculators()) {
-            if (d->entry.list == wanted)
+            if (d->entry.listedIn(wanted))
                 rows.append(QVariantMap{{QStringLiteral("name"), d->name},
                                         {QStringLiteral("title"), d->entry.title},
                                         {QStringLiteral("screen"), d->screen},
                                         {QStringLiteral("icon"), d->entry.icon},
-                                        {QStringLiteral("color"), d->entry.color}});
+                                        {QStringLiteral("color"), d->entry.color},
+                                        {QStringLiteral("home"), d->entry.list == wanted}});
         }
         return rows;
     }
@@ -229,8 +232,8 @@ public:
         return d ? d->name : QString();
     }
 
-    // A plain form's rows, in order: {type: "field" | "choice" | "solve" |
-    // "result", outlet, name (a field's key), label,
+    // A plain form's rows, in order: {type: "field" | "date" | "choice" |
+    // "solve" | "result", outlet, name (a field's key), label,
     // section (a heading above it, or ""), signable, countsAsZero}. A field
     // whose key names a compute button is a solve field (SolveField).
     Q_INVOKABLE static QVariantList form(const QString& name)
@@ -241,11 +244,12 @@ public:
             return rows;
         // The form calculators count an unreadable field as 0 (and say
         // so); Tallyvane's own leave the results blank instead.
-        const bool countsAsZero = d->entry.list != CatalogueEntry::List::Loans;
+        const bool countsAsZero = d->entry.countsUnreadableAsZero();
         for (const FieldSpec& field : d->fields) {
             if (field.kind == FieldSpec::Kind::Table)
                 continue;
             const QString type = field.kind == FieldSpec::Kind::Choice ? QStringLiteral("choice")
+                                 : field.kind == FieldSpec::Kind::Date ? QStringLiteral("date")
                                  : d->solveButtons.contains(field.key) ? QStringLiteral("solve")
                                                                        : QStringLiteral("field");
             rows.append(QVariantMap{{QStringLiteral("type"), type},

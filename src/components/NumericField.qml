@@ -3,7 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// A labelled number field bound to one outlet of a calculator view. Every
+// A labelled number (or date) field bound to one outlet of a calculator view. Every
 // edit goes to the controller as the screen's change action. "±" (the
 // Change Sign accessory, on fields that have it) flips the sign without
 // recomputing (the results go stale until the next edit, or Return);
@@ -24,7 +24,10 @@ ColumnLayout {
     // The calculators that count a text they cannot read as 0 say so in
     // the mark; Tallyvane's own ones leave their results blank instead.
     property bool countsAsZero: true
-    readonly property string problem: Formats.numberProblem(field.text)
+    // A date field (YYYY-MM-DD) instead of a number field: marked when the
+    // text is no date.
+    property bool dates: false
+    readonly property string problem: dates ? Formats.dateProblem(field.text) : Formats.numberProblem(field.text)
     readonly property bool unreadable: problem.length > 0
     // Why a solved value in this field is no number, when it is not.
     readonly property string note: row.controller.view.notes[row.outlet] ?? ""
@@ -51,7 +54,7 @@ ColumnLayout {
             Layout.fillWidth: true
             text: row.controller.view.texts[row.outlet] ?? ""
             placeholderText: row.placeholder
-            inputMethodHints: Qt.ImhFormattedNumbersOnly
+            inputMethodHints: row.dates ? Qt.ImhDate : Qt.ImhFormattedNumbersOnly
             selectByMouse: true
             font.pixelSize: 17
             Accessible.name: row.label

@@ -14,6 +14,7 @@ RowLayout {
     property string label: solveRow.controller.labelOf(solveRow.name + "Field")
     // See NumericField.
     property bool countsAsZero: true
+    property bool signable: true
 
     Layout.fillWidth: true
     Layout.rightMargin: AppTheme.margin
@@ -24,6 +25,7 @@ RowLayout {
         outlet: solveRow.name + "Field"
         label: solveRow.label
         countsAsZero: solveRow.countsAsZero
+        signable: solveRow.signable
         Layout.rightMargin: 6
     }
     Button {

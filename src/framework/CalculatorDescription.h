@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <utility>
 
 class QVFunctionController;
 
@@ -55,11 +56,27 @@ struct CatalogueEntry {
         Functions, // the Functions tab itself
         Stock,     // "Stock Calculators"
         Loans,     // "Loans and More"
+        Bonds,     // "Bonds and Dates"
     };
+    CatalogueEntry() = default;
+    CatalogueEntry(List list, QString title, QString icon, QString color, QList<List> alsoIn = {})
+        : list(list), title(std::move(title)), icon(std::move(icon)), color(std::move(color)),
+          alsoIn(std::move(alsoIn))
+    {}
+
     List list = List::Functions;
     QString title;
     QString icon;  // the Functions tab's icon ("tvm": qrc:/icons/tvm.png)
-    QString color; // the swatch of the Stock and Loans lists, "#RRGGBB"
+    QString color; // the swatch of the lists other than the Functions tab, "#RRGGBB"
+    // Further lists that show it too (the bond calculator, on the Functions
+    // tab, is also among the bonds). Its own list decides everything else.
+    QList<List> alsoIn;
+
+    bool listedIn(List wanted) const { return list == wanted || alsoIn.contains(wanted); }
+    // The form calculators (the Functions tab's and the stock ones) count a
+    // field they cannot read as 0, and mark it so; Tallyvane's own leave
+    // the results that need it blank (NaN) instead, with a note naming it.
+    bool countsUnreadableAsZero() const { return list == List::Functions || list == List::Stock; }
 };
 
 struct CalculatorDescription {

@@ -5,15 +5,18 @@ import QtQuick.Layouts
 import Tallyvane
 
 // A calculator screen laid out from its description alone: its fields (a
-// number field, a number field with its solve button, or a choice button)
-// and then its results, each under the heading its description gives it.
-// Calculators whose screens need more (charts, tables, schedules) have QML
-// files of their own instead.
+// number field, a date field, a number field with its solve button, or a
+// choice button) and then its results, each under the heading its
+// description gives it, and, when its controller draws one, the chart.
+// Calculators whose screens need more (tables, schedules) have QML files of
+// their own instead.
 FunctionScreen {
     id: screen
 
     // The calculator's name in the registry ("roi").
     required property string calculator
+    // The controller, when it draws a chart under the results.
+    readonly property QVChartController charts: controller as QVChartController
 
     controller: Calculators.create(calculator)
 
@@ -76,6 +79,19 @@ FunctionScreen {
                 }
             }
             Repeater {
+                model: row.modelData.type === "date" ? 1 : 0
+
+                delegate: NumericField {
+                    controller: screen.controller
+                    outlet: row.modelData.outlet
+                    label: row.modelData.label
+                    dates: true
+                    signable: false
+                    placeholder: "YYYY-MM-DD"
+                    countsAsZero: false
+                }
+            }
+            Repeater {
                 model: row.modelData.type === "solve" ? 1 : 0
 
                 delegate: SolveField {
@@ -83,6 +99,54 @@ FunctionScreen {
                     name: row.modelData.name
                     label: row.modelData.label
                     countsAsZero: row.modelData.countsAsZero
+                    signable: row.modelData.signable
+                }
+            }
+        }
+    }
+    // The chart under the results, drawn anew from each solve; made only
+    // for a controller that draws one.
+    Repeater {
+        model: screen.charts !== null ? 1 : 0
+
+        delegate: Item {
+            Layout.fillWidth: true
+            Layout.preferredHeight: visible ? 240 : 0
+            visible: screen.charts.chartShown
+            Accessible.name: screen.charts.chartTitle
+
+            MultiLineGraphView {
+                id: chart
+
+                objectName: "chart"
+                anchors.fill: parent
+                anchors.margins: 8
+                dataSource: screen.charts.chartDataSource
+                delegate: screen.charts.chartDataSource
+                animated: false
+                showLegend: true
+                legendViewType: 1
+                gridLineColor: AppTheme.chartGrid
+                textColor: AppTheme.text
+                gridLineWidth: 0.3
+                textFontSize: 12
+                markerColor: "orange"
+                markerTextColor: "white"
+                markerWidth: 0.4
+                showMarker: true
+                showCustomMarkerView: true
+
+                Connections {
+                    target: screen.charts
+
+                    function onChartChanged() {
+                        if (!screen.charts.chartShown)
+                            chart.clearGraph();
+                        else if (chart.lineCount === 0)
+                            chart.drawGraph();
+                        else
+                            chart.reloadGraph();
+                    }
                 }
             }
         }

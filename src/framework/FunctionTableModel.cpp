@@ -9,12 +9,14 @@ FunctionTableModel::FunctionTableModel(QObject* parent) : QAbstractListModel(par
 
 // The Functions tab's calculators in the registry's order (time value of
 // money, return on investment, compound interest, net present value, tip,
-// bond), then the two lists.
+// bond), then the three lists.
 static QList<std::pair<QString, QString>> groupRows()
 {
     return {{QStringLiteral("Stock Calculators"), QStringLiteral("stock")},
             // Tallyvane's own calculators beyond the catalogue's seven rows.
-            {QStringLiteral("Loans and More"), QStringLiteral("loans")}};
+            {QStringLiteral("Loans and More"), QStringLiteral("loans")},
+            // Bonds between real dates and the date worksheet.
+            {QStringLiteral("Bonds and Dates"), QStringLiteral("dates")}};
 }
 
 void FunctionTableModel::configureFunctionArray()
@@ -69,5 +71,7 @@ QStringList FunctionTableModel::screenIdentifiersForTitle(const QString& title)
         screens << QStringLiteral("StockTableController");
     if (title == u"Loans and More")
         screens << QStringLiteral("LoansTableController");
+    if (title == u"Bonds and Dates")
+        screens << QStringLiteral("BondsTableController");
     return screens;
 }

@@ -10,8 +10,9 @@ struct FunctionCell {
     QString imageName;
 };
 
-// The catalogue of form calculators: seven rows, the last of which opens
-// the list of stock calculators.
+// The catalogue of form calculators: the Functions tab's calculators, then
+// the rows that open the lists (stock calculators, loans and more, bonds and
+// dates).
 class FunctionTableModel : public QAbstractListModel {
     Q_OBJECT
 

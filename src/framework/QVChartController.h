@@ -10,12 +10,17 @@ class QVChartController : public QVFunctionController {
     Q_PROPERTY(QObject* chartDataSource READ chartDataSource CONSTANT)
     Q_PROPERTY(bool chartShown READ chartShown NOTIFY chartChanged)
     Q_PROPERTY(int chartRevision READ chartRevision NOTIFY chartChanged)
+    Q_PROPERTY(QString chartTitle READ chartTitle CONSTANT)
 
 public:
     using QVFunctionController::QVFunctionController;
 
     // The chart's MultiLineGraphDataSource and MultiLineGraphDelegate.
     virtual QObject* chartDataSource() const = 0;
+    // What the chart shows, for screen readers ("Chart of the price
+    // against the yield"); screens laid out from their description show it
+    // under the results.
+    virtual QString chartTitle() const { return {}; }
     bool chartShown() const { return m_chartShown; }
     int chartRevision() const { return m_chartRevision; }
 

@@ -373,7 +373,7 @@ void QVFunctionController::fieldChanged()
 bool QVFunctionController::countsUnreadableAsZero() const
 {
     const CalculatorDescription* d = description();
-    return !d || d->entry.list != CatalogueEntry::List::Loans;
+    return !d || d->entry.countsUnreadableAsZero();
 }
 
 void QVFunctionController::readFields()
@@ -502,6 +502,24 @@ double QVFunctionController::givenNumber(const QString& outlet) const
     if (text.trimmed().isEmpty())
         return 0;
     return NumberFormat::readNumber(text).value_or(std::numeric_limits<double>::quiet_NaN());
+}
+
+QDate QVFunctionController::givenDate(const QString& outlet, QString* problem) const
+{
+    const QString text = m_view->text(outlet);
+    const std::optional<QDate> date = DateText::readIsoDate(text);
+    if (problem)
+        problem->clear();
+    if (date)
+        return *date;
+    if (problem) {
+        const QString label = labelOf(outlet);
+        *problem =
+            text.trimmed().isEmpty()
+                ? QStringLiteral("Enter the %1.").arg(label.left(1).toLower() + label.mid(1))
+                : QStringLiteral("%1 cannot be read. %2").arg(label, problemWith(text, true));
+    }
+    return {};
 }
 
 void QVFunctionController::showNumber(const QString& outlet, double value, const QString& suffix)

@@ -5,6 +5,7 @@
 #include "QVFunctionView.h"
 #include "charts/ChartPicture.h"
 
+#include <QDate>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -172,6 +173,12 @@ protected:
     // text they cannot read as 0: NaN for such a text (an empty field is
     // still 0), so every result that depends on it is NaN too.
     double givenNumber(const QString& outlet) const;
+    // The date typed in the date field `outlet` (YYYY-MM-DD); an invalid
+    // date for an empty text or one that cannot be read. `problem`, when
+    // given, says why (empty for a date), naming the field by its label ("Enter the
+    // settlement date.", "Settlement date cannot be read. Not a date: use
+    // YYYY-MM-DD").
+    QDate givenDate(const QString& outlet, QString* problem = nullptr) const;
     // Shows `value` in a label or field with the results' number format.
     void showNumber(const QString& outlet, double value, const QString& suffix = QString());
     // The description's number, percent and count fields, each read (empty

@@ -623,7 +623,8 @@ TEST_F(Screens, TheStockTablesFollowEachOthersPeriod)
 }
 
 // The catalogue's rows: the Functions list's calculators, then one row each
-// for the stock and the loans lists; a title opens its calculator's screen.
+// for the stock, the loans and the bonds lists; a title opens its
+// calculator's screen.
 TEST(FunctionCatalogue, EveryRowOpensItsScreen)
 {
     FunctionTableModel catalogue;
@@ -635,7 +636,7 @@ TEST(FunctionCatalogue, EveryRowOpensItsScreen)
         EXPECT_EQ(FunctionTableModel::screenIdentifiersForTitle(calculator->entry.title),
                   QStringList{calculator->screen});
     }
-    EXPECT_EQ(catalogue.rowCount(), functions + 2);
+    EXPECT_EQ(catalogue.rowCount(), functions + 3);
     EXPECT_TRUE(FunctionTableModel::screenIdentifiersForTitle("Tip calculator").isEmpty());
     EXPECT_EQ(FunctionTableModel::rowHeightForListHeight(630), 70);
 }

@@ -499,4 +499,34 @@ TestCase {
         verify(hint.visible);
         tryVerify(() => next.mapToItem(screen, 0, 0).y >= top + hint.height, 1000, "the next field moves down below the mark");
     }
+
+    // A plain form's date field marks a day that does not exist; a solve
+    // then leaves the price blank, says which field, and draws no chart.
+    // Put right, the price (PRICE's documented 94.63436162) and the chart of
+    // the price against the yield are there.
+    function test_datedBondDateFieldsAndChart() {
+        window.openScreen("BondsTableController", "");
+        tryCompare(functions, "busy", false);
+        window.openScreen("DatedBondController", "");
+        tryCompare(functions, "busy", false);
+        const screen = functions.currentItem;
+        typeInto(screen, "settlementField", "2008-02-30");
+        typeInto(screen, "maturityField", "2017-11-15");
+        typeInto(screen, "couponRateField", "5.75");
+        typeInto(screen, "yieldField", "6.5");
+        const hint = findChild(screen, "settlementFieldHint");
+        verify(hint.visible);
+        compare(hint.text, "Not a date: use YYYY-MM-DD");
+        mouseClick(findChild(screen, "priceButton"));
+        compare(findChild(screen, "priceField").text, "NaN");
+        compare(findChild(screen, "priceFieldNote").text, "Settlement date cannot be read. Not a date: use YYYY-MM-DD");
+        verify(!findChild(screen, "chart").parent.visible, "no chart without a bond");
+        typeInto(screen, "settlementField", "2008-02-15");
+        verify(!hint.visible);
+        mouseClick(findChild(screen, "priceButton"));
+        compare(findChild(screen, "priceField").text, local("94.634"));
+        verify(!findChild(screen, "priceFieldNote").visible);
+        const chart = findChild(screen, "chart");
+        tryVerify(() => chart.parent.visible && chart.lineCount === 1, 1000, "the chart of the price against the yield");
+    }
 }

@@ -10,9 +10,9 @@ QtObject {
 
     required property var window
 
-    // The calculators of the registry, each with its list: the Functions
-    // tab's first, then the stock and the loans lists.
-    readonly property var calculators: ["functions", "stock", "loans"].reduce((all, list) => all.concat(Calculators.entries(list).map(entry => ({
+    // The calculators of the registry, each with its own list: the
+    // Functions tab's first, then the stock, the loans and the bonds lists.
+    readonly property var calculators: ["functions", "stock", "loans", "bonds"].reduce((all, list) => all.concat(Calculators.entries(list).filter(entry => entry.home).map(entry => ({
                         "name": entry.name,
                         "screen": entry.screen,
                         "list": list
@@ -22,7 +22,7 @@ QtObject {
     // with its worked example, then the rest. The ones that end in a
     // failure or a mail come last: the screens they leave behind would
     // answer later reports of their calculator.
-    readonly property var steps: ["functions", "stock-list", "loans-list"].concat(calculators.map(c => c.name), ["roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"])
+    readonly property var steps: ["functions", "stock-list", "loans-list", "bonds-list"].concat(calculators.map(c => c.name), ["roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"])
 
     // How long the step needs to settle before its picture: calculators
     // draw their charts with an animation.
@@ -39,6 +39,8 @@ QtObject {
             window.openScreen("StockTableController", "");
         else if (calculator.list === "loans")
             window.openScreen("LoansTableController", "");
+        else if (calculator.list === "bonds")
+            window.openScreen("BondsTableController", "");
         window.openScreen(calculator.screen, "");
         const screen = window.functionsStackView.currentItem;
         const decimal = Qt.locale().decimalPoint;
@@ -118,6 +120,10 @@ QtObject {
         case "loans-list":
             window.showTab(0);
             window.openScreen("LoansTableController", "");
+            break;
+        case "bonds-list":
+            window.showTab(0);
+            window.openScreen("BondsTableController", "");
             break;
         case "roi-unreadable":
             window.showTab(0);

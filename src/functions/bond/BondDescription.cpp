@@ -9,7 +9,12 @@ const CalculatorDescription& bondDescription()
         .name = "bond",
         .screen = "BondController",
         .view = {}, // a plain form
-        .entry = {CatalogueEntry::List::Functions, "Bond Calculator", "bond", {}},
+        // Also among the bonds on real dates, in their list's colour.
+        .entry = {CatalogueEntry::List::Functions,
+                  "Bond Calculator",
+                  "bond",
+                  "#8E44AD",
+                  {CatalogueEntry::List::Bonds}},
         .fields =
             {
                 under("Bond", number("faceValue", "faceValueField", "Face value")),

@@ -8,6 +8,7 @@
 namespace {
 const QString rowCountField = QStringLiteral("rowCountField");
 const QString rateField = QStringLiteral("rateField");
+const QString basisButton = QStringLiteral("basisButton");
 const QString notADate = QStringLiteral("Not a date: use YYYY-MM-DD");
 } // namespace
 
@@ -60,6 +61,14 @@ void DatedCashFlowsController::connectMvc()
     auto* view = new QVFunctionView(this);
     setView(view);
     view->setText(rowCountField, QString::number(m_rowCount));
+    view->setText(basisButton, datedCashFlowsModel()->basis);
+}
+
+void DatedCashFlowsController::basisClicked()
+{
+    presentChoice(QStringLiteral("basis"), QStringLiteral("Day Count Basis"),
+                  QStringLiteral("How should the years between the dates be counted?"),
+                  [this](const QString& word) { datedCashFlowsModel()->basis = word; });
 }
 
 QString DatedCashFlowsController::dateProblem(int row) const

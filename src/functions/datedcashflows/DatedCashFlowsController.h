@@ -49,6 +49,8 @@ public:
     // at least as many rows; false for another table or too many values.
     bool setTableInput(const QString& property, const QStringList& values) override;
     void fieldChanged() override;
+    // The day-count basis's sheet; the results follow the word chosen.
+    Q_INVOKABLE void basisClicked();
 
     int rowCount() const { return m_rowCount; }
     QAbstractListModel* rows() { return &m_rows; }

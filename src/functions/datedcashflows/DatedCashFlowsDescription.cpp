@@ -1,5 +1,6 @@
 #include "DatedCashFlowsController.h"
 #include "framework/CalculatorDescription.h"
+#include "numerics/DayCount.h"
 
 using namespace Describe;
 
@@ -17,6 +18,8 @@ const CalculatorDescription& datedCashFlowsDescription()
             {
                 count("rows", "rowCountField", "Number of cash flows (2 to 10,000)"),
                 percent("rate", "rateField", "Discount rate a year for XNPV (%)"),
+                choice("basis", "basisButton", "Day count basis", DayCount::basisWords(),
+                       "basisClicked"),
                 table("dates", DatedCashFlowsModel::maximumRows, FieldSpec::Kind::Date),
                 table("amounts", DatedCashFlowsModel::maximumRows),
             },

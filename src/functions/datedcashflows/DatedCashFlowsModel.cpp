@@ -1,5 +1,6 @@
 #include "DatedCashFlowsModel.h"
 
+#include "numerics/DayCount.h"
 #include "numerics/RootSearch.h"
 
 #include <algorithm>
@@ -29,6 +30,13 @@ QList<DatedCashFlowsModel::Flow> DatedCashFlowsModel::datedFlows() const
     return dated;
 }
 
+double DatedCashFlowsModel::yearsBetween(const QDate& start, const QDate& date) const
+{
+    const DayCount::Basis counted = DayCount::basisOf(basis).value_or(DayCount::Basis::Actual365);
+    const double years = DayCount::yearFraction(start, date, counted);
+    return date < start ? -years : years;
+}
+
 double DatedCashFlowsModel::netPresentValue(double yearlyRate) const
 {
     const QList<Flow> dated = datedFlows();
@@ -37,7 +45,7 @@ double DatedCashFlowsModel::netPresentValue(double yearlyRate) const
     const QDate start = dated.first().date;
     double sum = 0;
     for (const Flow& flow : dated) {
-        const double years = start.daysTo(flow.date) / 365.0;
+        const double years = yearsBetween(start, flow.date);
         sum += flow.amount / std::pow(1 + yearlyRate, years);
     }
     return sum;
@@ -61,7 +69,7 @@ double DatedCashFlowsModel::internalRate(QString& reason) const
     const QDate start = dated.first().date;
     std::vector<std::pair<double, double>> terms; // years, amount
     for (const Flow& flow : dated)
-        terms.emplace_back(start.daysTo(flow.date) / 365.0, flow.amount);
+        terms.emplace_back(yearsBetween(start, flow.date), flow.amount);
     std::sort(terms.begin(), terms.end());
     std::vector<double> amounts;
     for (size_t k = 0; k < terms.size(); ++k) {
@@ -106,6 +114,7 @@ void DatedCashFlowsModel::createReport(const QVariantMap& userInfo)
 {
     QString body;
     body += QStringLiteral("Rate: %1%\n").arg(stringFromDouble(rate));
+    body += QStringLiteral("Basis: %1\n").arg(basis);
     for (const Flow& flow : flows)
         body +=
             QStringLiteral("Cash Flow %1: %2 on %3\n")

@@ -6,9 +6,11 @@
 #include <QList>
 
 // Cash flows on real dates: their net present value at a yearly rate and
-// their internal rate of return, with the spreadsheet's actual/365 day
-// count (XNPV and XIRR): each amount is discounted by (1 + rate)^(days ÷
-// 365), days counted from the first flow's date.
+// their internal rate of return (the spreadsheet's XNPV and XIRR): each
+// amount is discounted by (1 + rate)^years, the years from the first flow's
+// date counted on the chosen day-count basis (YEARFRAC's, the library's
+// DayCount; negative for a flow dated before the first). Actual/365, the
+// spreadsheet functions' own count (days ÷ 365), is the default.
 //
 // XIRR is the yearly rate where XNPV is 0, found by the app's one rate
 // search (every rate from just above −100 % up; of two, the one nearer
@@ -25,6 +27,7 @@ class DatedCashFlowsModel : public QVFunctionModel {
     // The results the screen shows with a "%" after the number.
     Q_CLASSINFO("percentResults", "xirr")
     Q_PROPERTY(double rate MEMBER rate)
+    Q_PROPERTY(QString basis MEMBER basis)
     Q_PROPERTY(double xnpv MEMBER xnpv)
     Q_PROPERTY(double xirr MEMBER xirr)
 
@@ -43,7 +46,8 @@ public:
     // they can.
     QString flowsProblem;
     QString rateProblem;
-    double rate = 0; // percent a year
+    double rate = 0;                              // percent a year
+    QString basis = QStringLiteral("Actual/365"); // one of DayCount::basisWords()
     double xnpv = 0;
     double xirr = 0; // percent a year
 
@@ -57,6 +61,8 @@ protected:
 
 private:
     QList<Flow> datedFlows() const;
+    // The years from `start` to `date` on the basis.
+    double yearsBetween(const QDate& start, const QDate& date) const;
     // XIRR as a fraction, or NaN with `reason` saying why there is none.
     double internalRate(QString& reason) const;
 };

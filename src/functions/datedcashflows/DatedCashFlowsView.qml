@@ -5,8 +5,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// Dated cash flows: the number of rows and the rate, XNPV and XIRR, and the
-// rows themselves, a date (YYYY-MM-DD) and an amount each, numbered from 0.
+// Dated cash flows: the number of rows, the rate and the day-count basis,
+// XNPV and XIRR, and the rows themselves, a date (YYYY-MM-DD) and an amount
+// each, numbered from 0.
 // The rows scroll in a list of their own, which makes only the rows in
 // sight, so even 10,000 of them stay quick. A cell that cannot be read is
 // marked with its line; the results then stay blank and say which row.
@@ -30,6 +31,10 @@ FunctionScreen {
         controller: screen.controller
         outlet: "rateField"
         countsAsZero: false
+    }
+    ChoiceRow {
+        controller: screen.controller
+        outlet: "basisButton"
     }
     SectionHeader {
         text: qsTr("Results")

@@ -5,13 +5,16 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// The stock calculators, a fixed list; rows a ninth of the list's height.
+// One list of the catalogue beyond the Functions tab (the stock
+// calculators, loans and more, bonds and dates), from the registry; rows a
+// ninth of the list's height, each with its calculator's colour.
 Page {
     id: page
 
-    signal calculatorChosen(string identifier, string title)
+    // The list's name in the registry ("stock", "loans", "bonds").
+    required property string list
 
-    title: qsTr("Stock Calculators")
+    signal calculatorChosen(string identifier, string title)
 
     header: TitleBar {
         title: page.title
@@ -20,16 +23,16 @@ Page {
     }
 
     ListView {
-        id: list
+        id: rows
 
-        objectName: "stockList"
+        objectName: page.list + "List"
         // Tab reaches the list; the arrow keys walk its rows.
         activeFocusOnTab: true
         anchors.fill: parent
         keyNavigationEnabled: true
         focus: true
         // The calculators of this list, from the registry.
-        model: Calculators.entries("stock")
+        model: Calculators.entries(page.list)
 
         delegate: ItemDelegate {
             id: row
@@ -40,9 +43,9 @@ Page {
             readonly property string identifier: modelData.screen
             readonly property color swatch: modelData.color
 
-            objectName: "stockRow" + index
+            objectName: page.list + "Row" + index
             width: ListView.view.width
-            height: list.height / 9
+            height: rows.height / 9
             Accessible.name: name
             onClicked: page.calculatorChosen(identifier, name)
             Keys.onReturnPressed: clicked()

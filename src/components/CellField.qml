@@ -24,7 +24,7 @@ ColumnLayout {
     property string problem: cell.dates ? Formats.dateProblem(field.text) : Formats.numberProblem(field.text)
     readonly property bool unreadable: problem.length > 0
     readonly property alias field: field
-    readonly property alias calendar: calendar
+    readonly property DatePopup calendar: calendarButton.calendar
 
     // An edit by the user, and Return in the field.
     signal edited(string text)
@@ -50,7 +50,7 @@ ColumnLayout {
         onAccepted: cell.accepted()
         Keys.onPressed: event => {
             if (cell.dates && event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier)) {
-                calendar.openAt(field.text);
+                calendarButton.open();
                 event.accepted = true;
             }
         }
@@ -62,27 +62,13 @@ ColumnLayout {
             border.color: cell.unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
         }
 
-        ToolButton {
+        CalendarButton {
             id: calendarButton
 
             objectName: cell.fieldName + "Calendar"
             visible: cell.dates
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            width: 30
-            height: parent.height - 4
-            // Reached by Tab too (Space opens the calendar), so the
-            // keyboard finds what the mouse does.
-            focusPolicy: Qt.TabFocus
-            text: "\u25a6"
-            font.pixelSize: 16
-            Accessible.name: qsTr("Choose %1 from a calendar").arg(cell.label)
-            onClicked: calendar.openAt(field.text)
-        }
-        DatePopup {
-            id: calendar
-
-            y: field.height
+            field: field
+            label: cell.label
             onPicked: text => {
                 field.text = text;
                 cell.edited(text);

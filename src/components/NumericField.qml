@@ -3,8 +3,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// A labelled number (or date) field bound to one outlet of a calculator view. Every
-// edit goes to the controller as the screen's change action. "±" (the
+// A labelled number (or date, with a calendar) field bound to one outlet of
+// a calculator view. Every edit goes to the controller as the screen's
+// change action. "±" (the
 // Change Sign accessory, on fields that have it) flips the sign without
 // recomputing (the results go stale until the next edit, or Return);
 // "Done" on a touch keyboard closes it. A text that is no number (or an
@@ -59,7 +60,14 @@ ColumnLayout {
             font.pixelSize: 17
             Accessible.name: row.label
             Accessible.description: row.unreadable ? hint.text : ""
+            rightPadding: row.dates ? calendarButton.width + 4 : padding
             onTextEdited: row.controller.editField(row.outlet, text)
+            Keys.onPressed: event => {
+                if (row.dates && event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier)) {
+                    calendarButton.open();
+                    event.accepted = true;
+                }
+            }
             // After "±" Return applies the flipped text first.
             onAccepted: {
                 if (row.controller.view.stale)
@@ -72,6 +80,20 @@ ColumnLayout {
                 radius: 2
                 border.width: field.activeFocus || row.unreadable ? 2 : 1
                 border.color: row.unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
+            }
+
+            CalendarButton {
+                id: calendarButton
+
+                objectName: row.outlet + "Calendar"
+                visible: row.dates
+                field: field
+                label: row.label
+                onPicked: text => {
+                    field.text = text;
+                    row.controller.editField(row.outlet, text);
+                    field.forceActiveFocus();
+                }
             }
         }
         SignButton {

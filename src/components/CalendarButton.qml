@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Controls
+import Tallyvane
+
+// The button at the end of a date field and the month calendar it opens
+// under the field. The button is a tab stop (Space opens the calendar), so
+// the keyboard reaches what the mouse does; the field opens it on Alt+Down
+// with open(). A picked day comes back through picked(text).
+ToolButton {
+    id: button
+
+    required property TextField field
+    // The field's name, for a screen reader.
+    property string label
+    readonly property DatePopup calendar: calendar
+
+    signal picked(string text)
+
+    function open() {
+        calendar.openAt(button.field.text);
+    }
+
+    anchors.right: parent.right
+    anchors.verticalCenter: parent.verticalCenter
+    width: 30
+    height: parent.height - 4
+    focusPolicy: Qt.TabFocus
+    text: "\u25a6"
+    font.pixelSize: 16
+    Accessible.name: qsTr("Choose %1 from a calendar").arg(button.label)
+    onClicked: button.open()
+
+    DatePopup {
+        id: calendar
+
+        parent: button.field
+        y: button.field.height
+        onPicked: text => button.picked(text)
+    }
+}

@@ -28,6 +28,9 @@ ColumnLayout {
             Layout.fillWidth: true
             text: row.label
             font.pixelSize: 15
+            // A long name wraps on a narrow window rather than run under
+            // the value.
+            wrapMode: Text.Wrap
         }
         TextEdit {
             id: value

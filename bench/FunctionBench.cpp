@@ -74,7 +74,7 @@ void npvCellEditOfAFullTable(benchmark::State& state)
         flows << QString::number(300 + 7 * row);
     npv.setTableInput(QStringLiteral("cashArray"), flows);
     NpvTableController* table = npv.table();
-    const auto* chart = qobject_cast<NpvChartDataSource*>(npv.chartDataSource());
+    const auto* chart = qobject_cast<RateSweepChart*>(npv.chartDataSource());
     AlternatingText cash(QStringLiteral("650"), QStringLiteral("700"));
     for (auto _ : state) {
         table->fieldChanged(50, cash.next());

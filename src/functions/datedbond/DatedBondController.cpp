@@ -1,5 +1,6 @@
 #include "DatedBondController.h"
 
+#include <QPointer>
 #include <limits>
 
 namespace {
@@ -24,7 +25,14 @@ void DatedBondController::connectMvc()
 {
     setModel(QVFunctionModel::create<DatedBondModel>());
     setView(new QVFunctionView(this));
-    m_chart = new DatedBondChart(datedBondModel(), this);
+    // The clean price against the yield, from a yield below 0 too.
+    const QPointer<DatedBondModel> model = datedBondModel();
+    m_chart = new RateSweepChart(
+        {QStringLiteral("Clean price"), QStringLiteral("#2E86AB"),
+         QStringLiteral("Price at %1: %2"), true},
+        [model] { return model ? model->yield : 0.0; },
+        [model](double yield) { return BondMath::price(model->bond(), yield / 100); },
+        [model] { return model && model->bondProblem().isEmpty(); }, this);
     // What holds until another is entered or chosen: a bond redeemed at
     // par, with semiannual coupons counted 30/360 (the spreadsheets'
     // default basis).

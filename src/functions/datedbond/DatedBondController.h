@@ -1,8 +1,8 @@
 #pragma once
 
-#include "DatedBondChart.h"
 #include "DatedBondModel.h"
 #include "framework/QVChartController.h"
+#include "framework/RateSweepChart.h"
 
 // The dated bond screen: the bond's dates, coupon, redemption, frequency
 // and basis, the yield and the clean price each with its solve button, and
@@ -39,5 +39,5 @@ private:
     // that cannot be read, and then `problem` says why, naming the field.
     double givenValue(const QString& outlet, double empty, QString* problem) const;
 
-    DatedBondChart* m_chart = nullptr;
+    RateSweepChart* m_chart = nullptr;
 };

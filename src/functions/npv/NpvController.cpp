@@ -4,6 +4,8 @@
 #include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
 
+#include <QPointer>
+
 namespace {
 const QString periodField = QStringLiteral("periodField");
 const QString discountRateField = QStringLiteral("discountRateField");
@@ -22,7 +24,15 @@ void NpvController::connectMvc()
     setView(new QVFunctionView(this));
     // The form starts by showing the period the table starts with.
     qvFunctionView()->setText(periodField, QString::number(npvModel()->period));
-    m_chartDataSource = new NpvChartDataSource(npvModel(), this);
+    // The NPV of the flows against the discount rate.
+    const QPointer<NpvModel> model = npvModel();
+    m_chartDataSource = new RateSweepChart(
+        {QStringLiteral("NPV"), QStringLiteral("#DB3340"), QStringLiteral("NPV at %1: %2")},
+        [model] { return model ? model->discountRate : 0.0; },
+        [model](double rate) {
+            return model ? model->calculateNpvWithCashFlowsAndRate(model->cashArray, rate) : 0.0;
+        },
+        [model] { return !model.isNull(); }, this);
     NotificationCenter::defaultCenter().addObserver(
         this, QStringLiteral("ResultCalculatedNotification"),
         [this](const Notification&) { resultCalculatedNotificationReceived(); });

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "NpvChartDataSource.h"
 #include "NpvModel.h"
 #include "NpvTableController.h"
 #include "framework/QVChartController.h"
+#include "framework/RateSweepChart.h"
 
 // The NPV screen: the period and discount-rate fields, the two results, the
 // embedded cash-flow table and the chart of NPV against the rate. The form
@@ -47,5 +47,5 @@ protected:
 
 private:
     NpvTableController* m_table = nullptr;
-    NpvChartDataSource* m_chartDataSource = nullptr;
+    RateSweepChart* m_chartDataSource = nullptr;
 };

@@ -7,6 +7,7 @@
 #include "gui/DesktopServices.h"
 #include "store/ReportStore.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QIcon>
@@ -15,6 +16,8 @@
 #include <QQuickWindow>
 #include <QScreen>
 #include <algorithm>
+#include <cstdio>
+#include <cstdio>
 
 namespace {
 
@@ -72,6 +75,30 @@ QQuickWindow* loadMainWindow(QQmlApplicationEngine& engine, QSize size)
     else
         fitToScreen(window);
     return window;
+}
+
+QCommandLineOption windowSizeOption()
+{
+    return {QStringLiteral("window-size"),
+            QStringLiteral("Open the window at <width>x<height> pixels."), QStringLiteral("size")};
+}
+
+std::optional<QSize> windowSizeOf(const QCommandLineParser& parser,
+                                  const QCommandLineOption& option)
+{
+    if (!parser.isSet(option))
+        return QSize();
+    const QStringList parts = parser.value(option).split(QLatin1Char('x'));
+    bool wide = false;
+    bool high = false;
+    const QSize size =
+        parts.size() == 2 ? QSize(parts[0].toInt(&wide), parts[1].toInt(&high)) : QSize();
+    if (!wide || !high || size.isEmpty()) {
+        std::fprintf(stderr, "--window-size takes <width>x<height>, such as 412x892 (not \"%s\")\n",
+                     qUtf8Printable(parser.value(option)));
+        return std::nullopt;
+    }
+    return size;
 }
 
 void quitAfterFirstFrame(QQuickWindow* window)

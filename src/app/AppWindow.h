@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QCommandLineOption>
 #include <QObject>
 #include <QSize>
+#include <optional>
 
+class QCommandLineParser;
 class QQmlApplicationEngine;
 class QQuickWindow;
 
@@ -18,6 +21,13 @@ void prepareApplication();
 // else at most as high as the screen's free area. Null when it failed.
 QQuickWindow* loadMainWindow(QQmlApplicationEngine& engine, QSize size);
 
+// The --window-size <width>x<height> option both programs take, and the
+// size it asks for: an empty size when it is not given; nothing, after a
+// line on stderr saying so, when its value is no such size (the program
+// then stops).
+QCommandLineOption windowSizeOption();
+std::optional<QSize> windowSizeOf(const QCommandLineParser& parser,
+                                  const QCommandLineOption& option);
+
 // Quits the app once the window has shown its first frame.
 void quitAfterFirstFrame(QQuickWindow* window);
-

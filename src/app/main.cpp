@@ -26,17 +26,15 @@ int main(int argc, char* argv[])
     parser.addVersionOption();
     const QCommandLineOption quit(QStringLiteral("quit-after-first-frame"),
                                   QStringLiteral("Exit once the first frame is shown."));
-    const QCommandLineOption size(QStringLiteral("window-size"),
-                                  QStringLiteral("Open the window at <width>x<height> pixels."),
-                                  QStringLiteral("size"));
+    const QCommandLineOption size = windowSizeOption();
     parser.addOptions({quit, size});
     parser.process(app);
-    const QStringList parts = parser.value(size).split(QLatin1Char('x'));
-    const QSize windowSize =
-        parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
+    const std::optional<QSize> windowSize = windowSizeOf(parser, size);
+    if (!windowSize)
+        return 1;
 
     QQmlApplicationEngine engine;
-    QQuickWindow* window = loadMainWindow(engine, windowSize);
+    QQuickWindow* window = loadMainWindow(engine, *windowSize);
     if (!window)
         return 1;
     if (parser.isSet(quit))

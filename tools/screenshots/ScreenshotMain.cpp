@@ -28,21 +28,19 @@ int main(int argc, char* argv[])
     parser.addPositionalArgument(QStringLiteral("dir"), QStringLiteral("Where the pictures go."));
     const QCommandLineOption demo(QStringLiteral("seed-demo-reports"),
                                   QStringLiteral("Save a few sample reports first."));
-    const QCommandLineOption size(QStringLiteral("window-size"),
-                                  QStringLiteral("Open the window at <width>x<height> pixels."),
-                                  QStringLiteral("size"));
+    const QCommandLineOption size = windowSizeOption();
     parser.addOptions({demo, size});
     parser.process(app);
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(1);
     if (parser.isSet(demo))
         seedDemoReports();
-    const QStringList parts = parser.value(size).split(QLatin1Char('x'));
-    const QSize windowSize =
-        parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
+    const std::optional<QSize> windowSize = windowSizeOf(parser, size);
+    if (!windowSize)
+        return 1;
 
     QQmlApplicationEngine engine;
-    QQuickWindow* window = loadMainWindow(engine, windowSize);
+    QQuickWindow* window = loadMainWindow(engine, *windowSize);
     if (!window)
         return 1;
     auto* driver = new ScreenshotDriver(window, parser.positionalArguments().constFirst(), &app);

@@ -273,7 +273,7 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
         }
         // A choice takes one of the words its description offers, as typed:
         // any other word is refused, never taken for one of them.
-        const FieldSpec* choice = descriptor->field(input->outlet);
+        const FieldDescription* choice = descriptor->field(input->outlet);
         if (choice && !choice->words.contains(value)) {
             err << input->property << " takes one of: " << choice->words.join(QStringLiteral(", "))
                 << '\n';

@@ -1,19 +1,42 @@
 #include "CalculatorDescription.h"
 
-const FieldSpec* CalculatorDescription::field(const QString& key) const
+const FieldDescription* CalculatorDescription::field(const QString& key) const
 {
-    for (const FieldSpec& spec : fields) {
-        if (spec.key == key || spec.outlet == key)
-            return &spec;
+    for (const FieldDescription& field : fields) {
+        if (field.key == key || field.outlet == key)
+            return &field;
     }
     return nullptr;
 }
 
-const ResultSpec* CalculatorDescription::result(const QString& key) const
+QList<ExampleStep> CalculatorDescription::exampleSteps() const
 {
-    for (const ResultSpec& spec : results) {
-        if (spec.key == key || spec.outlet == key)
-            return &spec;
+    QList<ExampleStep> steps;
+    for (qsizetype i = 0; i < example.size(); ++i) {
+        const QString& arg = example.at(i);
+        if (arg == u"--solve" && i + 1 < example.size()) {
+            steps.append({ExampleStep::Kind::Solve, nullptr, example.at(++i)});
+            continue;
+        }
+        const qsizetype equals = arg.indexOf(u'=');
+        const FieldDescription* input = equals > 0 ? field(arg.left(equals)) : nullptr;
+        if (!input)
+            steps.append({ExampleStep::Kind::Unknown, nullptr, arg});
+        else
+            steps.append({input->isTable() ? ExampleStep::Kind::Table
+                          : input->kind == FieldDescription::Kind::Choice
+                              ? ExampleStep::Kind::Choice
+                              : ExampleStep::Kind::Field,
+                          input, arg.mid(equals + 1)});
+    }
+    return steps;
+}
+
+const ResultDescription* CalculatorDescription::result(const QString& key) const
+{
+    for (const ResultDescription& result : results) {
+        if (result.key == key || result.outlet == key)
+            return &result;
     }
     return nullptr;
 }
@@ -21,10 +44,10 @@ const ResultSpec* CalculatorDescription::result(const QString& key) const
 namespace Describe {
 
 namespace {
-FieldSpec spec(const QString& key, const QString& outlet, const QString& label,
-               FieldSpec::Kind kind)
+FieldDescription described(const QString& key, const QString& outlet, const QString& label,
+                           FieldDescription::Kind kind)
 {
-    FieldSpec field;
+    FieldDescription field;
     field.key = key;
     field.outlet = outlet;
     field.label = label;
@@ -33,63 +56,63 @@ FieldSpec spec(const QString& key, const QString& outlet, const QString& label,
 }
 } // namespace
 
-FieldSpec number(const QString& key, const QString& outlet, const QString& label)
+FieldDescription number(const QString& key, const QString& outlet, const QString& label)
 {
-    return spec(key, outlet, label, FieldSpec::Kind::Number);
+    return described(key, outlet, label, FieldDescription::Kind::Number);
 }
 
-FieldSpec percent(const QString& key, const QString& outlet, const QString& label)
+FieldDescription percent(const QString& key, const QString& outlet, const QString& label)
 {
-    return spec(key, outlet, label, FieldSpec::Kind::Percent);
+    return described(key, outlet, label, FieldDescription::Kind::Percent);
 }
 
-FieldSpec count(const QString& key, const QString& outlet, const QString& label)
+FieldDescription count(const QString& key, const QString& outlet, const QString& label)
 {
-    return spec(key, outlet, label, FieldSpec::Kind::Count);
+    return described(key, outlet, label, FieldDescription::Kind::Count);
 }
 
-FieldSpec date(const QString& key, const QString& outlet, const QString& label)
+FieldDescription date(const QString& key, const QString& outlet, const QString& label)
 {
-    return spec(key, outlet, label, FieldSpec::Kind::Date);
+    return described(key, outlet, label, FieldDescription::Kind::Date);
 }
 
-FieldSpec choice(const QString& key, const QString& outlet, const QString& label,
-                 const QStringList& words, const QString& action)
+FieldDescription choice(const QString& key, const QString& outlet, const QString& label,
+                        const QStringList& words, const QString& action)
 {
-    FieldSpec field = spec(key, outlet, label, FieldSpec::Kind::Choice);
+    FieldDescription field = described(key, outlet, label, FieldDescription::Kind::Choice);
     field.words = words;
     field.action = action;
     return field;
 }
 
-FieldSpec table(const QString& key, int rows, FieldSpec::Kind cells)
+FieldDescription table(const QString& key, int rows, FieldDescription::Kind cells)
 {
-    FieldSpec field = spec(key, {}, {}, FieldSpec::Kind::Table);
+    FieldDescription field = described(key, {}, {}, FieldDescription::Kind::Table);
     field.rows = rows;
     field.cells = cells;
     return field;
 }
 
-FieldSpec under(const QString& section, FieldSpec spec)
+FieldDescription under(const QString& section, FieldDescription field)
 {
-    spec.section = section;
-    return spec;
+    field.section = section;
+    return field;
 }
 
-ResultSpec under(const QString& section, ResultSpec spec)
+ResultDescription under(const QString& section, ResultDescription result)
 {
-    spec.section = section;
-    return spec;
+    result.section = section;
+    return result;
 }
 
-FieldSpec withoutSign(FieldSpec spec)
+FieldDescription withoutSign(FieldDescription field)
 {
-    spec.sign = false;
-    return spec;
+    field.sign = false;
+    return field;
 }
 
-ResultSpec result(const QString& key, const QString& outlet, const QString& label,
-                  const QString& unit)
+ResultDescription result(const QString& key, const QString& outlet, const QString& label,
+                         const QString& unit)
 {
     return {key, outlet, label, unit, {}};
 }

@@ -16,7 +16,7 @@ class QVFunctionController;
 // the command line (`list`, `calc`), the screenshot walk and the tests.
 
 // One input of a calculator screen.
-struct FieldSpec {
+struct FieldDescription {
     enum class Kind {
         Number,  // an amount
         Percent, // typed and kept in percent (8 means 8 %)
@@ -42,7 +42,7 @@ struct FieldSpec {
 
 // One result: the model's property, the outlet that shows it, its name on
 // the screen and what follows the number ("%" or nothing).
-struct ResultSpec {
+struct ResultDescription {
     QString key;
     QString outlet;
     QString label;
@@ -79,6 +79,17 @@ struct CatalogueEntry {
     bool countsUnreadableAsZero() const { return list == List::Functions || list == List::Stock; }
 };
 
+// One step of a worked example, as a screen takes it: a field typed (its
+// text), a word chosen, a table filled (comma-separated values) or a compute
+// button pressed (`value` its name). A step whose input the calculator does
+// not have is Unknown (`value` the whole argument).
+struct ExampleStep {
+    enum class Kind { Field, Choice, Table, Solve, Unknown };
+    Kind kind = Kind::Unknown;
+    const FieldDescription* field = nullptr; // Field, Choice and Table
+    QString value;
+};
+
 struct CalculatorDescription {
     QString name;   // "roi": the command line's and the registry's name
     QString screen; // "RoiController": the screen identifier the catalogue opens
@@ -86,8 +97,8 @@ struct CalculatorDescription {
     // out from the fields and results.
     QString view;
     CatalogueEntry entry;
-    QList<FieldSpec> fields;
-    QList<ResultSpec> results;
+    QList<FieldDescription> fields;
+    QList<ResultDescription> results;
     QStringList solveButtons; // compute buttons, for screens that solve on one
     // A worked example as the command line takes it: inputs by property or
     // outlet, tables as comma-separated values, then "--solve" and a button
@@ -98,24 +109,27 @@ struct CalculatorDescription {
 
     // The field or result named `key` (or shown in outlet `key`); null when
     // there is none.
-    const FieldSpec* field(const QString& key) const;
-    const ResultSpec* result(const QString& key) const;
+    const FieldDescription* field(const QString& key) const;
+    // `example` step by step.
+    QList<ExampleStep> exampleSteps() const;
+    const ResultDescription* result(const QString& key) const;
 };
 
 // Short forms for the tables in the description files.
 namespace Describe {
-FieldSpec number(const QString& key, const QString& outlet, const QString& label);
-FieldSpec percent(const QString& key, const QString& outlet, const QString& label);
-FieldSpec count(const QString& key, const QString& outlet, const QString& label);
-FieldSpec date(const QString& key, const QString& outlet, const QString& label);
-FieldSpec choice(const QString& key, const QString& outlet, const QString& label,
-                 const QStringList& words, const QString& action);
-FieldSpec table(const QString& key, int rows, FieldSpec::Kind cells = FieldSpec::Kind::Number);
-// `spec` with a heading above it.
-FieldSpec under(const QString& section, FieldSpec spec);
-ResultSpec under(const QString& section, ResultSpec spec);
-// `spec` as a plain text field, without "±".
-FieldSpec withoutSign(FieldSpec spec);
-ResultSpec result(const QString& key, const QString& outlet, const QString& label,
-                  const QString& unit = {});
+FieldDescription number(const QString& key, const QString& outlet, const QString& label);
+FieldDescription percent(const QString& key, const QString& outlet, const QString& label);
+FieldDescription count(const QString& key, const QString& outlet, const QString& label);
+FieldDescription date(const QString& key, const QString& outlet, const QString& label);
+FieldDescription choice(const QString& key, const QString& outlet, const QString& label,
+                        const QStringList& words, const QString& action);
+FieldDescription table(const QString& key, int rows,
+                       FieldDescription::Kind cells = FieldDescription::Kind::Number);
+// `field` (or `result`) with a heading above it.
+FieldDescription under(const QString& section, FieldDescription field);
+ResultDescription under(const QString& section, ResultDescription result);
+// `field` as a plain text field, without "±".
+FieldDescription withoutSign(FieldDescription field);
+ResultDescription result(const QString& key, const QString& outlet, const QString& label,
+                         const QString& unit = {});
 } // namespace Describe

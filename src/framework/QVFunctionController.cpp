@@ -38,9 +38,9 @@ QString QVFunctionController::labelOf(const QString& outlet) const
     const CalculatorDescription* d = description();
     if (!d)
         return {};
-    if (const FieldSpec* field = d->field(outlet))
+    if (const FieldDescription* field = d->field(outlet))
         return field->label;
-    if (const ResultSpec* result = d->result(outlet))
+    if (const ResultDescription* result = d->result(outlet))
         return result->label;
     return {};
 }
@@ -49,13 +49,13 @@ QList<FunctionInput> QVFunctionController::inputs() const
 {
     QList<FunctionInput> list;
     if (const CalculatorDescription* d = description()) {
-        for (const FieldSpec& field : d->fields) {
-            if (field.kind == FieldSpec::Kind::Table)
+        for (const FieldDescription& field : d->fields) {
+            if (field.kind == FieldDescription::Kind::Table)
                 continue;
             const FunctionInput::Kind kind =
-                field.kind == FieldSpec::Kind::Choice ? FunctionInput::Kind::Choice
-                : field.kind == FieldSpec::Kind::Date ? FunctionInput::Kind::DateField
-                                                      : FunctionInput::Kind::Field;
+                field.kind == FieldDescription::Kind::Choice ? FunctionInput::Kind::Choice
+                : field.kind == FieldDescription::Kind::Date ? FunctionInput::Kind::DateField
+                                                             : FunctionInput::Kind::Field;
             list.append({field.key, field.outlet, kind, field.action});
         }
     }
@@ -66,11 +66,12 @@ QList<TableInput> QVFunctionController::tableInputs() const
 {
     QList<TableInput> list;
     if (const CalculatorDescription* d = description()) {
-        for (const FieldSpec& field : d->fields) {
-            if (field.kind == FieldSpec::Kind::Table)
+        for (const FieldDescription& field : d->fields) {
+            if (field.kind == FieldDescription::Kind::Table)
                 list.append({field.key, field.rows,
-                             field.cells == FieldSpec::Kind::Date ? TableInput::Cells::Dates
-                                                                  : TableInput::Cells::Numbers});
+                             field.cells == FieldDescription::Kind::Date
+                                 ? TableInput::Cells::Dates
+                                 : TableInput::Cells::Numbers});
         }
     }
     return list;
@@ -382,9 +383,9 @@ void QVFunctionController::readFields()
     const CalculatorDescription* d = description();
     if (!d)
         return;
-    for (const FieldSpec& field : d->fields) {
+    for (const FieldDescription& field : d->fields) {
         const QByteArray key = field.key.toLatin1();
-        if (field.kind == FieldSpec::Kind::Choice) {
+        if (field.kind == FieldDescription::Kind::Choice) {
             // A choice the model keeps as its word takes the word its button
             // shows now; one kept as a number (payments a year) is set by
             // the choice's own action.
@@ -392,8 +393,9 @@ void QVFunctionController::readFields()
                 m_model->setProperty(key.constData(), m_view->text(field.outlet));
             continue;
         }
-        if (field.kind != FieldSpec::Kind::Number && field.kind != FieldSpec::Kind::Percent &&
-            field.kind != FieldSpec::Kind::Count)
+        if (field.kind != FieldDescription::Kind::Number &&
+            field.kind != FieldDescription::Kind::Percent &&
+            field.kind != FieldDescription::Kind::Count)
             continue;
         // A field the model keeps no property for (a range, a switch) is
         // read by the calculator's own controller, by its own rule.
@@ -424,7 +426,7 @@ void QVFunctionController::blankResultsOfUnreadableFields()
     const CalculatorDescription* d = description();
     if (!d || m_unreadableFields.isEmpty())
         return;
-    for (const ResultSpec& result : d->results) {
+    for (const ResultDescription& result : d->results) {
         const QByteArray key = result.key.toLatin1();
         if (m_model->property(key.constData()).typeId() == QMetaType::Double)
             m_model->setProperty(key.constData(), std::numeric_limits<double>::quiet_NaN());
@@ -437,7 +439,7 @@ void QVFunctionController::showResults()
     const CalculatorDescription* d = description();
     if (!d)
         return;
-    for (const ResultSpec& result : d->results)
+    for (const ResultDescription& result : d->results)
         showResultOf(result.outlet, result.key.toLatin1().constData(), result.unit);
 }
 
@@ -569,8 +571,8 @@ void QVFunctionController::presentChoice(const QString& key, const QString& titl
                                          std::function<void(const QString&)> chosen)
 {
     const CalculatorDescription* d = description();
-    const FieldSpec* field = d ? d->field(key) : nullptr;
-    if (!field || field->kind != FieldSpec::Kind::Choice)
+    const FieldDescription* field = d ? d->field(key) : nullptr;
+    if (!field || field->kind != FieldDescription::Kind::Choice)
         return;
     const QString outlet = field->outlet;
     presentChoices(title, message, field->words, outlet,

@@ -136,8 +136,8 @@ TEST_F(Screens, AFlippedSignLeavesTheResultsStaleUntilItIsTakenIn)
 TEST_F(Screens, ChoiceSheetsOfferTheirWordsAndCancelChangesNothing)
 {
     for (const CalculatorDescription* calculator : CalculatorRegistry::calculators()) {
-        for (const FieldSpec& field : calculator->fields) {
-            if (field.kind != FieldSpec::Kind::Choice)
+        for (const FieldDescription& field : calculator->fields) {
+            if (field.kind != FieldDescription::Kind::Choice)
                 continue;
             SCOPED_TRACE((calculator->name + " " + field.outlet).toStdString());
             open(calculator->name.toLatin1().constData());
@@ -376,26 +376,22 @@ TEST_F(Screens, ANoteGoesWhenItsTextIsTypedBack)
         SCOPED_TRACE(d->name.toStdString());
         open(d->name.toLatin1().constData());
         QString solve;
-        const FieldSpec* first = nullptr;
+        const FieldDescription* first = nullptr;
         QString firstText;
-        for (qsizetype i = 0; i < d->example.size(); ++i) {
-            const QString& arg = d->example.at(i);
-            if (arg == u"--solve") {
-                solve = d->example.value(++i);
-                continue;
-            }
-            const FieldSpec* field = d->field(arg.section(u'=', 0, 0));
-            ASSERT_NE(field, nullptr);
-            const QString value = arg.section(u'=', 1);
-            if (field->isTable()) {
-                screen->setTableInput(field->key, value.split(u','));
-            } else if (field->kind == FieldSpec::Kind::Choice) {
-                choose(field->outlet, value);
+        for (const ExampleStep& step : d->exampleSteps()) {
+            ASSERT_NE(step.kind, ExampleStep::Kind::Unknown) << step.value.toStdString();
+            if (step.kind == ExampleStep::Kind::Solve) {
+                solve = step.value;
+            } else if (step.kind == ExampleStep::Kind::Table) {
+                screen->setTableInput(step.field->key, step.value.split(u','));
+            } else if (step.kind == ExampleStep::Kind::Choice) {
+                choose(step.field->outlet, step.value);
             } else {
-                type(field->outlet, local(value.toLatin1().constData()));
-                if (!first && field->kind != FieldSpec::Kind::Date && field->key != solve) {
-                    first = field;
-                    firstText = text(field->outlet);
+                type(step.field->outlet, local(step.value.toLatin1().constData()));
+                if (!first && step.field->kind != FieldDescription::Kind::Date &&
+                    step.field->key != solve) {
+                    first = step.field;
+                    firstText = text(step.field->outlet);
                 }
             }
         }
@@ -403,9 +399,9 @@ TEST_F(Screens, ANoteGoesWhenItsTextIsTypedBack)
             if (!solve.isEmpty())
                 screen->solve(solve);
             QStringList all;
-            for (const FieldSpec& field : d->fields)
+            for (const FieldDescription& field : d->fields)
                 all << view->note(field.outlet);
-            for (const ResultSpec& result : d->results)
+            for (const ResultDescription& result : d->results)
                 all << view->note(result.outlet);
             return all;
         };

@@ -352,12 +352,10 @@ TEST(Examples, EveryCalculatorsExampleComputesItsResults)
     for (const CalculatorDescription* d : calculators) {
         SCOPED_TRACE(d->name.toStdString());
         ASSERT_FALSE(d->example.isEmpty());
-        for (qsizetype i = 0; i < d->example.size(); ++i) {
-            const QString& arg = d->example.at(i);
-            if (arg == u"--solve") {
-                EXPECT_TRUE(d->solveButtons.contains(d->example.value(++i)));
-            } else {
-                EXPECT_NE(d->field(arg.section(u'=', 0, 0)), nullptr) << arg.toStdString();
+        for (const ExampleStep& step : d->exampleSteps()) {
+            EXPECT_NE(step.kind, ExampleStep::Kind::Unknown) << step.value.toStdString();
+            if (step.kind == ExampleStep::Kind::Solve) {
+                EXPECT_TRUE(d->solveButtons.contains(step.value)) << step.value.toStdString();
             }
         }
         const Outcome outcome = runInProcess(QStringList{QStringLiteral("calc"), d->name} +
@@ -367,7 +365,7 @@ TEST(Examples, EveryCalculatorsExampleComputesItsResults)
                                        .object()
                                        .value(QStringLiteral("values"))
                                        .toObject();
-        for (const ResultSpec& result : d->results) {
+        for (const ResultDescription& result : d->results) {
             const QJsonValue value = values.value(result.key);
             if (value.isDouble() || value.toString() == u"NaN") {
                 EXPECT_TRUE(std::isfinite(numberOf(value))) << result.key.toStdString();

@@ -28,7 +28,7 @@ void CapmController::solveInto(const QString& key, double (CapmModel::*solver)()
     readFields();
     // A solve's note is about that solve alone.
     capmModel()->clearNotes();
-    for (const FieldSpec& field : description()->fields)
+    for (const FieldDescription& field : description()->fields)
         qvFunctionView()->setNote(field.outlet, {});
     (capmModel()->*solver)();
     showResultOf(description()->field(key)->outlet, key.toLatin1().constData());

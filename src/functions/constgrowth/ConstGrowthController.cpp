@@ -11,7 +11,7 @@ ConstGrowthController::ConstGrowthController(QObject* parent) : QVFunctionContro
     load();
 }
 
-const FieldSpec& ConstGrowthController::dividendTypeField() const
+const FieldDescription& ConstGrowthController::dividendTypeField() const
 {
     return *description()->field(QStringLiteral("dividendType"));
 }
@@ -38,7 +38,7 @@ void ConstGrowthController::dividendTypeClicked()
     Presenter* sheetPresenter = presenter();
     if (!sheetPresenter)
         return;
-    const FieldSpec& field = dividendTypeField();
+    const FieldDescription& field = dividendTypeField();
     AlertRequest sheet;
     sheet.kind = AlertRequest::Kind::ActionSheet;
     sheet.title = QStringLiteral("Dividend Type");

@@ -33,5 +33,5 @@ protected:
     void connectMvc() override;
 
 private:
-    const FieldSpec& dividendTypeField() const;
+    const FieldDescription& dividendTypeField() const;
 };

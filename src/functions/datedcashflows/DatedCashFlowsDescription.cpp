@@ -20,7 +20,7 @@ const CalculatorDescription& datedCashFlowsDescription()
                 percent("rate", "rateField", "Discount rate a year for XNPV (%)"),
                 choice("basis", "basisButton", "Day count basis", DayCount::basisWords(),
                        "basisClicked"),
-                table("dates", DatedCashFlowsModel::maximumRows, FieldSpec::Kind::Date),
+                table("dates", DatedCashFlowsModel::maximumRows, FieldDescription::Kind::Date),
                 table("amounts", DatedCashFlowsModel::maximumRows),
             },
         .results =

@@ -15,9 +15,10 @@ const CalculatorDescription& expReturnDescription()
         .fields =
             {
                 number("period", "periodField", "Number of states (1 to 99)"),
-                table("probability", ExpReturnModel::stateCapacity, FieldSpec::Kind::Percent),
-                table("stock-a", ExpReturnModel::stateCapacity, FieldSpec::Kind::Percent),
-                table("stock-b", ExpReturnModel::stateCapacity, FieldSpec::Kind::Percent),
+                table("probability", ExpReturnModel::stateCapacity,
+                      FieldDescription::Kind::Percent),
+                table("stock-a", ExpReturnModel::stateCapacity, FieldDescription::Kind::Percent),
+                table("stock-b", ExpReturnModel::stateCapacity, FieldDescription::Kind::Percent),
             },
         .results =
             {

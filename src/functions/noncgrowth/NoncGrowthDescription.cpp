@@ -19,8 +19,10 @@ const CalculatorDescription& noncGrowthDescription()
                 number("dividend", "dividendField", "Current dividend (D0)"),
                 number("period", "periodField",
                        "Number of periods, the last one growing for ever (1 to 99)"),
-                table("return-rate", NoncGrowthModel::rateCapacity, FieldSpec::Kind::Percent),
-                table("growth-rate", NoncGrowthModel::rateCapacity, FieldSpec::Kind::Percent),
+                table("return-rate", NoncGrowthModel::rateCapacity,
+                      FieldDescription::Kind::Percent),
+                table("growth-rate", NoncGrowthModel::rateCapacity,
+                      FieldDescription::Kind::Percent),
             },
         .results =
             {

@@ -13,7 +13,10 @@ public:
     // Ready to use: the model and view are made here.
     explicit PeriodReturnController(QObject* parent = nullptr);
 
-    PeriodReturnModel* periodReturnModel() const { return static_cast<PeriodReturnModel*>(model()); }
+    PeriodReturnModel* periodReturnModel() const
+    {
+        return static_cast<PeriodReturnModel*>(model());
+    }
 
 protected:
     void connectMvc() override;

@@ -63,7 +63,7 @@ void TvmController::solveInto(const QString& outlet, double (TvmModel::*solver)(
     readFields();
     // A solve's note is about that solve alone.
     tvmModel()->clearNotes();
-    for (const FieldSpec& field : description()->fields)
+    for (const FieldDescription& field : description()->fields)
         qvFunctionView()->setNote(field.outlet, {});
     (tvmModel()->*solver)();
     showResultOf(outlet, description()->field(outlet)->key.toLatin1().constData());

@@ -4,8 +4,8 @@
 #include "framework/QVFunctionController.h"
 
 // The WACC screen: cost and market value of equity and of debt, and the
-// tax rate; the weighted average cost of capital, recomputed on every edit. Its fields and results are
-// those of its description (WaccDescription.cpp).
+// tax rate; the weighted average cost of capital, recomputed on every edit. Its fields and results
+// are those of its description (WaccDescription.cpp).
 class WaccController : public QVFunctionController {
     Q_OBJECT
 

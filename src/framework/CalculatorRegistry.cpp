@@ -12,7 +12,10 @@ QList<const CalculatorDescription*>& installed()
 
 void install(const QList<const CalculatorDescription*>& calculators)
 {
-    installed() = calculators;
+    // Installing the same list again (each run of the command line's code
+    // does) leaves the list, and whoever walks it, alone.
+    if (installed() != calculators)
+        installed() = calculators;
 }
 
 const QList<const CalculatorDescription*>& calculators()

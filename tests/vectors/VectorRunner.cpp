@@ -5,6 +5,7 @@
 #include "cli/Cli.h"
 #include "framework/CalculatorDescription.h"
 #include "framework/CalculatorRegistry.h"
+#include "functions/Calculators.h"
 #include "numerics/NumberFormat.h"
 
 #include <QDir>
@@ -345,9 +346,8 @@ INSTANTIATE_TEST_SUITE_P(All, Vectors, ::testing::Range<size_t>(0, vectors().siz
 // a number.
 TEST(Examples, EveryCalculatorsExampleComputesItsResults)
 {
-    runInProcess({QStringLiteral("list")}); // the command line installs the registry
-    // A copy: each run installs the list afresh.
-    const QList<const CalculatorDescription*> calculators = CalculatorRegistry::calculators();
+    installCalculators();
+    const QList<const CalculatorDescription*>& calculators = CalculatorRegistry::calculators();
     ASSERT_FALSE(calculators.isEmpty());
     for (const CalculatorDescription* d : calculators) {
         SCOPED_TRACE(d->name.toStdString());
@@ -377,8 +377,8 @@ TEST(Examples, EveryCalculatorsExampleComputesItsResults)
 // Every calculator of the registry has cases of its own.
 TEST(VectorFiles, AreThere)
 {
-    runInProcess({QStringLiteral("list")}); // the command line installs the registry
-    const QList<const CalculatorDescription*> calculators = CalculatorRegistry::calculators();
+    installCalculators();
+    const QList<const CalculatorDescription*>& calculators = CalculatorRegistry::calculators();
     ASSERT_FALSE(calculators.isEmpty());
     for (const CalculatorDescription* d : calculators) {
         const bool some = std::any_of(vectors().begin(), vectors().end(), [d](const Vector& v) {

@@ -3,9 +3,9 @@ import QtQuick.Controls
 import Tallyvane
 
 // The button at the end of a date field and the month calendar it opens
-// under the field. The button is a tab stop (Space opens the calendar), so
-// the keyboard reaches what the mouse does; the field opens it on Alt+Down
-// with open(). A picked day comes back through picked(text).
+// under the field. The button is a tab stop (Space opens the calendar), and
+// Alt+Down in the field opens it too, so the keyboard reaches what the
+// mouse does. A picked day comes back through picked(text).
 ToolButton {
     id: button
 
@@ -30,6 +30,11 @@ ToolButton {
     Accessible.name: qsTr("Choose %1 from a calendar").arg(button.label)
     onClicked: button.open()
 
+    Shortcut {
+        sequence: "Alt+Down"
+        enabled: button.visible && button.field.activeFocus
+        onActivated: button.open()
+    }
     DatePopup {
         id: calendar
 

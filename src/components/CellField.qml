@@ -48,12 +48,6 @@ ColumnLayout {
         rightPadding: cell.dates ? calendarButton.width + 4 : padding
         onTextEdited: cell.edited(text)
         onAccepted: cell.accepted()
-        Keys.onPressed: event => {
-            if (cell.dates && event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier)) {
-                calendarButton.open();
-                event.accepted = true;
-            }
-        }
         background: Rectangle {
             implicitHeight: 40
             color: field.palette.base

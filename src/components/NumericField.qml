@@ -62,12 +62,6 @@ ColumnLayout {
             Accessible.description: row.unreadable ? hint.text : ""
             rightPadding: row.dates ? calendarButton.width + 4 : padding
             onTextEdited: row.controller.editField(row.outlet, text)
-            Keys.onPressed: event => {
-                if (row.dates && event.key === Qt.Key_Down && (event.modifiers & Qt.AltModifier)) {
-                    calendarButton.open();
-                    event.accepted = true;
-                }
-            }
             // After "±" Return applies the flipped text first.
             onAccepted: {
                 if (row.controller.view.stale)

@@ -241,9 +241,9 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
                     << values.size() << " given)\n";
                 return 1;
             }
-            const bool dates = table->cells == TableInput::Cells::Dates;
             for (qsizetype k = 0; k < values.size(); ++k) {
-                const QString problem = QVFunctionController::problemWith(values.at(k), dates);
+                const QString problem =
+                    QVFunctionController::problemWithCell(values.at(k), table->cells);
                 if (!problem.isEmpty()) {
                     err << table->property << ": \"" << CliSupport::printable(values.at(k))
                         << "\" (value " << k + 1 << ") " << unreadable(problem) << '\n';

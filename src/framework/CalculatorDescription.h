@@ -24,6 +24,7 @@ struct FieldDescription {
         Date,    // a date, YYYY-MM-DD
         Choice,  // a button whose action sheet offers `words`
         Table,   // a column of cells (`rows` at most) taking `cells`
+        Event,   // table cells only: a payment number or date, ":", a number
     };
     QString key;    // the model's property, and the command line's name for it
     QString outlet; // the view's outlet that holds its text
@@ -32,7 +33,7 @@ struct FieldDescription {
     QStringList words;         // Choice: the words its sheet offers, in order
     QString action;            // Choice: the controller's invokable that opens the sheet
     int rows = 0;              // Table: the most rows it takes
-    Kind cells = Kind::Number; // Table: what its cells take (Number, Percent or Date)
+    Kind cells = Kind::Number; // Table: what its cells take (Number, Percent, Date or Event)
     QString section;           // a heading shown above it on plain forms, when set
     bool sign = true;          // Number and Percent: "±" beside it (not on plain text fields)
 

@@ -5,6 +5,7 @@
 #include "HtmlPages.h"
 #include "Presenter.h"
 #include "numerics/DateText.h"
+#include "numerics/EventText.h"
 #include "numerics/FinanceMath.h"
 #include "numerics/NumberFormat.h"
 #include "platform/MailComposer.h"
@@ -69,8 +70,9 @@ QList<TableInput> QVFunctionController::tableInputs() const
         for (const FieldDescription& field : d->fields) {
             if (field.kind == FieldDescription::Kind::Table)
                 list.append({field.key, field.rows,
-                             field.cells == FieldDescription::Kind::Date
-                                 ? TableInput::Cells::Dates
+                             field.cells == FieldDescription::Kind::Date ? TableInput::Cells::Dates
+                             : field.cells == FieldDescription::Kind::Event
+                                 ? TableInput::Cells::Events
                                  : TableInput::Cells::Numbers});
         }
     }
@@ -481,6 +483,14 @@ void QVFunctionController::openChoice(const QString& outlet)
 QString QVFunctionController::problemWith(const QString& text, bool date)
 {
     return date ? DateText::problemWith(text) : NumberFormat::problemWith(text);
+}
+
+QString QVFunctionController::problemWithCell(const QString& text, TableInput::Cells cells)
+{
+    if (cells != TableInput::Cells::Events)
+        return problemWith(text, cells == TableInput::Cells::Dates);
+    // An empty cell is no event.
+    return text.trimmed().isEmpty() ? QString() : EventText::problemWithPair(text);
 }
 
 QString QVFunctionController::fieldProblem(const QString& outlet) const

@@ -34,7 +34,7 @@ struct FunctionInput {
 // the command line takes it by, the most rows it holds and what its cells
 // take.
 struct TableInput {
-    enum class Cells { Numbers, Dates };
+    enum class Cells { Numbers, Dates, Events };
     QString property;
     int maximumRows = 0;
     Cells cells = Cells::Numbers;
@@ -79,6 +79,8 @@ public:
     // number", "Not a date: use YYYY-MM-DD"); empty when it can be read, or
     // is empty.
     static QString problemWith(const QString& text, bool date);
+    // The same for a table's cell.
+    static QString problemWithCell(const QString& text, TableInput::Cells cells);
     // The same for the text now in the input field `outlet`.
     QString fieldProblem(const QString& outlet) const;
 

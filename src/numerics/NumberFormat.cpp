@@ -129,6 +129,19 @@ QString decimalSeparator(const QLocale& locale)
     return separator.isEmpty() ? QStringLiteral(".") : separator;
 }
 
+QString money(double value, const QLocale& locale)
+{
+    if (!std::isfinite(value))
+        return stringFromDouble(value, locale);
+    // Two decimals of the shortest decimal, so 2.675 is 2.68 as it reads.
+    QString text = format(value == 0 ? 0.0 : value, 2, Rounding::HalfEven, locale);
+    const QString separator = decimalSeparator(locale);
+    const qsizetype at = text.indexOf(separator);
+    if (at < 0)
+        return text + separator + QStringLiteral("00");
+    return text + QString(2 - (text.size() - at - separator.size()), QLatin1Char('0'));
+}
+
 QString format(double value, int maxFractionDigits, Rounding rounding, const QLocale& locale)
 {
     if (std::isnan(value))

@@ -40,6 +40,11 @@ QString displayString(double value, const QLocale& locale = QLocale());
 // shows exactly the value it holds.
 QString exactString(double value, const QLocale& locale = QLocale());
 
+// An amount kept in whole cents, with exactly two decimals ("1625.00",
+// "-0.50"), so the decimals of a column of them line up; otherwise as
+// stringFromDouble (positional, never grouped, the locale's separator).
+QString money(double value, const QLocale& locale = QLocale());
+
 // The decimal separator both rules use: the locale's, without invisible
 // marks ("." if nothing else is left).
 QString decimalSeparator(const QLocale& locale = QLocale());

@@ -1,6 +1,7 @@
 #include "AmortizationController.h"
 
 #include "numerics/DateText.h"
+#include "numerics/NumberFormat.h"
 
 #include <limits>
 
@@ -13,6 +14,9 @@ const QString roundToCentsField = QStringLiteral("roundToCentsField");
 const QString rangeStartField = QStringLiteral("rangeStartField");
 const QString rangeEndField = QStringLiteral("rangeEndField");
 const QString payoffDateLabel = QStringLiteral("payoffDateLabel");
+const QString afterExtraButton = QStringLiteral("afterExtraButton");
+const QString extraKind = QStringLiteral("Extra payment");
+const QString rateKind = QStringLiteral("Rate change");
 
 // The payments or compoundings a year of a frequency word. A word without a
 // count (the sheets offer none) is no frequency: the model then refuses to
@@ -23,7 +27,8 @@ double countOf(const QString& word)
 }
 } // namespace
 
-AmortizationController::AmortizationController(QObject* parent) : QVChartController(parent)
+AmortizationController::AmortizationController(QObject* parent)
+    : QVChartController(parent), m_events(this)
 {
     load();
 }
@@ -37,6 +42,7 @@ void AmortizationController::connectMvc()
     view->setText(paymentsPerYearButton, QStringLiteral("Monthly"));
     view->setText(compoundingPerYearButton, QStringLiteral("Monthly"));
     view->setText(paymentModeButton, QStringLiteral("END"));
+    view->setText(afterExtraButton, AmortizationModel::afterExtraWords().first());
     view->setText(roundToCentsField, QStringLiteral("1"));
     view->setText(rangeStartField, QStringLiteral("1"));
     view->setText(rangeEndField, QStringLiteral("12"));
@@ -71,6 +77,64 @@ void AmortizationController::paymentModeClicked()
                   [this](const QString& word) { amortizationModel()->paymentMode = word; });
 }
 
+void AmortizationController::afterExtraClicked()
+{
+    // The word is the model's; fieldChanged reads it from the button.
+    presentChoice(QStringLiteral("afterExtra"), QStringLiteral("After an extra payment"),
+                  QStringLiteral("What does an extra payment change?"), [](const QString&) {});
+}
+
+void AmortizationController::solve(const QString& name)
+{
+    const bool term = name == QLatin1String("term");
+    if (term != amortizationModel()->solveTerm) {
+        amortizationModel()->solveTerm = term;
+        emit solvingTermChanged();
+    }
+    fieldChanged();
+}
+
+bool AmortizationController::setTableInput(const QString& property, const QStringList& values)
+{
+    const QString kind = property == QLatin1String("extraPayments") ? extraKind
+                         : property == QLatin1String("rateChanges") ? rateKind
+                                                                     : QString();
+    if (kind.isEmpty() || !m_events.replaceKind(kind, values))
+        return false;
+    fieldChanged();
+    return true;
+}
+
+void AmortizationController::addEvent(const QString& kind)
+{
+    if (m_events.append(kind))
+        fieldChanged();
+}
+
+void AmortizationController::removeEvent(int row)
+{
+    m_events.remove(row);
+    fieldChanged();
+}
+
+void AmortizationController::eventAtEdited(int row, const QString& text)
+{
+    m_events.setAt(row, text);
+    fieldChanged();
+}
+
+void AmortizationController::eventKindChosen(int row, const QString& kind)
+{
+    m_events.setKind(row, kind);
+    fieldChanged();
+}
+
+void AmortizationController::eventValueEdited(int row, const QString& text)
+{
+    m_events.setValue(row, text);
+    fieldChanged();
+}
+
 void AmortizationController::fieldChanged()
 {
     AmortizationModel* m = amortizationModel();
@@ -86,6 +150,9 @@ void AmortizationController::fieldChanged()
     m->roundToCents = fieldNumber(roundToCentsField) != 0;
     m->rangeStart = int(std::clamp(fieldNumber(rangeStartField), 0.0, 1e9));
     m->rangeEnd = int(std::clamp(fieldNumber(rangeEndField), 0.0, 1e9));
+    m->extras = m_events.events(extraKind);
+    m->rateChanges = m_events.events(rateKind);
+    m->eventsProblem = m_events.problem();
     m->calculateResult();
     blankResultsOfUnreadableFields();
     showResults();
@@ -97,18 +164,39 @@ void AmortizationController::fieldChanged()
     emit scheduleChanged();
 }
 
+int AmortizationController::scheduleRowCount() const
+{
+    const qsizetype rows = amortizationModel()->schedule.size();
+    const qsizetype perYear = std::max(1, int(amortizationModel()->paymentsPerYear));
+    return int(rows + (rows + perYear - 1) / perYear);
+}
+
 QVariantMap AmortizationController::scheduleRow(int index) const
 {
-    const QList<AmortizationModel::Row>& rows = amortizationModel()->schedule;
-    if (index < 0 || index >= rows.size())
+    const AmortizationModel* m = amortizationModel();
+    const QList<AmortizationModel::Row>& rows = m->schedule;
+    if (index < 0 || index >= scheduleRowCount())
         return {};
-    const AmortizationModel::Row& r = rows.at(index);
-    return {{QStringLiteral("period"), r.period},
+    // Each year is its payments, then its subtotal.
+    const int perYear = std::max(1, int(m->paymentsPerYear));
+    const int year = index / (perYear + 1);
+    const int within = index % (perYear + 1);
+    const qsizetype payment = qsizetype(year) * perYear + within;
+    const bool subtotal = within == perYear || payment >= rows.size();
+    const AmortizationModel::Row r = subtotal ? m->yearTotals().value(year) : rows.at(payment);
+    const auto amount = [m](double value) {
+        return m->roundToCents ? NumberFormat::money(value) : stringFromDouble(value);
+    };
+    return {{QStringLiteral("kind"), subtotal ? QStringLiteral("year") : QStringLiteral("payment")},
+            {QStringLiteral("number"), subtotal ? QStringLiteral("Year %1").arg(year + 1)
+                                                : QString::number(r.period)},
             {QStringLiteral("date"), AmortizationModel::isoDate(r.date)},
-            {QStringLiteral("payment"), stringFromDouble(r.payment)},
-            {QStringLiteral("interest"), stringFromDouble(r.interest)},
-            {QStringLiteral("principal"), stringFromDouble(r.principal)},
-            {QStringLiteral("balance"), stringFromDouble(r.balance)}};
+            {QStringLiteral("payment"), amount(r.payment)},
+            {QStringLiteral("interest"), amount(r.interest)},
+            {QStringLiteral("principal"), amount(r.principal)},
+            {QStringLiteral("extra"), amount(r.extra)},
+            {QStringLiteral("balance"), amount(r.balance)},
+            {QStringLiteral("event"), r.event}};
 }
 
 ChartPicture AmortizationController::reportChart() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AmortizationModel.h"
+#include "LoanEventList.h"
 #include "framework/QVChartController.h"
 
 #include <QVariantMap>
@@ -8,12 +9,19 @@
 // The amortization screen: the loan, its rate and term, the payment and
 // compounding frequencies, BEG/END, an extra payment, the first payment's
 // date, rounding to cents and the P1–P2 range; recomputed on every edit.
-// The schedule is shown row by row (scheduleRow) and can be saved as CSV.
+// Events (extra payments, rate changes) are rows of a list of their own;
+// the interest-only payments, the balloon, what an extra payment does and
+// the fees are fields. It works out the payment from the term, or the term
+// from a given payment (solve "payment" or "term"). The schedule is shown
+// row by row with each year's subtotals (scheduleRow) and can be saved as
+// CSV.
 // Its fields, choices and results are those of its description
 // (AmortizationDescription.cpp); a choice sets the model in its action.
 class AmortizationController : public QVChartController {
     Q_OBJECT
     Q_PROPERTY(int scheduleRowCount READ scheduleRowCount NOTIFY scheduleChanged)
+    Q_PROPERTY(QAbstractListModel* events READ events CONSTANT)
+    Q_PROPERTY(bool solvingTerm READ solvingTerm NOTIFY solvingTermChanged)
 
 public:
     // Ready to use: the model and view are made here.
@@ -23,15 +31,36 @@ public:
     QByteArray scheduleCsv() const override;
     QObject* chartDataSource() const override { return model(); }
 
-    int scheduleRowCount() const { return int(amortizationModel()->schedule.size()); }
-    // Row `index` of the schedule: "period", "date", "payment", "interest",
-    // "principal", "balance", as the results' format writes them.
+    // The schedule's payments and, after each year's last one, that year's
+    // subtotal.
+    int scheduleRowCount() const;
+    // Row `index` of that list: "kind" ("payment" or "year"), "number" (the
+    // payment's, or "Year 3"), "date", "payment", "interest", "principal",
+    // "extra", "balance" (amounts with two decimals when kept in cents) and
+    // "event".
     Q_INVOKABLE QVariantMap scheduleRow(int index) const;
+
+    // "payment" works out the payment from the term, "term" the term from
+    // the payment given.
+    void solve(const QString& name) override;
+    bool solvingTerm() const { return amortizationModel()->solveTerm; }
+
+    LoanEventList* events() { return &m_events; }
+    // Fills the extra payments or the rate changes from "13:5000" texts.
+    bool setTableInput(const QString& property, const QStringList& values) override;
+    Q_INVOKABLE static QStringList eventKinds() { return LoanEventList::kinds(); }
+    // The event list's edits, each recomputing the schedule.
+    Q_INVOKABLE void addEvent(const QString& kind);
+    Q_INVOKABLE void removeEvent(int row);
+    Q_INVOKABLE void eventAtEdited(int row, const QString& text);
+    Q_INVOKABLE void eventKindChosen(int row, const QString& kind);
+    Q_INVOKABLE void eventValueEdited(int row, const QString& text);
 
     // The choices' sheets, offering the description's words.
     Q_INVOKABLE void paymentsPerYearClicked();
     Q_INVOKABLE void compoundingPerYearClicked();
     Q_INVOKABLE void paymentModeClicked();
+    Q_INVOKABLE void afterExtraClicked();
 
     AmortizationModel* amortizationModel() const
     {
@@ -43,6 +72,7 @@ public:
 
 signals:
     void scheduleChanged();
+    void solvingTermChanged();
 
 protected:
     void connectMvc() override;
@@ -50,4 +80,5 @@ protected:
 private:
     // Compounding follows the payments until it is chosen on its own.
     bool m_compoundingChosen = false;
+    LoanEventList m_events;
 };

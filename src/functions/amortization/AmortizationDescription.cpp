@@ -30,6 +30,18 @@ const CalculatorDescription& amortizationDescription()
                 count("roundToCents", "roundToCentsField", "Round payments to cents"),
                 count("rangeStart", "rangeStartField", "P1"),
                 count("rangeEnd", "rangeEndField", "P2"),
+                // Solving for the term: the level payment given.
+                withoutSign(number("payment", "paymentField", "Payment")),
+                // One-time extra payments and rate changes: "13:5000" or
+                // "2028-06-01:5000" (and "61:7.5"), one row each on the
+                // screen's event list.
+                table("extraPayments", LoanEventList::maximumRows, FieldDescription::Kind::Event),
+                table("rateChanges", LoanEventList::maximumRows, FieldDescription::Kind::Event),
+                choice("afterExtra", "afterExtraButton", "After an extra payment",
+                       AmortizationModel::afterExtraWords(), "afterExtraClicked"),
+                count("interestOnly", "interestOnlyField", "Interest-only payments"),
+                count("balloonAt", "balloonAtField", "Balloon due at payment (0 for none)"),
+                withoutSign(number("fees", "feesField", "Fees (for the APR)")),
             },
         .results =
             {
@@ -42,10 +54,15 @@ const CalculatorDescription& amortizationDescription()
                 result("rangePrincipal", "rangePrincipalLabel", "Principal paid"),
                 result("rangeInterest", "rangeInterestLabel", "Interest paid"),
                 result("rangeBalance", "rangeBalanceLabel", "Balance after P2"),
+                result("interestSaved", "interestSavedLabel", "Interest saved"),
+                result("apr", "aprLabel", "APR", "%"),
             },
-        .solveButtons = {},
+        // It works out the payment from the term unless told to work out
+        // the term from the payment; either way it follows every edit.
+        .solveButtons = {"payment", "term"},
         .example = {"loanAmount=200000", "annualRate=6.5", "years=30",
-                    "firstPaymentDate=2027-01-01"},
+                    "firstPaymentDate=2027-01-01", "extraPayments=13:5000",
+                    "rateChanges=61:5.75", "fees=3000"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new AmortizationController); },
     };
     return description;

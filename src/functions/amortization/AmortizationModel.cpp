@@ -3,6 +3,7 @@
 #include "numerics/Cents.h"
 #include "numerics/CsvWriter.h"
 #include "numerics/FinanceMath.h"
+#include "numerics/NumberFormat.h"
 
 #include <algorithm>
 #include <charconv>
@@ -13,15 +14,9 @@ namespace {
 
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
-const char* const resultProperties[] = {"payment",       "numberOfPayments", "totalInterest",
-                                        "totalPaid",     "lastPayment",      "rangePrincipal",
-                                        "rangeInterest", "rangeBalance"};
-
-QString beyondCents()
-{
-    return QStringLiteral("The amounts pass 10,000,000,000,000, more than the schedule counts "
-                          "in cents.");
-}
+const char* const resultProperties[] = {
+    "payment",       "numberOfPayments", "totalInterest", "totalPaid", "lastPayment",
+    "rangePrincipal", "rangeInterest",   "rangeBalance",  "interestSaved", "apr"};
 
 // `date` moved on by `months` whole months, the day kept or cut to the last
 // day of a shorter month, as QDate::addMonths does, but in constant time
@@ -69,6 +64,13 @@ const QStringList& AmortizationModel::modes()
     return words;
 }
 
+const QStringList& AmortizationModel::afterExtraWords()
+{
+    static const QStringList words = {QStringLiteral("Shorten term"),
+                                      QStringLiteral("Lower payment")};
+    return words;
+}
+
 void AmortizationModel::configureNames()
 {
     setNames({QStringLiteral("AmortizationReportCreatedNotification"),
@@ -81,10 +83,11 @@ void AmortizationModel::configureNames()
 void AmortizationModel::clearResults()
 {
     schedule.clear();
+    m_yearTotals.reset();
     clearNotes();
     payoffDate = QDate();
     payment = numberOfPayments = totalInterest = totalPaid = lastPayment = noNumber;
-    rangePrincipal = rangeInterest = rangeBalance = noNumber;
+    rangePrincipal = rangeInterest = rangeBalance = interestSaved = apr = noNumber;
 }
 
 void AmortizationModel::refuse(const QString& reason)
@@ -145,6 +148,8 @@ void AmortizationModel::calculateResult()
     const double p = std::trunc(paymentsPerYear);
     const double c = std::trunc(compoundingPerYear);
     const double n = std::round(years * p);
+    if (!eventsProblem.isEmpty())
+        return refuse(eventsProblem);
     if (!(p >= 1 && c >= 1))
         return refuse(QStringLiteral("Choose how often payments are made and interest is "
                                      "compounded."));
@@ -158,120 +163,172 @@ void AmortizationModel::calculateResult()
         return refuse(QStringLiteral("The loan amount must be more than 0."));
     if (!std::isfinite(loanAmount) || (roundToCents && !Cents::fromDouble(loanAmount)))
         return refuse(QStringLiteral("The loan amount is over 10,000,000,000,000."));
-    if (years == 0)
-        return refuse(QStringLiteral("Enter the term in years."));
-    if (!(years > 0))
-        return refuse(QStringLiteral("The term must be more than 0 years."));
-    if (n < 1)
-        return refuse(QStringLiteral("The term is shorter than one payment."));
-    if (n > maximumPayments)
-        return refuse(QStringLiteral("The term is longer than 1,000,000 payments."));
+    if (solveTerm) {
+        if (givenPayment == 0)
+            return refuse(QStringLiteral("Enter the payment."));
+        if (!(givenPayment > 0))
+            return refuse(QStringLiteral("The payment must be more than 0."));
+    } else {
+        if (years == 0)
+            return refuse(QStringLiteral("Enter the term in years."));
+        if (!(years > 0))
+            return refuse(QStringLiteral("The term must be more than 0 years."));
+        if (n < 1)
+            return refuse(QStringLiteral("The term is shorter than one payment."));
+        if (n > maximumPayments)
+            return refuse(QStringLiteral("The term is longer than 1,000,000 payments."));
+    }
     if (!std::isfinite(annualRate))
         return refuse(QStringLiteral("The interest rate is too large."));
     if (!std::isfinite(extraPayment) || (roundToCents && !Cents::fromDouble(extraPayment)))
         return refuse(QStringLiteral("The extra payment is over 10,000,000,000,000."));
-    const int count = int(n);
+    const int count = solveTerm ? 0 : int(n);
     const double i = FinanceMath::growthFactorMinusOne(annualRate / 100 / c, c / p);
     if (!(i > -1))
         return refuse(QStringLiteral("The interest rate must be above -100 % a period."));
-    const bool beginning = paymentMode == QLatin1String("BEG");
-    // The level payment of an annuity worth the loan amount.
-    double level =
-        i == 0 ? loanAmount / n : loanAmount * i / -FinanceMath::growthFactorMinusOne(i, -n);
-    if (beginning)
-        level /= 1 + i;
-    if (!std::isfinite(level))
-        return refuse(QStringLiteral("No level payment pays off this loan."));
-
-    if (roundToCents) {
-        if (!scheduleInCents(count, i, beginning, level))
-            return refuse(beyondCents());
-    } else {
-        scheduleUnrounded(count, i, beginning, level);
+    if (const QString problem = problemWithEvents(count); !problem.isEmpty())
+        return refuse(problem);
+    if (!solveTerm) {
+        // The level payment of an annuity worth the loan amount.
+        const double level = i == 0 ? loanAmount / n
+                                    : loanAmount * i / -FinanceMath::growthFactorMinusOne(i, -n);
+        if (!std::isfinite(level))
+            return refuse(QStringLiteral("No level payment pays off this loan."));
     }
+
+    const LoanSchedule::Terms withEvents = terms(count);
+    LoanSchedule::Outcome outcome = LoanSchedule::run(withEvents);
+    if (!outcome.problem.isEmpty())
+        return refuse(outcome.problem);
+    schedule = std::move(outcome.rows);
+    for (Row& row : schedule)
+        row.date = dateOfPayment(row.period);
+    payment = outcome.level;
+    totalInterest = outcome.totalInterest;
+    totalPaid = outcome.totalPaid;
     numberOfPayments = double(schedule.size());
     lastPayment = schedule.isEmpty() ? noNumber : schedule.last().payment;
     payoffDate = schedule.isEmpty() ? QDate() : schedule.last().date;
     calculateRange();
+
+    // The same loan with none of its events, for the interest they save.
+    LoanSchedule::Terms plain = withEvents;
+    plain.extraEveryPayment = 0;
+    plain.interestOnly = plain.balloonAt = 0;
+    plain.extras.clear();
+    plain.rateChanges.clear();
+    const LoanSchedule::Outcome without = LoanSchedule::run(plain);
+    if (without.problem.isEmpty())
+        interestSaved = roundToCents ? Cents::toDouble(*Cents::fromDouble(without.totalInterest) -
+                                                       *Cents::fromDouble(totalInterest))
+                                     : without.totalInterest - totalInterest;
+    else
+        setNote(QStringLiteral("interestSaved"),
+                QStringLiteral("The loan without its events has no schedule. %1")
+                    .arg(without.problem));
+
+    if (!std::isfinite(fees) || fees < 0)
+        setNote(QStringLiteral("apr"), QStringLiteral("The fees must be 0 or more."));
+    else if (fees >= loanAmount)
+        setNote(QStringLiteral("apr"), QStringLiteral("The fees are as much as the loan or more."));
+    else if (apr = LoanSchedule::annualPercentageRate(schedule, loanAmount - fees, int(p),
+                                                      paymentMode == QLatin1String("BEG"));
+             !std::isfinite(apr))
+        setNote(QStringLiteral("apr"),
+                QStringLiteral("No rate makes the payments worth the loan less its fees."));
 }
 
-bool AmortizationModel::scheduleInCents(int count, double i, bool beginning, double level)
+QString AmortizationModel::problemWithEvents(int count) const
 {
-    const qint64 loan = *Cents::fromDouble(loanAmount);
-    const qint64 extra = std::max<qint64>(0, *Cents::fromDouble(extraPayment));
-    // The rate per period as an exact decimal and a divisor: the annual
-    // percentage over 100 p when interest compounds with the payments, else
-    // the shortest decimal of the computed rate.
-    const bool plain = std::trunc(compoundingPerYear) == std::trunc(paymentsPerYear);
-    const std::optional<Cents::Decimal> rate = Cents::shortestDecimal(plain ? annualRate : i);
-    const qint64 divisor = plain ? 100 * qint64(std::trunc(paymentsPerYear)) : 1;
-    const auto interestOn = [&](qint64 balance) {
-        return rate ? Cents::multiply(balance, *rate, divisor) : std::nullopt;
+    const int last = count > 0 ? count : maximumPayments;
+    const auto place = [&](const Event& event, const QString& what) -> QString {
+        if (event.payment == 0 && !firstPaymentDate.isValid())
+            return QStringLiteral("%1 on %2 needs the first payment date.")
+                .arg(what, isoDate(event.date));
+        if (event.payment < 0)
+            return QStringLiteral("%1 at payment %2: payments count from 1.")
+                .arg(what)
+                .arg(event.payment);
+        if (paymentOf(event, last) == 0)
+            return event.payment > 0
+                       ? QStringLiteral("%1 at payment %2 comes after the last payment (%3).")
+                             .arg(what)
+                             .arg(event.payment)
+                             .arg(last)
+                       : QStringLiteral("%1 on %2 comes after the last payment.")
+                             .arg(what, isoDate(event.date));
+        return {};
     };
-
-    std::optional<qint64> levelCents;
-    if (count == 1 && beginning) {
-        levelCents = loan;
-    } else if (count == 1) {
-        if (const std::optional<qint64> interest = interestOn(loan);
-            interest && *interest <= Cents::maximum - loan)
-            levelCents = loan + *interest;
-    } else if (i == 0) {
-        levelCents = Cents::multiply(loan, {1, 0}, count);
-    } else {
-        levelCents = Cents::fromDouble(level);
+    for (const Event& event : extras) {
+        if (QString problem = place(event, QStringLiteral("An extra payment")); !problem.isEmpty())
+            return problem;
+        if (!std::isfinite(event.value) || event.value < 0 ||
+            (roundToCents && !Cents::fromDouble(event.value)))
+            return QStringLiteral("An extra payment must be an amount of 0 or more, up to "
+                                  "10,000,000,000,000.");
     }
-    if (!levelCents)
-        return false;
-
-    schedule.reserve(count);
-    qint64 balance = loan;
-    // Totals of up to a million payments of up to Cents::maximum each.
-    __extension__ __int128 interestSum = 0;
-    __extension__ __int128 paidSum = 0;
-    for (int k = 1; k <= count && balance > 0; ++k) {
-        const std::optional<qint64> interest =
-            beginning && k == 1 ? std::optional<qint64>(0) : interestOn(balance);
-        if (!interest || *interest > Cents::maximum - balance)
-            return false;
-        qint64 principal = *levelCents - *interest + extra;
-        if (principal >= balance || k == count)
-            principal = balance;
-        balance -= principal;
-        if (balance > Cents::maximum)
-            return false;
-        interestSum += *interest;
-        paidSum += principal + *interest;
-        schedule.append({k, dateOfPayment(k), Cents::toDouble(principal + *interest),
-                         Cents::toDouble(*interest), Cents::toDouble(principal),
-                         Cents::toDouble(balance)});
+    const double c = std::trunc(compoundingPerYear);
+    for (const Event& event : rateChanges) {
+        if (QString problem = place(event, QStringLiteral("A rate change")); !problem.isEmpty())
+            return problem;
+        if (!std::isfinite(event.value) || !(1 + event.value / 100 / c > 0))
+            return QStringLiteral("A new rate must be above -100 %.");
     }
-    payment = Cents::toDouble(*levelCents);
-    totalInterest = double(interestSum) / 100;
-    totalPaid = double(paidSum) / 100;
-    return true;
+    if (interestOnly < 0)
+        return QStringLiteral("The interest-only payments cannot be fewer than 0.");
+    if (count > 0 && interestOnly >= count)
+        return QStringLiteral("The interest-only payments must be fewer than the %1 payments of "
+                              "the term.")
+            .arg(count);
+    if (balloonAt < 0)
+        return QStringLiteral("The balloon is a payment number, 1 or more (0 for none).");
+    if (!afterExtraWords().contains(afterExtra))
+        return QStringLiteral("Choose what an extra payment does: %1.")
+            .arg(afterExtraWords().join(QStringLiteral(" or ")));
+    return {};
 }
 
-void AmortizationModel::scheduleUnrounded(int count, double i, bool beginning, double level)
+int AmortizationModel::paymentOf(const Event& event, int last) const
 {
-    const double extra = std::max(0.0, extraPayment);
-    double balance = loanAmount;
-    double interestSum = 0;
-    double paidSum = 0;
-    schedule.reserve(count);
-    for (int k = 1; k <= count && balance > 0; ++k) {
-        const double interest = beginning && k == 1 ? 0 : balance * i;
-        double principal = level - interest + extra;
-        if (principal >= balance || k == count)
-            principal = balance;
-        balance -= principal;
-        interestSum += interest;
-        paidSum += principal + interest;
-        schedule.append({k, dateOfPayment(k), principal + interest, interest, principal, balance});
+    if (event.payment > 0)
+        return event.payment <= last ? event.payment : 0;
+    if (!event.date.isValid() || !firstPaymentDate.isValid() || dateOfPayment(last) < event.date)
+        return 0;
+    // The payment dates only grow: the first on or after the date, by halves.
+    int low = 1;
+    int high = last;
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (dateOfPayment(middle) < event.date)
+            low = middle + 1;
+        else
+            high = middle;
     }
-    payment = level;
-    totalInterest = interestSum;
-    totalPaid = paidSum;
+    return low;
+}
+
+LoanSchedule::Terms AmortizationModel::terms(int count) const
+{
+    LoanSchedule::Terms t;
+    t.loanAmount = loanAmount;
+    t.annualRate = annualRate;
+    t.paymentsPerYear = int(std::trunc(paymentsPerYear));
+    t.compoundingPerYear = int(std::trunc(compoundingPerYear));
+    t.count = count;
+    if (solveTerm)
+        t.givenPayment = givenPayment;
+    t.beginning = paymentMode == QLatin1String("BEG");
+    t.roundToCents = roundToCents;
+    t.extraEveryPayment = extraPayment;
+    t.interestOnly = interestOnly;
+    t.balloonAt = balloonAt;
+    t.lowerPaymentAfterExtra = afterExtra == QLatin1String("Lower payment");
+    const int last = count > 0 ? count : maximumPayments;
+    for (const Event& event : extras)
+        t.extras.append({paymentOf(event, last), event.value});
+    for (const Event& event : rateChanges)
+        t.rateChanges.append({paymentOf(event, last), event.value});
+    return t;
 }
 
 // The whole cents a row amount of a schedule in cents holds: each is a
@@ -336,7 +393,8 @@ QByteArray AmortizationModel::scheduleCsv() const
 {
     QByteArray out = CsvWriter::toCsv({QStringLiteral("period"), QStringLiteral("date"),
                                        QStringLiteral("payment"), QStringLiteral("interest"),
-                                       QStringLiteral("principal"), QStringLiteral("balance")},
+                                       QStringLiteral("principal"), QStringLiteral("balance"),
+                                       QStringLiteral("extra"), QStringLiteral("event")},
                                       {});
     out.reserve(out.size() + schedule.size() * 64);
     char buffer[64];
@@ -360,6 +418,10 @@ QByteArray AmortizationModel::scheduleCsv() const
         money(r.interest);
         money(r.principal);
         money(r.balance);
+        money(r.extra);
+        out.append(',');
+        if (!r.event.isEmpty()) // "Rate 7.5 %; Payment 1234.56": no comma or quote
+            out.append(r.event.toUtf8());
         out.append("\r\n");
     }
     return out;
@@ -442,16 +504,151 @@ AmortizationModel::customViewForLineChartTouchWithXValueAndYValue(const QString&
     return {QStringLiteral("Year %1: %2").arg(x, stringFromDouble(y)), QSizeF(140, 30)};
 }
 
+const QList<AmortizationModel::Row>& AmortizationModel::yearTotals() const
+{
+    if (m_yearTotals)
+        return *m_yearTotals;
+    QList<Row>& years = m_yearTotals.emplace();
+    const int perYear = std::max(1, int(paymentsPerYear));
+    years.reserve(schedule.size() / perYear + 1);
+    for (qsizetype start = 0; start < schedule.size(); start += perYear) {
+        Row year;
+        year.period = int(start / perYear) + 1;
+        qint64 cents[4] = {};
+        const qsizetype end = std::min<qsizetype>(start + perYear, schedule.size());
+        for (qsizetype k = start; k < end; ++k) {
+            const Row& row = schedule.at(k);
+            if (roundToCents) {
+                cents[0] += centsOfRow(row.payment);
+                cents[1] += centsOfRow(row.interest);
+                cents[2] += centsOfRow(row.principal);
+                cents[3] += centsOfRow(row.extra);
+            } else {
+                year.payment += row.payment;
+                year.interest += row.interest;
+                year.principal += row.principal;
+                year.extra += row.extra;
+            }
+        }
+        if (roundToCents) {
+            year.payment = Cents::toDouble(cents[0]);
+            year.interest = Cents::toDouble(cents[1]);
+            year.principal = Cents::toDouble(cents[2]);
+            year.extra = Cents::toDouble(cents[3]);
+        }
+        year.balance = schedule.at(end - 1).balance;
+        years << year;
+    }
+    return *m_yearTotals;
+}
+
+QString AmortizationModel::scheduleTable() const
+{
+    const bool dated = !schedule.isEmpty() && schedule.first().date.isValid();
+    const int shown = int(std::min<qsizetype>(schedule.size(), maximumReportRows));
+    const QList<Row>& years = yearTotals();
+    const int perYear = std::max(1, int(paymentsPerYear));
+    const auto amount = [this](double value) {
+        return roundToCents ? NumberFormat::money(value) : stringFromDouble(value);
+    };
+    // The cells first, to size the columns to their longest text.
+    QList<QStringList> lines;
+    lines << QStringList{QStringLiteral("No."), QStringLiteral("Date"), QStringLiteral("Payment"),
+                         QStringLiteral("Interest"), QStringLiteral("Principal"),
+                         QStringLiteral("Extra"), QStringLiteral("Balance"),
+                         QStringLiteral("Event")};
+    const auto cells = [&](const QString& first, const QString& date, const Row& row) {
+        lines << QStringList{first,
+                             date,
+                             amount(row.payment),
+                             amount(row.interest),
+                             amount(row.principal),
+                             amount(row.extra),
+                             amount(row.balance),
+                             row.event};
+    };
+    for (int k = 0; k < shown; ++k) {
+        const Row& row = schedule.at(k);
+        cells(QString::number(row.period), isoDate(row.date), row);
+        if ((k + 1) % perYear == 0 || k + 1 == schedule.size())
+            cells(QStringLiteral("Year %1").arg(k / perYear + 1), QString(), years.at(k / perYear));
+    }
+    QList<qsizetype> widths(lines.first().size(), 0);
+    for (const QStringList& line : lines) {
+        for (qsizetype c = 0; c < line.size(); ++c)
+            widths[c] = std::max(widths[c], line.at(c).size());
+    }
+    const bool anyEvent = std::any_of(schedule.cbegin(), schedule.cbegin() + shown,
+                                      [](const Row& row) { return !row.event.isEmpty(); });
+    // Numbers right-aligned, the rest left; the date column only when the
+    // payments have dates, the event column only when something happened;
+    // two spaces between columns.
+    const auto join = [&](const QStringList& line) {
+        QStringList out;
+        for (qsizetype c = 0; c < line.size(); ++c) {
+            if ((c == 1 && !dated) || (c == 7 && !anyEvent))
+                continue;
+            const bool number = c >= 2 && c <= 6;
+            out << (c == line.size() - 1 ? line.at(c)
+                    : number             ? line.at(c).rightJustified(widths[c])
+                                         : line.at(c).leftJustified(widths[c]));
+        }
+        QString text = out.join(QStringLiteral("  "));
+        while (text.endsWith(QLatin1Char(' ')))
+            text.chop(1);
+        return text;
+    };
+    QString table = join(lines.first()) + QLatin1Char('\n');
+    QStringList rule;
+    for (qsizetype c = 0; c < widths.size(); ++c)
+        rule << QString(widths[c], QLatin1Char('-'));
+    table += join(rule) + QLatin1Char('\n');
+    for (qsizetype l = 1; l < lines.size(); ++l)
+        table += join(lines.at(l)) + QLatin1Char('\n');
+    if (shown < schedule.size())
+        table += QStringLiteral("The report shows the first %1 of the %2 payments; save the "
+                                "schedule as CSV for all of them.\n")
+                     .arg(shown)
+                     .arg(schedule.size());
+    return table;
+}
+
+QString AmortizationModel::eventsText(const QList<Event>& events)
+{
+    QStringList texts;
+    for (const Event& event : events) {
+        texts << QStringLiteral("%1:%2")
+                     .arg(event.payment > 0 ? QString::number(event.payment) : isoDate(event.date),
+                          CsvWriter::number(event.value));
+    }
+    return texts.join(QLatin1Char(','));
+}
+
 void AmortizationModel::createReport(const QVariantMap& userInfo)
 {
     QString body;
     body += QStringLiteral("Loan Amount: %1\n").arg(stringFromDouble(loanAmount));
     body += QStringLiteral("Annual Rate: %1%\n").arg(stringFromDouble(annualRate));
-    body += QStringLiteral("Years: %1\n").arg(stringFromDouble(years));
+    if (solveTerm)
+        body += QStringLiteral("Given Payment: %1\n").arg(stringFromDouble(givenPayment));
+    else
+        body += QStringLiteral("Years: %1\n").arg(stringFromDouble(years));
     body += QStringLiteral("Payments Per Year: %1\n").arg(stringFromDouble(paymentsPerYear));
     body += QStringLiteral("Compounding Per Year: %1\n").arg(stringFromDouble(compoundingPerYear));
     body += QStringLiteral("Mode: %1\n").arg(paymentMode);
     body += QStringLiteral("Extra Payment: %1\n").arg(stringFromDouble(extraPayment));
+    if (!extras.isEmpty()) {
+        body += QStringLiteral("Extra Payments: %1\n").arg(eventsText(extras));
+        body += QStringLiteral("After an Extra Payment: %1\n").arg(afterExtra);
+    }
+    if (!rateChanges.isEmpty())
+        body += QStringLiteral("Rate Changes: %1\n").arg(eventsText(rateChanges));
+    if (interestOnly > 0)
+        body += QStringLiteral("Interest-Only Payments: %1\n").arg(interestOnly);
+    if (balloonAt > 0)
+        body += QStringLiteral("Balloon at Payment: %1\n").arg(balloonAt);
+    if (fees != 0)
+        body += QStringLiteral("Fees: %1\n").arg(stringFromDouble(fees));
     body += QStringLiteral("Payment: %1\n").arg(stringFromDouble(payment));
     body += QStringLiteral("Number of Payments: %1\n").arg(stringFromDouble(numberOfPayments));
     body += QStringLiteral("Total Interest: %1\n").arg(stringFromDouble(totalInterest));
@@ -459,10 +656,14 @@ void AmortizationModel::createReport(const QVariantMap& userInfo)
     body += QStringLiteral("Last Payment: %1\n").arg(stringFromDouble(lastPayment));
     if (payoffDate.isValid())
         body += QStringLiteral("Payoff Date: %1\n").arg(payoffDateText());
+    body += QStringLiteral("Interest Saved: %1\n").arg(stringFromDouble(interestSaved));
+    body += QStringLiteral("APR: %1%\n").arg(stringFromDouble(apr));
     body += QStringLiteral("Payments %1-%2: Principal %3, Interest %4, Balance %5\n")
                 .arg(rangeStart)
                 .arg(rangeEnd)
                 .arg(stringFromDouble(rangePrincipal), stringFromDouble(rangeInterest),
                      stringFromDouble(rangeBalance));
+    if (!schedule.isEmpty())
+        body += QStringLiteral("\nSchedule\n") + scheduleTable();
     writeReport(userInfo, QStringLiteral("Amortization Schedule"), QStringLiteral("#1F7A8C"), body);
 }

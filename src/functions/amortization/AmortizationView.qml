@@ -5,15 +5,21 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// Amortization schedule: the loan and its terms, the payment and totals,
-// the P1–P2 range, and the whole schedule in a list of its own that
-// scrolls smoothly however long the loan is; Save as CSV writes it out.
+// Amortization schedule: the loan and its terms (the payment worked out from
+// the term, or the term from a payment), what changes on the way (an event
+// list of extra payments and rate changes, interest-only payments, a
+// balloon), the results with the APR, the P1–P2 range, and the schedule: a
+// table with column headers and each year's subtotal, as tall as the window
+// and only its rows in sight made, however long the loan is; Save as CSV
+// writes it out.
 FunctionScreen {
     id: screen
 
     // The outlets typed here directly (not through a NumericField).
     readonly property string dateOutlet: "firstPaymentDateField"
     readonly property string roundingOutlet: "roundToCentsField"
+    // The schedule's payments have dates (a first payment date was given).
+    readonly property bool dated: loan.scheduleRowCount > 0 && loan.scheduleRow(0).date !== ""
 
     controller: AmortizationController {
         id: loan
@@ -31,9 +37,45 @@ FunctionScreen {
         controller: screen.controller
         outlet: "annualRateField"
     }
+    // Which of the two the schedule works out: the payment from the term,
+    // or the term from a payment.
+    RowLayout {
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+
+        Label {
+            Layout.fillWidth: true
+            text: qsTr("Work out")
+            font.pixelSize: 15
+        }
+        Button {
+            objectName: "solvePaymentButton"
+            text: qsTr("Payment")
+            checkable: true
+            checked: !loan.solvingTerm
+            Accessible.name: qsTr("Work out the payment from the term")
+            onClicked: loan.solve("payment")
+        }
+        Button {
+            objectName: "solveTermButton"
+            text: qsTr("Term")
+            checkable: true
+            checked: loan.solvingTerm
+            Accessible.name: qsTr("Work out the term from the payment")
+            onClicked: loan.solve("term")
+        }
+    }
     NumericField {
+        visible: !loan.solvingTerm
         controller: screen.controller
         outlet: "yearsField"
+        signable: false
+    }
+    NumericField {
+        visible: loan.solvingTerm
+        controller: screen.controller
+        outlet: "paymentField"
         signable: false
     }
     ChoiceRow {
@@ -95,6 +137,108 @@ FunctionScreen {
         }
     }
     SectionHeader {
+        text: qsTr("Changes on the way")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "interestOnlyField"
+        signable: false
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "balloonAtField"
+        signable: false
+    }
+    ChoiceRow {
+        controller: screen.controller
+        outlet: "afterExtraButton"
+    }
+    // One row an event: the payment number or date it falls on, its kind,
+    // and the amount or the new rate. A text that cannot be read is marked
+    // and the results say which event it is.
+    Repeater {
+        model: loan.events
+
+        delegate: RowLayout {
+            id: eventRow
+
+            required property int index
+            required property string at
+            required property string kind
+            required property string value
+            required property string atProblem
+            required property string valueProblem
+
+            Layout.fillWidth: true
+            Layout.leftMargin: AppTheme.margin
+            Layout.rightMargin: AppTheme.margin
+            spacing: 6
+
+            CellField {
+                fieldName: "eventAtField" + eventRow.index
+                label: qsTr("Payment number or date of event %1").arg(eventRow.index + 1)
+                Layout.preferredWidth: 110
+                Layout.fillWidth: false
+                countsAsZero: false
+                fontSize: 15
+                text: eventRow.at
+                problem: eventRow.atProblem
+                placeholderText: qsTr("13 or date")
+                onEdited: text => loan.eventAtEdited(eventRow.index, text)
+            }
+            ComboBox {
+                objectName: "eventKindBox" + eventRow.index
+                Layout.alignment: Qt.AlignTop
+                Layout.preferredWidth: 140
+                Layout.fillWidth: true
+                model: loan.eventKinds()
+                currentIndex: Math.max(0, model.indexOf(eventRow.kind))
+                Accessible.name: qsTr("Kind of event %1").arg(eventRow.index + 1)
+                onActivated: i => loan.eventKindChosen(eventRow.index, textAt(i))
+            }
+            CellField {
+                fieldName: "eventValueField" + eventRow.index
+                label: eventRow.kind === "Rate change" ? qsTr("New annual rate (%) of event %1").arg(eventRow.index + 1) : qsTr("Amount of event %1").arg(eventRow.index + 1)
+                Layout.preferredWidth: 100
+                countsAsZero: false
+                fontSize: 15
+                text: eventRow.value
+                problem: eventRow.valueProblem
+                placeholderText: eventRow.kind === "Rate change" ? qsTr("rate %") : qsTr("amount")
+                onEdited: text => loan.eventValueEdited(eventRow.index, text)
+            }
+            ToolButton {
+                objectName: "removeEventButton" + eventRow.index
+                Layout.alignment: Qt.AlignTop
+                text: "\u2715"
+                Accessible.name: qsTr("Remove event %1").arg(eventRow.index + 1)
+                onClicked: loan.removeEvent(eventRow.index)
+            }
+        }
+    }
+    Flow {
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        spacing: 8
+
+        Button {
+            objectName: "addExtraPaymentButton"
+            text: qsTr("+ Extra payment")
+            onClicked: loan.addEvent("Extra payment")
+        }
+        Button {
+            objectName: "addRateChangeButton"
+            text: qsTr("+ Rate change")
+            onClicked: loan.addEvent("Rate change")
+        }
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "feesField"
+        signable: false
+    }
+    SectionHeader {
         text: qsTr("Results")
     }
     ResultRow {
@@ -120,6 +264,14 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "payoffDateLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "interestSavedLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "aprLabel"
     }
     SectionHeader {
         text: qsTr("Payments P1 to P2")
@@ -188,8 +340,30 @@ FunctionScreen {
         }
     }
     SectionHeader {
-        text: qsTr("Schedule: payment, interest, principal, balance")
+        text: qsTr("Schedule")
     }
+    // The column headers, right above the rows (the list and its headers fit
+    // in the window together).
+    ScheduleLine {
+        objectName: "scheduleHeader"
+        Layout.fillWidth: true
+        Layout.leftMargin: AppTheme.margin
+        Layout.rightMargin: AppTheme.margin
+        header: true
+        dated: screen.dated
+        cells: ({
+                number: qsTr("No."),
+                date: qsTr("Date"),
+                payment: qsTr("Payment"),
+                interest: qsTr("Interest"),
+                principal: qsTr("Principal"),
+                extra: qsTr("Extra"),
+                balance: qsTr("Balance")
+            })
+    }
+    // As tall as its rows, up to what the window shows under its title and
+    // with the button below; only the rows in
+    // sight are made, so a loan of a million payments scrolls as easily.
     ListView {
         id: rows
 
@@ -197,52 +371,18 @@ FunctionScreen {
         Layout.fillWidth: true
         Layout.leftMargin: AppTheme.margin
         Layout.rightMargin: AppTheme.margin
-        Layout.preferredHeight: Math.min(count, 12) * 28
+        Layout.preferredHeight: Math.min(contentHeight, Math.max(200, screen.height - 240))
         clip: true
         model: loan.scheduleRowCount
         reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: ScrollBar {}
-
-        delegate: RowLayout {
-            id: scheduleRow
-
+        delegate: ScheduleLine {
             required property int index
-            readonly property var row: loan.scheduleRow(index)
 
             width: ListView.view.width
-            height: 28
-
-            Label {
-                Layout.preferredWidth: 44
-                text: scheduleRow.row.period ?? ""
-                color: AppTheme.secondaryText
-            }
-            Label {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1
-                text: scheduleRow.row.payment ?? ""
-                horizontalAlignment: Text.AlignRight
-            }
-            Label {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1
-                text: scheduleRow.row.interest ?? ""
-                horizontalAlignment: Text.AlignRight
-            }
-            Label {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1
-                text: scheduleRow.row.principal ?? ""
-                horizontalAlignment: Text.AlignRight
-            }
-            Label {
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1
-                text: scheduleRow.row.balance ?? ""
-                horizontalAlignment: Text.AlignRight
-                font.bold: true
-            }
+            dated: screen.dated
+            cells: loan.scheduleRow(index)
         }
     }
     Button {

@@ -15,14 +15,24 @@ ColumnLayout {
     property bool header: false
     readonly property bool subtotal: cells.kind === "year"
     readonly property bool wide: width >= 520
+    readonly property real numberWidth: wide ? 60 : 44
+    readonly property real dateWidth: wide && dated ? 88 : 0
+    // The amount columns share what is left evenly (4 spacings, margins of
+    // 4 and 12 and the spacing after each fixed column).
+    readonly property real amountWidth: Math.max(1, (width - 16 - numberWidth - dateWidth - 6 * (wide ? 6 : 4)) / (wide ? 5 : 4))
 
     spacing: 0
 
+    // An amount never loses a digit: on a narrow window its text gets
+    // smaller instead.
     component AmountLabel: Label {
-        Layout.fillWidth: true
-        Layout.preferredWidth: 1
+        Layout.preferredWidth: line.amountWidth
+        Layout.maximumWidth: line.amountWidth
+        Layout.fillHeight: true
         horizontalAlignment: Text.AlignRight
-        elide: Text.ElideLeft
+        verticalAlignment: Text.AlignVCenter
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 8
     }
 
     Rectangle {
@@ -38,14 +48,18 @@ ColumnLayout {
             spacing: 6
 
             Label {
-                Layout.preferredWidth: 60
+                Layout.preferredWidth: line.numberWidth
+                Layout.fillHeight: true
+                verticalAlignment: Text.AlignVCenter
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 8
                 text: line.cells.number ?? ""
                 color: line.header || line.subtotal ? AppTheme.text : AppTheme.secondaryText
                 font.bold: line.header || line.subtotal
             }
             Label {
-                visible: line.wide && line.dated
-                Layout.preferredWidth: 88
+                visible: line.dateWidth > 0
+                Layout.preferredWidth: line.dateWidth
                 text: line.cells.date ?? ""
                 font.bold: line.header
             }

@@ -15,11 +15,12 @@ ColumnLayout {
     property bool header: false
     readonly property bool subtotal: cells.kind === "year"
     readonly property bool wide: width >= 520
-    readonly property real numberWidth: wide ? 60 : 44
+    readonly property real numberWidth: wide ? 60 : 36
     readonly property real dateWidth: wide && dated ? 88 : 0
     // The amount columns share what is left evenly (4 spacings, margins of
     // 4 and 12 and the spacing after each fixed column).
     readonly property real amountWidth: Math.max(1, (width - 16 - numberWidth - dateWidth - 6 * (wide ? 6 : 4)) / (wide ? 5 : 4))
+    readonly property int amountPixelSize: Math.max(8, Math.min(14, Math.floor(amountWidth / 5.4)))
 
     spacing: 0
 
@@ -32,6 +33,10 @@ ColumnLayout {
         horizontalAlignment: Text.AlignRight
         verticalAlignment: Text.AlignVCenter
         fontSizeMode: Text.HorizontalFit
+        // One size for every amount of a line, room for ten characters
+        // ("1234567.89"); a longer amount gets smaller still. In pixels, so
+        // the fit can go below the default 12 points.
+        font.pixelSize: line.amountPixelSize
         minimumPixelSize: 8
     }
 
@@ -52,6 +57,7 @@ ColumnLayout {
                 Layout.fillHeight: true
                 verticalAlignment: Text.AlignVCenter
                 fontSizeMode: Text.HorizontalFit
+                font.pixelSize: line.amountPixelSize
                 minimumPixelSize: 8
                 text: line.cells.number ?? ""
                 color: line.header || line.subtotal ? AppTheme.text : AppTheme.secondaryText

@@ -10,6 +10,7 @@
 #include "framework/CalculatorRegistry.h"
 #include "framework/FunctionTableModel.h"
 #include "framework/QVChartController.h"
+#include "functions/amortization/AmortizationController.h"
 #include "functions/amortization/AmortizationModel.h"
 #include "functions/datedcashflows/DatedCashFlowsController.h"
 #include "functions/depreciation/DepreciationModel.h"
@@ -24,6 +25,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
 #include <cmath>
@@ -667,3 +669,115 @@ TEST(NpvTableModel, RowsFollowThePeriod)
 }
 
 } // namespace
+
+// The amortization's event list as the screen edits it, the term worked out
+// from a payment, and the schedule's lines with their year subtotals. The
+// figures themselves are vector cases (tests/vectors/amortization.jsonl);
+// here: that edits reach them, and that a text that cannot be read is marked
+// and named rather than dropped.
+TEST_F(Screens, AmortizationEventsTermAndScheduleLines)
+{
+    auto* loan = static_cast<AmortizationController*>(open("amortization"));
+    fill({{"loanAmountField", "200000"},
+          {"annualRateField", local("6.5")},
+          {"yearsField", "30"},
+          {"firstPaymentDateField", "2027-01-01"}});
+    const QString plainInterest = text("totalInterestLabel");
+    EXPECT_EQ(text("interestSavedLabel"), "0");
+
+    // An extra payment added on the list, typed in, then spoilt: the row is
+    // marked, every result is blank and says which event, as the command
+    // line refuses the same text.
+    loan->addEvent("Extra payment");
+    QAbstractItemModel* events = loan->events();
+    ASSERT_EQ(events->rowCount(), 1);
+    loan->eventAtEdited(0, "13");
+    loan->eventValueEdited(0, "5000");
+    EXPECT_EQ(text("numberOfPaymentsLabel"), "336") << "as the vector extra-once-shorten-term";
+    EXPECT_NE(text("totalInterestLabel"), plainInterest);
+    loan->eventValueEdited(0, "5OOO");
+    const QModelIndex row = events->index(0, 0);
+    EXPECT_EQ(events->data(row, LoanEventList::ValueProblemRole).toString(), "Not a number");
+    EXPECT_EQ(text("paymentLabel"), "NaN");
+    EXPECT_EQ(view->note("aprLabel"), "Event 1 cannot be read. Not a number");
+    loan->eventValueEdited(0, "5000");
+    loan->eventAtEdited(0, "2028-01-15");
+    EXPECT_EQ(text("numberOfPaymentsLabel"), "336") << "the first payment on or after it is 14";
+    loan->eventAtEdited(0, "2070-01-01");
+    EXPECT_EQ(view->note("paymentLabel"),
+              "An extra payment on 2070-01-01 comes after the last payment.");
+
+    // Its kind turned into a rate change; removed, the loan is as before.
+    loan->eventAtEdited(0, "61");
+    loan->eventKindChosen(0, "Rate change");
+    loan->eventValueEdited(0, local("7.5"));
+    EXPECT_TRUE(text("interestSavedLabel").startsWith('-')) << "a higher rate costs interest";
+    loan->removeEvent(0);
+    EXPECT_EQ(events->rowCount(), 0);
+    EXPECT_EQ(text("totalInterestLabel"), plainInterest);
+
+    // The command line's lists fill the same rows, kind by kind.
+    ASSERT_TRUE(loan->setTableInput("extraPayments", {"13:5000", "25:5000"}));
+    ASSERT_TRUE(loan->setTableInput("rateChanges", {"61:7.5"}));
+    ASSERT_TRUE(loan->setTableInput("extraPayments", {"13:5000"}));
+    EXPECT_EQ(events->rowCount(), 2) << "the extras replaced, the rate change kept";
+    EXPECT_FALSE(loan->setTableInput("balloons", {"1:2"}));
+
+    // The schedule's lines: each year's payments, then its subtotal, whose
+    // sums are the year's (12 x 1264.14 + the extra; the balance the 12th's).
+    ASSERT_EQ(loan->scheduleRowCount(), int(loan->amortizationModel()->schedule.size()) + 30);
+    EXPECT_EQ(loan->scheduleRow(0).value("number"), "1");
+    EXPECT_EQ(loan->scheduleRow(0).value("date"), "2027-01-01");
+    EXPECT_EQ(loan->scheduleRow(12).value("kind"), "year");
+    EXPECT_EQ(loan->scheduleRow(12).value("number"), "Year 1");
+    EXPECT_EQ(loan->scheduleRow(12).value("balance"), loan->scheduleRow(11).value("balance"));
+    EXPECT_EQ(loan->scheduleRow(25).value("payment"), local("20169.68")) << "12 x 1264.14 + 5000";
+    EXPECT_EQ(loan->scheduleRow(25).value("extra"), local("5000.00"));
+    EXPECT_EQ(loan->scheduleRow(13).value("event"), "Extra 5000.00");
+    EXPECT_EQ(loan->scheduleRow(13).value("interest"), local("1071.22"));
+    const QVariantMap last = loan->scheduleRow(loan->scheduleRowCount() - 1);
+    EXPECT_EQ(last.value("kind"), "year") << "a part year ends with its subtotal too";
+    EXPECT_EQ(last.value("balance"), local("0.00"));
+    EXPECT_TRUE(loan->scheduleRow(loan->scheduleRowCount()).isEmpty());
+
+    // The term from a payment: the term field is not needed then.
+    QSignalSpy solving(loan, &AmortizationController::solvingTermChanged);
+    loan->setTableInput("extraPayments", {});
+    loan->setTableInput("rateChanges", {});
+    type("yearsField", "");
+    loan->solve("term");
+    EXPECT_EQ(solving.count(), 1);
+    EXPECT_EQ(view->note("paymentLabel"), "Enter the payment.");
+    type("paymentField", "2500");
+    EXPECT_EQ(text("numberOfPaymentsLabel"), "106") << "as the vector term-from-payment";
+    EXPECT_EQ(text("paymentLabel"), "2500");
+    loan->solve("payment");
+    EXPECT_EQ(view->note("paymentLabel"), "Enter the term in years.");
+}
+
+// The saved report carries the schedule as a table: headers, a rule, each
+// payment with two decimals lined up, the year subtotals and the events.
+TEST_F(Screens, AmortizationReportCarriesTheSchedule)
+{
+    auto* loan = static_cast<AmortizationController*>(open("amortization"));
+    fill({{"loanAmountField", "1000"},
+          {"annualRateField", "12"},
+          {"yearsField", "1"},
+          {"firstPaymentDateField", "2027-01-31"}});
+    loan->setTableInput("extraPayments", {"3:100"});
+    loan->amortizationModel()->createReport({{"title", "Test"}});
+    const QString report = loan->amortizationModel()->report().contents;
+    const QStringList lines = report.split('\n');
+    const qsizetype header = lines.indexOf(QRegularExpression("^No\\. +Date +Payment.*Event$"));
+    ASSERT_GE(header, 0) << report.toStdString();
+    EXPECT_TRUE(QRegularExpression("^-+( +-+){7}$").match(lines.at(header + 1)).hasMatch());
+    // 1000 at 1 % a month over 12: PMT = 88.85, the first interest 10.00.
+    EXPECT_EQ(lines.at(header + 2).simplified(),
+              local("1 2027-01-31 88.85 10.00 78.85 0.00 921.15"));
+    EXPECT_TRUE(lines.at(header + 4).endsWith("Extra 100.00"));
+    EXPECT_TRUE(lines.at(header + 2).indexOf(local("88.85")) + 5 ==
+                lines.at(header + 4).indexOf(local("188.85")) + 6)
+        << "the amounts end in one column";
+    EXPECT_TRUE(report.contains(QRegularExpression("\nYear 1 +[0-9]")));
+    EXPECT_TRUE(report.contains("Extra Payments: 3:100\n"));
+}

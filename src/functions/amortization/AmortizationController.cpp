@@ -98,7 +98,7 @@ bool AmortizationController::setTableInput(const QString& property, const QStrin
 {
     const QString kind = property == QLatin1String("extraPayments") ? extraKind
                          : property == QLatin1String("rateChanges") ? rateKind
-                                                                     : QString();
+                                                                    : QString();
     if (kind.isEmpty() || !m_events.replaceKind(kind, values))
         return false;
     fieldChanged();
@@ -188,8 +188,8 @@ QVariantMap AmortizationController::scheduleRow(int index) const
         return m->roundToCents ? NumberFormat::money(value) : stringFromDouble(value);
     };
     return {{QStringLiteral("kind"), subtotal ? QStringLiteral("year") : QStringLiteral("payment")},
-            {QStringLiteral("number"), subtotal ? QStringLiteral("Year %1").arg(year + 1)
-                                                : QString::number(r.period)},
+            {QStringLiteral("number"),
+             subtotal ? QStringLiteral("Year %1").arg(year + 1) : QString::number(r.period)},
             {QStringLiteral("date"), AmortizationModel::isoDate(r.date)},
             {QStringLiteral("payment"), amount(r.payment)},
             {QStringLiteral("interest"), amount(r.interest)},

@@ -20,6 +20,7 @@
 class AmortizationController : public QVChartController {
     Q_OBJECT
     Q_PROPERTY(int scheduleRowCount READ scheduleRowCount NOTIFY scheduleChanged)
+    Q_PROPERTY(bool scheduleHasDates READ scheduleHasDates NOTIFY scheduleChanged)
     Q_PROPERTY(QAbstractListModel* events READ events CONSTANT)
     Q_PROPERTY(bool solvingTerm READ solvingTerm NOTIFY solvingTermChanged)
 
@@ -39,6 +40,12 @@ public:
     // "extra", "balance" (amounts with two decimals when kept in cents) and
     // "event".
     Q_INVOKABLE QVariantMap scheduleRow(int index) const;
+    // Whether the payments have dates (a first payment date was given).
+    bool scheduleHasDates() const
+    {
+        const QList<AmortizationModel::Row>& rows = amortizationModel()->schedule;
+        return !rows.isEmpty() && rows.first().date.isValid();
+    }
 
     // "payment" works out the payment from the term, "term" the term from
     // the payment given.

@@ -61,8 +61,8 @@ const CalculatorDescription& amortizationDescription()
         // the term from the payment; either way it follows every edit.
         .solveButtons = {"payment", "term"},
         .example = {"loanAmount=200000", "annualRate=6.5", "years=30",
-                    "firstPaymentDate=2027-01-01", "extraPayments=13:5000",
-                    "rateChanges=61:5.75", "fees=3000"},
+                    "firstPaymentDate=2027-01-01", "extraPayments=13:5000", "rateChanges=61:5.75",
+                    "fees=3000"},
         .create = [] { return std::unique_ptr<QVFunctionController>(new AmortizationController); },
     };
     return description;

@@ -15,8 +15,8 @@ namespace {
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
 const char* const resultProperties[] = {
-    "payment",       "numberOfPayments", "totalInterest", "totalPaid", "lastPayment",
-    "rangePrincipal", "rangeInterest",   "rangeBalance",  "interestSaved", "apr"};
+    "payment",        "numberOfPayments", "totalInterest", "totalPaid",     "lastPayment",
+    "rangePrincipal", "rangeInterest",    "rangeBalance",  "interestSaved", "apr"};
 
 // `date` moved on by `months` whole months, the day kept or cut to the last
 // day of a shorter month, as QDate::addMonths does, but in constant time
@@ -190,8 +190,8 @@ void AmortizationModel::calculateResult()
         return refuse(problem);
     if (!solveTerm) {
         // The level payment of an annuity worth the loan amount.
-        const double level = i == 0 ? loanAmount / n
-                                    : loanAmount * i / -FinanceMath::growthFactorMinusOne(i, -n);
+        const double level =
+            i == 0 ? loanAmount / n : loanAmount * i / -FinanceMath::growthFactorMinusOne(i, -n);
         if (!std::isfinite(level))
             return refuse(QStringLiteral("No level payment pays off this loan."));
     }
@@ -223,9 +223,9 @@ void AmortizationModel::calculateResult()
                                                        *Cents::fromDouble(totalInterest))
                                      : without.totalInterest - totalInterest;
     else
-        setNote(QStringLiteral("interestSaved"),
-                QStringLiteral("The loan without its events has no schedule. %1")
-                    .arg(without.problem));
+        setNote(
+            QStringLiteral("interestSaved"),
+            QStringLiteral("The loan without its events has no schedule. %1").arg(without.problem));
 
     if (!std::isfinite(fees) || fees < 0)
         setNote(QStringLiteral("apr"), QStringLiteral("The fees must be 0 or more."));
@@ -553,10 +553,10 @@ QString AmortizationModel::scheduleTable() const
     };
     // The cells first, to size the columns to their longest text.
     QList<QStringList> lines;
-    lines << QStringList{QStringLiteral("No."), QStringLiteral("Date"), QStringLiteral("Payment"),
-                         QStringLiteral("Interest"), QStringLiteral("Principal"),
-                         QStringLiteral("Extra"), QStringLiteral("Balance"),
-                         QStringLiteral("Event")};
+    lines << QStringList{QStringLiteral("No."),       QStringLiteral("Date"),
+                         QStringLiteral("Payment"),   QStringLiteral("Interest"),
+                         QStringLiteral("Principal"), QStringLiteral("Extra"),
+                         QStringLiteral("Balance"),   QStringLiteral("Event")};
     const auto cells = [&](const QString& first, const QString& date, const Row& row) {
         lines << QStringList{first,
                              date,
@@ -617,9 +617,9 @@ QString AmortizationModel::eventsText(const QList<Event>& events)
 {
     QStringList texts;
     for (const Event& event : events) {
-        texts << QStringLiteral("%1:%2")
-                     .arg(event.payment > 0 ? QString::number(event.payment) : isoDate(event.date),
-                          CsvWriter::number(event.value));
+        texts << QStringLiteral("%1:%2").arg(event.payment > 0 ? QString::number(event.payment)
+                                                               : isoDate(event.date),
+                                             CsvWriter::number(event.value));
     }
     return texts.join(QLatin1Char(','));
 }

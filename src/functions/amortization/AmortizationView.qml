@@ -19,7 +19,7 @@ FunctionScreen {
     readonly property string dateOutlet: "firstPaymentDateField"
     readonly property string roundingOutlet: "roundToCentsField"
     // The schedule's payments have dates (a first payment date was given).
-    readonly property bool dated: loan.scheduleRowCount > 0 && loan.scheduleRow(0).date !== ""
+    readonly property bool dated: loan.scheduleHasDates
 
     controller: AmortizationController {
         id: loan

@@ -55,17 +55,14 @@ PeriodRate periodRate(double annualPercent, int p, int c)
 
 // Amounts in whole cents (qint64) or unrounded (double): the few operations
 // the schedule needs, each refusing (nullopt) what cents cannot count.
-template <class Money>
-struct Arithmetic;
+template <class Money> struct Arithmetic;
 
-template <>
-struct Arithmetic<qint64> {
+template <> struct Arithmetic<qint64> {
     static std::optional<qint64> amount(double value) { return Cents::fromDouble(value); }
     static double toDouble(qint64 cents) { return Cents::toDouble(cents); }
     static std::optional<qint64> interest(qint64 balance, const PeriodRate& rate)
     {
-        return rate.decimal ? Cents::multiply(balance, *rate.decimal, rate.divisor)
-                            : std::nullopt;
+        return rate.decimal ? Cents::multiply(balance, *rate.decimal, rate.divisor) : std::nullopt;
     }
     static bool fits(qint64 value) { return value <= Cents::maximum && value >= -Cents::maximum; }
     // The level payment of `balance` over `count` payments; at a zero rate
@@ -93,8 +90,7 @@ struct Arithmetic<qint64> {
     }
 };
 
-template <>
-struct Arithmetic<double> {
+template <> struct Arithmetic<double> {
     static std::optional<double> amount(double value)
     {
         return std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
@@ -117,8 +113,7 @@ struct Arithmetic<double> {
     }
 };
 
-template <class Money>
-Outcome runIn(const Terms& terms)
+template <class Money> Outcome runIn(const Terms& terms)
 {
     using A = Arithmetic<Money>;
     Outcome out;

@@ -217,7 +217,11 @@ void AmortizationModel::calculateResult()
     plain.interestOnly = plain.balloonAt = 0;
     plain.extras.clear();
     plain.rateChanges.clear();
-    const LoanSchedule::Outcome without = LoanSchedule::run(plain);
+    const bool anyEvent = withEvents.extraEveryPayment > 0 || withEvents.interestOnly > 0 ||
+                          withEvents.balloonAt > 0 || !withEvents.extras.isEmpty() ||
+                          !withEvents.rateChanges.isEmpty();
+    const LoanSchedule::Outcome without =
+        anyEvent ? LoanSchedule::run(plain) : LoanSchedule::Outcome{{}, 0, totalInterest, 0, {}};
     if (without.problem.isEmpty())
         interestSaved = roundToCents ? Cents::toDouble(*Cents::fromDouble(without.totalInterest) -
                                                        *Cents::fromDouble(totalInterest))

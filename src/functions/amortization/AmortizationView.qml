@@ -20,6 +20,8 @@ FunctionScreen {
     readonly property string roundingOutlet: "roundToCentsField"
     // The schedule's payments have dates (a first payment date was given).
     readonly property bool dated: loan.scheduleHasDates
+    // Set by the add buttons: the row they add takes the keyboard.
+    property bool focusNewEvent: false
 
     controller: AmortizationController {
         id: loan
@@ -157,7 +159,16 @@ FunctionScreen {
     // and the amount or the new rate. A text that cannot be read is marked
     // and the results say which event it is.
     Repeater {
+        id: eventRows
+
         model: loan.events
+        // A row just added takes the keyboard, so its payment can be typed
+        // at once.
+        onItemAdded: (index, item) => {
+            if (screen.focusNewEvent)
+                item.focusFirstCell();
+            screen.focusNewEvent = false;
+        }
 
         delegate: RowLayout {
             id: eventRow
@@ -169,12 +180,18 @@ FunctionScreen {
             required property string atProblem
             required property string valueProblem
 
+            function focusFirstCell() {
+                atCell.field.forceActiveFocus();
+            }
+
             Layout.fillWidth: true
             Layout.leftMargin: AppTheme.margin
             Layout.rightMargin: AppTheme.margin
             spacing: 6
 
             CellField {
+                id: atCell
+
                 fieldName: "eventAtField" + eventRow.index
                 label: qsTr("Payment number or date of event %1").arg(eventRow.index + 1)
                 Layout.preferredWidth: 110
@@ -225,12 +242,18 @@ FunctionScreen {
         Button {
             objectName: "addExtraPaymentButton"
             text: qsTr("+ Extra payment")
-            onClicked: loan.addEvent("Extra payment")
+            onClicked: {
+                screen.focusNewEvent = true;
+                loan.addEvent("Extra payment");
+            }
         }
         Button {
             objectName: "addRateChangeButton"
             text: qsTr("+ Rate change")
-            onClicked: loan.addEvent("Rate change")
+            onClicked: {
+                screen.focusNewEvent = true;
+                loan.addEvent("Rate change");
+            }
         }
     }
     NumericField {

@@ -170,7 +170,9 @@ FunctionScreen {
             screen.focusNewEvent = false;
         }
 
-        delegate: RowLayout {
+        // On a narrow window the kind takes a line of its own under the
+        // payment and the amount.
+        delegate: GridLayout {
             id: eventRow
 
             required property int index
@@ -180,6 +182,8 @@ FunctionScreen {
             required property string atProblem
             required property string valueProblem
 
+            readonly property bool narrow: width < 400
+
             function focusFirstCell() {
                 atCell.field.forceActiveFocus();
             }
@@ -187,15 +191,18 @@ FunctionScreen {
             Layout.fillWidth: true
             Layout.leftMargin: AppTheme.margin
             Layout.rightMargin: AppTheme.margin
-            spacing: 6
+            columnSpacing: 6
+            rowSpacing: 4
 
             CellField {
                 id: atCell
 
                 fieldName: "eventAtField" + eventRow.index
                 label: qsTr("Payment number or date of event %1").arg(eventRow.index + 1)
+                Layout.row: 0
+                Layout.column: 0
                 Layout.preferredWidth: 110
-                Layout.fillWidth: false
+                Layout.fillWidth: eventRow.narrow
                 countsAsZero: false
                 fontSize: 15
                 text: eventRow.at
@@ -205,6 +212,9 @@ FunctionScreen {
             }
             ComboBox {
                 objectName: "eventKindBox" + eventRow.index
+                Layout.row: eventRow.narrow ? 1 : 0
+                Layout.column: eventRow.narrow ? 0 : 1
+                Layout.columnSpan: eventRow.narrow ? 3 : 1
                 Layout.alignment: Qt.AlignTop
                 Layout.preferredWidth: 140
                 Layout.fillWidth: true
@@ -216,6 +226,8 @@ FunctionScreen {
             CellField {
                 fieldName: "eventValueField" + eventRow.index
                 label: eventRow.kind === "Rate change" ? qsTr("New annual rate (%) of event %1").arg(eventRow.index + 1) : qsTr("Amount of event %1").arg(eventRow.index + 1)
+                Layout.row: 0
+                Layout.column: eventRow.narrow ? 1 : 2
                 Layout.preferredWidth: 100
                 countsAsZero: false
                 fontSize: 15
@@ -226,6 +238,8 @@ FunctionScreen {
             }
             ToolButton {
                 objectName: "removeEventButton" + eventRow.index
+                Layout.row: 0
+                Layout.column: eventRow.narrow ? 2 : 3
                 Layout.alignment: Qt.AlignTop
                 text: "\u2715"
                 Accessible.name: qsTr("Remove event %1").arg(eventRow.index + 1)

@@ -7,7 +7,8 @@ import Tallyvane
 
 // One line of the schedule: a payment, a year's subtotal (bold, on a
 // tinted band) or the headers. On a narrow window the date and the
-// extra give way; what happened at a payment shows on a line under it.
+// extra give way (and the principal on the narrowest); what happened at a
+// payment shows on a line under it.
 ColumnLayout {
     id: line
 
@@ -17,12 +18,17 @@ ColumnLayout {
     property bool header: false
     readonly property bool subtotal: cells.kind === "year"
     readonly property bool wide: width >= 520
-    readonly property real numberWidth: wide ? 60 : 36
+    // On the narrowest windows (phones held upright at 320) the principal
+    // gives way too: it is the payment less the interest.
+    readonly property bool narrow: width < 360
+    readonly property int amountColumns: wide ? 5 : (narrow ? 3 : 4)
+    readonly property real numberWidth: wide ? 60 : 48
     readonly property real dateWidth: wide && dated ? 88 : 0
-    // The amount columns share what is left evenly (4 spacings, margins of
-    // 4 and 12 and the spacing after each fixed column).
-    readonly property real amountWidth: Math.max(1, (width - 16 - numberWidth - dateWidth - 6 * (wide ? 6 : 4)) / (wide ? 5 : 4))
-    readonly property int amountPixelSize: Math.max(8, Math.min(14, Math.floor(amountWidth / 5.4)))
+    // The amount columns share what is left evenly (margins of 4 and 12,
+    // and the spacing after each column before them).
+    readonly property real amountWidth: Math.max(1, (width - 16 - numberWidth - dateWidth - 6 * (amountColumns + (dateWidth > 0 ? 1 : 0))) / amountColumns)
+    // Room for ten bold characters ("1234567.89").
+    readonly property int amountPixelSize: Math.max(8, Math.min(14, Math.floor(amountWidth / 6.2)))
 
     spacing: 0
 
@@ -80,6 +86,7 @@ ColumnLayout {
                 font.bold: line.header || line.subtotal
             }
             AmountLabel {
+                visible: !line.narrow
                 text: line.cells.principal ?? ""
                 font.bold: line.header || line.subtotal
             }

@@ -16,6 +16,7 @@
 #include "store/QVFileManager.h"
 
 #include <QFile>
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -480,6 +481,151 @@ void QVFunctionController::openChoice(const QString& outlet)
     }
 }
 
+bool QVFunctionController::chooseWord(const QString& outlet, const QString& word)
+{
+    // The choice's own action runs, as when its button is pressed: it sets
+    // what the word stands for, which no other place knows. Its sheet
+    // (presentChoices) hands the word straight to it instead of asking.
+    const std::optional<QString> outer = std::exchange(m_wordToChoose, word);
+    const bool outerChosen = std::exchange(m_wordChosen, false);
+    openChoice(outlet);
+    const bool chosen = m_wordChosen;
+    m_wordToChoose = outer;
+    m_wordChosen = outerChosen;
+    return chosen;
+}
+
+void QVFunctionController::solve(const QString& name)
+{
+    if (solveButtons().contains(name))
+        m_lastSolve = name;
+    solveFor(name);
+}
+
+const QString QVFunctionController::solveKey = QStringLiteral("--solve");
+
+QStringList QVFunctionController::withoutTrailingEmptyRows(QStringList rows)
+{
+    while (!rows.isEmpty() && rows.constLast().isEmpty())
+        rows.removeLast();
+    return rows;
+}
+
+QVariantMap QVFunctionController::inputTexts() const
+{
+    QVariantMap texts;
+    for (const FunctionInput& input : inputs())
+        texts.insert(input.property, m_view->text(input.outlet));
+    for (const TableInput& table : tableInputs())
+        texts.insert(table.property, tableTexts(table.property));
+    if (!m_lastSolve.isEmpty())
+        texts.insert(solveKey, m_lastSolve);
+    return texts;
+}
+
+namespace {
+
+// A stored table: a list of texts (a QStringList, or a QVariantList of
+// texts as a stored archive reads back); nothing for any other value.
+std::optional<QStringList> textRows(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList();
+    if (value.typeId() != QMetaType::QVariantList)
+        return std::nullopt;
+    QStringList rows;
+    for (const QVariant& row : value.toList()) {
+        if (row.typeId() != QMetaType::QString)
+            return std::nullopt;
+        rows << row.toString();
+    }
+    return rows;
+}
+
+} // namespace
+
+QStringList QVFunctionController::restoreInputs(const QVariantMap& inputs)
+{
+    QStringList lines;
+    const QList<FunctionInput> fields = this->inputs();
+    const QList<TableInput> tables = tableInputs();
+    const auto nameOf = [this](const FunctionInput& input) {
+        const QString label = labelOf(input.outlet);
+        return label.isEmpty() ? input.property : label;
+    };
+
+    for (auto it = inputs.cbegin(); it != inputs.cend(); ++it) {
+        const QString& key = it.key();
+        const bool known =
+            key == solveKey ||
+            std::any_of(fields.cbegin(), fields.cend(),
+                        [&key](const FunctionInput& input) { return input.property == key; }) ||
+            std::any_of(tables.cbegin(), tables.cend(),
+                        [&key](const TableInput& table) { return table.property == key; });
+        if (!known)
+            lines << QStringLiteral("No input \"%1\" in this calculator.").arg(key);
+    }
+
+    // The tables first: filling one may show more rows than its row count
+    // (a period, a number of rows) holds, and that count, typed after,
+    // shows as many as it did (rows kept beyond it stay hidden).
+    for (const TableInput& table : tables) {
+        const auto it = inputs.constFind(table.property);
+        if (it == inputs.cend())
+            continue;
+        std::optional<QStringList> rows = textRows(*it);
+        if (!rows) {
+            lines << QStringLiteral("%1 was not kept as a list of texts; it was left as it is.")
+                         .arg(table.property);
+            continue;
+        }
+        if (rows->size() > table.maximumRows) {
+            lines << QStringLiteral("%1 takes at most %2 rows: the other %3 were left out.")
+                         .arg(table.property)
+                         .arg(table.maximumRows)
+                         .arg(rows->size() - table.maximumRows);
+            rows->resize(table.maximumRows);
+        }
+        if (!setTableInput(table.property, *rows))
+            lines << QStringLiteral("The rows of %1 could not be put back.").arg(table.property);
+    }
+
+    // Then the fields and choices in screen order, so that a choice which
+    // sets another (payments that set the compounding) comes before it. A
+    // choice that shows its word already is left alone, as a user would
+    // leave it: one that follows another keeps following it, and a button
+    // that shows no word yet ("Choose") is no word to refuse.
+    for (const FunctionInput& input : fields) {
+        const auto it = inputs.constFind(input.property);
+        if (it == inputs.cend())
+            continue;
+        if (it->typeId() != QMetaType::QString) {
+            lines << QStringLiteral("%1 was not kept as a text; it was left as it is.")
+                         .arg(nameOf(input));
+            continue;
+        }
+        const QString text = it->toString();
+        if (input.kind != FunctionInput::Kind::Choice)
+            editField(input.outlet, text);
+        else if (text != m_view->text(input.outlet) && !chooseWord(input.outlet, text))
+            lines
+                << QStringLiteral("\"%1\" is not one of the words of %2.").arg(text, nameOf(input));
+    }
+
+    // Last, the compute button, which works the results out from all of it.
+    if (const auto it = inputs.constFind(solveKey); it != inputs.cend()) {
+        const QString name = it->typeId() == QMetaType::QString ? it->toString() : QString();
+        if (it->typeId() != QMetaType::QString)
+            lines << QStringLiteral("The compute button was not kept as a text; none was pressed.");
+        else if (!name.isEmpty() && !solveButtons().contains(name))
+            lines << QStringLiteral("\"%1\" is not one of the compute buttons of this calculator.")
+                         .arg(name);
+        else if (!name.isEmpty())
+            solve(name);
+    }
+    return lines;
+}
+
 QString QVFunctionController::problemWith(const QString& text, bool date)
 {
     return date ? DateText::problemWith(text) : NumberFormat::problemWith(text);
@@ -557,15 +703,26 @@ void QVFunctionController::showResultOf(const QString& outlet, const char* prope
 
 void QVFunctionController::presentChoices(const QString& title, const QString& message,
                                           const QStringList& choices, const QString& anchor,
-                                          std::function<void(const QString&)> chosen)
+                                          std::function<void(const QString&)> chosen,
+                                          bool cancellable)
 {
+    if (m_wordToChoose) {
+        // chooseWord(): the word is taken at once, when the sheet offers it.
+        const QString word = *std::exchange(m_wordToChoose, std::nullopt);
+        if (choices.contains(word)) {
+            m_wordChosen = true;
+            chosen(word);
+        }
+        return;
+    }
     if (!presenter())
         return;
     AlertRequest sheet;
     sheet.kind = AlertRequest::Kind::ActionSheet;
     sheet.title = title;
     sheet.message = message;
-    sheet.actions = {{QStringLiteral("Cancel"), true}};
+    if (cancellable)
+        sheet.actions = {{QStringLiteral("Cancel"), true}};
     for (const QString& choice : choices)
         sheet.actions.append({choice});
     sheet.anchor = anchor;

@@ -9,8 +9,11 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
+#include <QVariantMap>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class Presenter;
 
@@ -119,13 +122,45 @@ public:
         Q_UNUSED(values);
         return false;
     }
+    // The texts of the table `property`'s rows in order, as setTableInput
+    // takes them to fill the same rows again; trailing empty rows may be
+    // left out. Empty for an unknown table.
+    virtual QStringList tableTexts(const QString& property) const
+    {
+        Q_UNUSED(property);
+        return {};
+    }
+
+    // Every input as the screen holds it now, to be stored and given back to
+    // restoreInputs(): each field, date field and choice by its property, as
+    // the text or word it shows (a QString); each table by its property, as
+    // the texts of its rows (a QStringList, as tableTexts gives them); and,
+    // on a screen with compute buttons, under solveKey the name of the last
+    // one pressed (no such key before any).
+    Q_INVOKABLE QVariantMap inputTexts() const;
+    // Puts `inputs` back as a user would enter them, and so works the
+    // results out again: the tables filled, the fields typed and the choices
+    // chosen in screen order, then the compute button pressed. What cannot
+    // be put back (a key this calculator does not have, a word its choice
+    // does not offer, a value of the wrong type, rows beyond what its table
+    // takes) is skipped, each with one plain line in the list returned;
+    // everything else is still put back. Texts that cannot be read are typed
+    // in all the same, and the screen marks them as it would a typed text.
+    Q_INVOKABLE QStringList restoreInputs(const QVariantMap& inputs);
+    // The key of the last compute button pressed in inputTexts(): "--solve",
+    // as the command line presses one.
+    static const QString solveKey;
+    // The compute button pressed last (one of solveButtons()); empty before
+    // any.
+    QString lastSolve() const { return m_lastSolve; }
     // The chart that goes with the report as a picture (attached to a mail,
     // kept beside a saved report), asked for just before it is written.
     // None by default.
     virtual ChartPicture reportChart() const { return {}; }
     Q_INVOKABLE virtual QStringList solveButtons() const;
-    // Presses the compute button called `name` (one of solveButtons()).
-    Q_INVOKABLE virtual void solve(const QString& name) { Q_UNUSED(name); }
+    // Presses the compute button called `name` (one of solveButtons()): the
+    // screen keeps it as the last one pressed, then solves (solveFor).
+    Q_INVOKABLE void solve(const QString& name);
     // The change action of the input fields. By default, as on every form
     // that computes as one types: every field of the description is read
     // into its model property (readFields), the model computes, and every
@@ -152,6 +187,12 @@ public:
     QString changedField() const { return m_changedField; }
     // Opens the choice `input` (its action sheet).
     Q_INVOKABLE void openChoice(const QString& outlet);
+    // Chooses `word` on the choice button `outlet` as a user would on its
+    // sheet, without showing the sheet (no presenter is asked): the choice's
+    // action runs and takes the word at once, then the change action
+    // follows as after any choice. False, and nothing changes, when
+    // `outlet` is no choice or its sheet does not offer `word`.
+    Q_INVOKABLE bool chooseWord(const QString& outlet, const QString& word);
 
 signals:
     void selectedActionChanged();
@@ -168,6 +209,9 @@ protected:
     virtual void connectMvc() = 0;
     void setModel(std::unique_ptr<QVFunctionModel> model);
     void setView(QVFunctionView* view);
+
+    // `rows` without the empty texts at its end, for tableTexts().
+    static QStringList withoutTrailingEmptyRows(QStringList rows);
 
     // The number typed in a field; empty or unreadable text is 0.
     double fieldNumber(const QString& outlet) const;
@@ -205,9 +249,16 @@ protected:
     // it is no number) under it.
     void showResultOf(const QString& outlet, const char* property,
                       const QString& suffix = QString());
-    // An action sheet of `choices` after "Cancel"; `chosen` gets the word.
+    // The action of the compute button `name`; nothing by default.
+    virtual void solveFor(const QString& name) { Q_UNUSED(name); }
+
+    // An action sheet of `choices` after "Cancel" (or without it, when not
+    // `cancellable`); `chosen` gets the word. During chooseWord() no sheet
+    // is shown: the word given there goes to `chosen` at once when
+    // `choices` offers it.
     void presentChoices(const QString& title, const QString& message, const QStringList& choices,
-                        const QString& anchor, std::function<void(const QString&)> chosen);
+                        const QString& anchor, std::function<void(const QString&)> chosen,
+                        bool cancellable = true);
     // The action sheet of the description's choice `key`: its words after
     // "Cancel", anchored at its button. A word chosen goes to `chosen`
     // (which sets what it stands for in the model), becomes the button's
@@ -232,4 +283,8 @@ private:
     QString m_selectedAction;
     QString m_changedField;
     QString m_unreadableFields; // the first field readFields could not read
+    QString m_lastSolve;
+    // The word chooseWord() is choosing, until a sheet takes it.
+    std::optional<QString> m_wordToChoose;
+    bool m_wordChosen = false;
 };

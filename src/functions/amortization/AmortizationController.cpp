@@ -84,7 +84,7 @@ void AmortizationController::afterExtraClicked()
                   QStringLiteral("What does an extra payment change?"), [](const QString&) {});
 }
 
-void AmortizationController::solve(const QString& name)
+void AmortizationController::solveFor(const QString& name)
 {
     const bool term = name == QLatin1String("term");
     if (term != amortizationModel()->solveTerm) {
@@ -94,15 +94,29 @@ void AmortizationController::solve(const QString& name)
     fieldChanged();
 }
 
+namespace {
+// The kind of event the table `property` holds; empty for no table.
+QString eventKindOf(const QString& property)
+{
+    return property == QLatin1String("extraPayments") ? extraKind
+           : property == QLatin1String("rateChanges") ? rateKind
+                                                      : QString();
+}
+} // namespace
+
 bool AmortizationController::setTableInput(const QString& property, const QStringList& values)
 {
-    const QString kind = property == QLatin1String("extraPayments") ? extraKind
-                         : property == QLatin1String("rateChanges") ? rateKind
-                                                                    : QString();
+    const QString kind = eventKindOf(property);
     if (kind.isEmpty() || !m_events.replaceKind(kind, values))
         return false;
     fieldChanged();
     return true;
+}
+
+QStringList AmortizationController::tableTexts(const QString& property) const
+{
+    const QString kind = eventKindOf(property);
+    return kind.isEmpty() ? QStringList() : m_events.pairs(kind);
 }
 
 void AmortizationController::addEvent(const QString& kind)

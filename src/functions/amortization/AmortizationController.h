@@ -47,14 +47,15 @@ public:
         return !rows.isEmpty() && rows.first().date.isValid();
     }
 
-    // "payment" works out the payment from the term, "term" the term from
-    // the payment given.
-    void solve(const QString& name) override;
     bool solvingTerm() const { return amortizationModel()->solveTerm; }
 
     LoanEventList* events() { return &m_events; }
     // Fills the extra payments or the rate changes from "13:5000" texts.
     bool setTableInput(const QString& property, const QStringList& values) override;
+    // The extra payments or the rate changes as "13:5000" texts, in the
+    // list's order (the two kinds come back each after the other, not
+    // interleaved as the list may hold them).
+    QStringList tableTexts(const QString& property) const override;
     Q_INVOKABLE static QStringList eventKinds() { return LoanEventList::kinds(); }
     // The event list's edits, each recomputing the schedule.
     Q_INVOKABLE void addEvent(const QString& kind);
@@ -82,6 +83,9 @@ signals:
     void solvingTermChanged();
 
 protected:
+    // "payment" works out the payment from the term, "term" the term from
+    // the payment given.
+    void solveFor(const QString& name) override;
     void connectMvc() override;
 
 private:

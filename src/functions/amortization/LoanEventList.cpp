@@ -139,6 +139,16 @@ QString LoanEventList::valueProblem(const Row& row) const
     return NumberFormat::problemWith(row.value);
 }
 
+QStringList LoanEventList::pairs(const QString& kind) const
+{
+    QStringList texts;
+    for (const Row& row : m_rows) {
+        if (row.kind == kind && !(row.at.trimmed().isEmpty() && row.value.trimmed().isEmpty()))
+            texts << row.at + QLatin1Char(':') + row.value;
+    }
+    return texts;
+}
+
 QList<AmortizationModel::Event> LoanEventList::events(const QString& kind) const
 {
     QList<AmortizationModel::Event> list;

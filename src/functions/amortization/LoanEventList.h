@@ -38,6 +38,10 @@ public:
     void setKind(int row, const QString& kind);
     void setValue(int row, const QString& text);
 
+    // The rows of `kind` as replaceKind takes them back ("13:5000", the
+    // payment and the value as typed), in list order; rows with nothing
+    // typed in them are no events and are left out.
+    QStringList pairs(const QString& kind) const;
     // The readable events of `kind`, for the model.
     QList<AmortizationModel::Event> events(const QString& kind) const;
     // Why the rows cannot all be read ("Event 2 cannot be read. ..."), in one

@@ -30,7 +30,7 @@ void BreakevenController::connectMvc()
     setView(new QVFunctionView(this));
 }
 
-void BreakevenController::solve(const QString& name)
+void BreakevenController::solveFor(const QString& name)
 {
     // A given value that cannot be read leaves the answer blank (NaN), with
     // a note naming it, rather than counting as 0.

@@ -14,10 +14,9 @@ public:
     // Ready to use: the model and view are made here.
     explicit BreakevenController(QObject* parent = nullptr);
 
-    void solve(const QString& name) override;
-
     BreakevenModel* breakevenModel() const { return static_cast<BreakevenModel*>(model()); }
 
 protected:
+    void solveFor(const QString& name) override;
     void connectMvc() override;
 };

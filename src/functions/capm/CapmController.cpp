@@ -11,7 +11,7 @@ void CapmController::connectMvc()
     setView(new QVFunctionView(this));
 }
 
-void CapmController::solve(const QString& name)
+void CapmController::solveFor(const QString& name)
 {
     if (name == u"stockReturn")
         stockReturnClicked();

@@ -15,8 +15,6 @@ public:
     // Ready to use: the model and view are made here.
     explicit CapmController(QObject* parent = nullptr);
 
-    void solve(const QString& name) override;
-
     Q_INVOKABLE void stockReturnClicked();
     Q_INVOKABLE void marketReturnClicked();
     Q_INVOKABLE void riskFreeRateClicked();
@@ -25,6 +23,7 @@ public:
     CapmModel* capmModel() const { return static_cast<CapmModel*>(model()); }
 
 protected:
+    void solveFor(const QString& name) override;
     void connectMvc() override;
 
 private:

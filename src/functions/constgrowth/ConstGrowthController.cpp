@@ -1,9 +1,5 @@
 #include "ConstGrowthController.h"
 
-#include "framework/Presenter.h"
-
-#include <QPointer>
-
 const QString ConstGrowthController::unchosenTitle = QStringLiteral("Choose");
 
 ConstGrowthController::ConstGrowthController(QObject* parent) : QVFunctionController(parent)
@@ -33,24 +29,15 @@ void ConstGrowthController::fieldChanged()
 
 void ConstGrowthController::dividendTypeClicked()
 {
-    // Built here rather than with presentChoices(): this sheet offers the
-    // two types only, with no "Cancel" button.
-    Presenter* sheetPresenter = presenter();
-    if (!sheetPresenter)
-        return;
+    // This sheet offers the two types only, with no "Cancel" button.
     const FieldDescription& field = dividendTypeField();
-    AlertRequest sheet;
-    sheet.kind = AlertRequest::Kind::ActionSheet;
-    sheet.title = QStringLiteral("Dividend Type");
-    sheet.message = QStringLiteral("Please choose a type for dividends.");
-    for (const QString& word : field.words)
-        sheet.actions.append({word});
-    sheet.anchor = field.outlet;
-    QPointer<ConstGrowthController> self(this);
-    sheetPresenter->present(sheet, [self, field](const QString& action, const QString&) {
-        if (!self || !field.words.contains(action))
-            return;
-        self->qvFunctionView()->setText(field.outlet, action);
-        self->fieldChanged();
-    });
+    const QString outlet = field.outlet;
+    presentChoices(
+        QStringLiteral("Dividend Type"), QStringLiteral("Please choose a type for dividends."),
+        field.words, outlet,
+        [this, outlet](const QString& word) {
+            qvFunctionView()->setText(outlet, word);
+            fieldChanged();
+        },
+        false);
 }

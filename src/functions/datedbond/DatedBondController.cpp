@@ -109,7 +109,7 @@ void DatedBondController::readInputs(const QString& given)
     m->callPrice = givenValue(callPriceField, 0, &m->callProblem);
 }
 
-void DatedBondController::solve(const QString& name)
+void DatedBondController::solveFor(const QString& name)
 {
     const bool solvesPrice = name == u"price";
     if (!solvesPrice && name != u"yield")

@@ -18,7 +18,6 @@ public:
     // Ready to use: the model, the view and the chart are made here.
     explicit DatedBondController(QObject* parent = nullptr);
 
-    void solve(const QString& name) override;
     Q_INVOKABLE void frequencyClicked();
     Q_INVOKABLE void basisClicked();
 
@@ -29,6 +28,7 @@ public:
     DatedBondModel* datedBondModel() const { return static_cast<DatedBondModel*>(model()); }
 
 protected:
+    void solveFor(const QString& name) override;
     void connectMvc() override;
 
 private:

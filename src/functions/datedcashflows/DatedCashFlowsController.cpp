@@ -93,6 +93,15 @@ QString DatedCashFlowsController::amountProblem(int row) const
     return {};
 }
 
+QStringList DatedCashFlowsController::tableTexts(const QString& property) const
+{
+    if (property == QLatin1String("dates"))
+        return withoutTrailingEmptyRows(m_dates);
+    if (property == QLatin1String("amounts"))
+        return withoutTrailingEmptyRows(m_amounts);
+    return {};
+}
+
 bool DatedCashFlowsController::setTableInput(const QString& property, const QStringList& values)
 {
     const bool dates = property == QLatin1String("dates");

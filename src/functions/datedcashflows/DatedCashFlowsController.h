@@ -48,6 +48,9 @@ public:
     // Fills the first rows of "dates" or "amounts" with `values`, showing
     // at least as many rows; false for another table or too many values.
     bool setTableInput(const QString& property, const QStringList& values) override;
+    // The dates or amounts as typed, the hidden rows beyond the number of
+    // rows too (they come back when it grows).
+    QStringList tableTexts(const QString& property) const override;
     void fieldChanged() override;
     // The day-count basis's sheet; the results follow the word chosen.
     Q_INVOKABLE void basisClicked();

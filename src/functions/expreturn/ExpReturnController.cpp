@@ -1,5 +1,6 @@
 #include "ExpReturnController.h"
 
+#include "framework/RateTable.h"
 #include "numerics/FinanceMath.h"
 #include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
@@ -49,6 +50,20 @@ void ExpReturnController::resultCalculatedNotificationReceived()
     // The four results, each with its "%" and its note; the deviations are
     // written like the returns, with every digit the results' format keeps.
     showResults();
+}
+
+QStringList ExpReturnController::tableTexts(const QString& property) const
+{
+    const QList<double>* column = nullptr;
+    if (property == QLatin1String("probability"))
+        column = &m_table->probArr();
+    else if (property == QLatin1String("stock-a") || property == QLatin1String("stockA"))
+        column = &m_table->stockAArr();
+    else if (property == QLatin1String("stock-b") || property == QLatin1String("stockB"))
+        column = &m_table->stockBArr();
+    if (!column)
+        return {};
+    return withoutTrailingEmptyRows(RateTable::columnTexts(*column, int(column->size())));
 }
 
 bool ExpReturnController::setTableInput(const QString& property, const QStringList& values)

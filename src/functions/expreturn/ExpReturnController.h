@@ -31,6 +31,9 @@ public:
     // ("probability", "stock-a" or "stock-b"; "stockA" and "stockB" too),
     // one edit per row; false for another column or more values than rows.
     bool setTableInput(const QString& property, const QStringList& values) override;
+    // Every value the column keeps, the hidden rows beyond the period too
+    // (they count again when it grows).
+    QStringList tableTexts(const QString& property) const override;
 
     ExpReturnModel* expReturnModel() const { return static_cast<ExpReturnModel*>(model()); }
     ExpReturnTableController* table() const { return m_table; }

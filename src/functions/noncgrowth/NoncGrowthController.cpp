@@ -1,5 +1,6 @@
 #include "NoncGrowthController.h"
 
+#include "framework/RateTable.h"
 #include "numerics/FinanceMath.h"
 #include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
@@ -66,6 +67,18 @@ void NoncGrowthController::periodChanged()
 void NoncGrowthController::resultCalculatedNotificationReceived()
 {
     showResults();
+}
+
+QStringList NoncGrowthController::tableTexts(const QString& property) const
+{
+    const QList<double>* column = nullptr;
+    if (property == QLatin1String("return-rate") || property == QLatin1String("returnRate"))
+        column = &m_table->returnRateArr();
+    else if (property == QLatin1String("growth-rate") || property == QLatin1String("growthRate"))
+        column = &m_table->growthArr();
+    if (!column)
+        return {};
+    return withoutTrailingEmptyRows(RateTable::columnTexts(*column, int(column->size())));
 }
 
 bool NoncGrowthController::setTableInput(const QString& property, const QStringList& values)

@@ -36,6 +36,10 @@ public:
     // ("return-rate" or "growth-rate"; "returnRate" and "growthRate" too),
     // one edit per row; false for another column or more values than rows.
     bool setTableInput(const QString& property, const QStringList& values) override;
+    // Every rate the column keeps, the hidden rows too: those beyond the
+    // period count again when it grows, and a fractional period (2.5) takes
+    // the rates of a row its table does not show.
+    QStringList tableTexts(const QString& property) const override;
 
     NoncGrowthModel* noncGrowthModel() const { return static_cast<NoncGrowthModel*>(model()); }
     GrowthTableController* table() const { return m_table; }

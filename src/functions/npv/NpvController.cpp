@@ -1,5 +1,6 @@
 #include "NpvController.h"
 
+#include "framework/RateTable.h"
 #include "numerics/FinanceMath.h"
 #include "numerics/NumberFormat.h"
 #include "platform/NotificationCenter.h"
@@ -75,6 +76,14 @@ void NpvController::showResult()
 {
     showResults();
     redrawChart(true);
+}
+
+QStringList NpvController::tableTexts(const QString& property) const
+{
+    if (property != QLatin1String("cashArray"))
+        return {};
+    const QList<double>& flows = m_table->cashArr();
+    return withoutTrailingEmptyRows(RateTable::columnTexts(flows, int(flows.size())));
 }
 
 bool NpvController::setTableInput(const QString& property, const QStringList& values)

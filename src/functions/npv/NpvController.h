@@ -34,6 +34,9 @@ public:
     // Types `values` into the first rows of the table "cashArray", one edit
     // per row; false for another table or more values than there are flows.
     bool setTableInput(const QString& property, const QStringList& values) override;
+    // Every flow the table keeps, the hidden ones beyond the period too
+    // (they count again when it grows).
+    QStringList tableTexts(const QString& property) const override;
 
     NpvModel* npvModel() const { return static_cast<NpvModel*>(model()); }
     NpvTableController* table() const { return m_table; }

@@ -20,7 +20,7 @@ void RateConversionController::connectMvc()
     setView(new QVFunctionView(this));
 }
 
-void RateConversionController::solve(const QString& name)
+void RateConversionController::solveFor(const QString& name)
 {
     const bool effective = name == u"effectiveRate";
     if (!effective && name != u"nominalRate")

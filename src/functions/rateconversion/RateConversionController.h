@@ -14,13 +14,12 @@ public:
     // Ready to use: the model and view are made here.
     explicit RateConversionController(QObject* parent = nullptr);
 
-    void solve(const QString& name) override;
-
     RateConversionModel* rateConversionModel() const
     {
         return static_cast<RateConversionModel*>(model());
     }
 
 protected:
+    void solveFor(const QString& name) override;
     void connectMvc() override;
 };

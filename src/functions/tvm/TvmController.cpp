@@ -43,7 +43,7 @@ void TvmController::setInitialTvmSettings()
     qvFunctionView()->setText(frequencyButton, QStringLiteral("Annually"));
 }
 
-void TvmController::solve(const QString& name)
+void TvmController::solveFor(const QString& name)
 {
     if (name == u"PV")
         presentValueClicked();

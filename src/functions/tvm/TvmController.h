@@ -18,8 +18,6 @@ public:
     // Ready to use: the model and view are made here.
     explicit TvmController(QObject* parent = nullptr);
 
-    void solve(const QString& name) override;
-
     Q_INVOKABLE void presentValueClicked();
     Q_INVOKABLE void futureValueClicked();
     Q_INVOKABLE void interestRateClicked();
@@ -46,6 +44,7 @@ public:
     static const QList<std::pair<QString, double>>& frequencies();
 
 protected:
+    void solveFor(const QString& name) override;
     void connectMvc() override;
 
 private:

@@ -592,9 +592,10 @@ QStringList QVFunctionController::restoreInputs(const QVariantMap& inputs)
 
     // Then the fields and choices in screen order, so that a choice which
     // sets another (payments that set the compounding) comes before it. A
-    // choice that shows its word already is left alone, as a user would
-    // leave it: one that follows another keeps following it, and a button
-    // that shows no word yet ("Choose") is no word to refuse.
+    // field or choice that shows its text already is left alone, as a user
+    // would leave it: a choice that follows another keeps following it, a
+    // button that shows no word yet ("Choose") is no word to refuse, and a
+    // field left empty is not typed into.
     for (const FunctionInput& input : fields) {
         const auto it = inputs.constFind(input.property);
         if (it == inputs.cend())
@@ -605,9 +606,11 @@ QStringList QVFunctionController::restoreInputs(const QVariantMap& inputs)
             continue;
         }
         const QString text = it->toString();
+        if (text == m_view->text(input.outlet))
+            continue;
         if (input.kind != FunctionInput::Kind::Choice)
             editField(input.outlet, text);
-        else if (text != m_view->text(input.outlet) && !chooseWord(input.outlet, text))
+        else if (!chooseWord(input.outlet, text))
             lines
                 << QStringLiteral("\"%1\" is not one of the words of %2.").arg(text, nameOf(input));
     }

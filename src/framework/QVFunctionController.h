@@ -140,7 +140,8 @@ public:
     Q_INVOKABLE QVariantMap inputTexts() const;
     // Puts `inputs` back as a user would enter them, and so works the
     // results out again: the tables filled, the fields typed and the choices
-    // chosen in screen order, then the compute button pressed. What cannot
+    // chosen in screen order (one that shows its text already is left
+    // alone), then the compute button pressed. What cannot
     // be put back (a key this calculator does not have, a word its choice
     // does not offer, a value of the wrong type, rows beyond what its table
     // takes) is skipped, each with one plain line in the list returned;

@@ -141,12 +141,12 @@ public:
     // Puts `inputs` back as a user would enter them, and so works the
     // results out again: the tables filled, the fields typed and the choices
     // chosen in screen order (one that shows its text already is left
-    // alone), then the compute button pressed. What cannot
-    // be put back (a key this calculator does not have, a word its choice
-    // does not offer, a value of the wrong type, rows beyond what its table
-    // takes) is skipped, each with one plain line in the list returned;
-    // everything else is still put back. Texts that cannot be read are typed
-    // in all the same, and the screen marks them as it would a typed text.
+    // alone), then the compute button pressed. What cannot be put back (a
+    // key this calculator does not have, a word its choice does not offer,
+    // a value of the wrong type, rows beyond what its table takes) is
+    // skipped, each with one plain line in the list returned; everything
+    // else is still put back. Texts that cannot be read are typed in all the
+    // same, and the screen marks them as it would a typed text.
     Q_INVOKABLE QStringList restoreInputs(const QVariantMap& inputs);
     // The key of the last compute button pressed in inputTexts(): "--solve",
     // as the command line presses one.

@@ -51,6 +51,9 @@ ApplicationWindow {
             });
         } else if (index === 2) {
             page.reportChosen.connect(filePath => openReport(filePath));
+            page.compareRequested.connect(rows => reportsStack.push(window.page("reports/ReportComparePage.qml"), {
+                "reportRows": rows
+            }));
         } else if (index === 3) {
             page.supportRequested.connect(() => aboutStack.push(window.supportPage));
             page.pageRequested.connect((title, source) => aboutStack.push(window.infoPage, {
@@ -68,7 +71,8 @@ ApplicationWindow {
     // Pushes the screen known by `identifier` onto the Functions stack: a
     // calculator's own screen, or its plain form laid out from its
     // description, or one of the lists, which open further screens
-    // themselves. An identifier nothing knows opens nothing.
+    // themselves. An identifier nothing knows opens nothing. Gives the
+    // calculator's screen it pushed (null for a list or nothing).
     function openScreen(identifier) {
         const lists = {
             "StockTableController": {
@@ -86,21 +90,33 @@ ApplicationWindow {
         };
         const view = Calculators.viewOf(identifier);
         if (view === "") {
-            functionsStack.push(page("framework/DescribedScreen.qml"), {
+            return functionsStack.push(page("framework/DescribedScreen.qml"), {
                 "calculator": Calculators.nameOf(identifier)
             });
         } else if (view !== "?") {
-            functionsStack.push(page(view));
+            return functionsStack.push(page(view));
         } else if (lists[identifier]) {
             const list = functionsStack.push(page("framework/CatalogueListPage.qml"), lists[identifier]);
             list.calculatorChosen.connect(chosen => window.openScreen(chosen));
+            return null;
         }
+        return null;
+    }
+
+    // A saved report's calculator on the Functions tab, its inputs put back
+    // and its results worked out again.
+    function openInCalculator(identifier, inputs) {
+        showTab(0);
+        const screen = openScreen(identifier);
+        if (screen)
+            screen.controller.openWithInputs(inputs);
     }
 
     function openReport(filePath) {
-        reportsStack.push(page("reports/ReportDetailPage.qml"), {
+        const detail = reportsStack.push(page("reports/ReportDetailPage.qml"), {
             "reportFilePath": filePath
         });
+        detail.controller.openInCalculatorRequested.connect((identifier, inputs) => window.openInCalculator(identifier, inputs));
     }
 
     width: 412

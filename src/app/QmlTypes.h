@@ -21,6 +21,7 @@
 #include "gui/ColorScheme.h"
 #include "numerics/DateText.h"
 #include "numerics/NumberFormat.h"
+#include "reports/ReportComparisonController.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
 #include "store/ReportStore.h"
@@ -139,6 +140,12 @@ struct ReportDetailControllerForeign {
     Q_GADGET
     QML_FOREIGN(ReportDetailController)
     QML_NAMED_ELEMENT(ReportDetailController)
+};
+
+struct ReportComparisonControllerForeign {
+    Q_GADGET
+    QML_FOREIGN(ReportComparisonController)
+    QML_NAMED_ELEMENT(ReportComparisonController)
 };
 
 struct QVFunctionControllerForeign {

@@ -57,8 +57,8 @@ using CliSupport::jsonString;
 namespace {
 
 const char* const calcUsage =
-    R"usage(Usage: tallyvane-cli calc NAME [FIELD=VALUE ...] [--solve X] [--report TITLE]
-                          [--save TITLE] [--json] [--csv]
+    R"usage(Usage: tallyvane-cli calc NAME [--from-report N] [FIELD=VALUE ...] [--solve X]
+                          [--report TITLE] [--save TITLE] [--json] [--csv]
 
 Runs the calculator NAME (see "tallyvane-cli list") as its screen does: each
 FIELD=VALUE is one edit of that input, in the order given, followed by the
@@ -67,6 +67,12 @@ screen's own change action. FIELD is the model's input property, as
 outlet (investmentField=1000); a choice takes one of its words, exactly
 (paymentMode=END, paymentFrequency=Monthly). --solve presses a compute
 button (tvm: PV, FV, PMT, I/Y, N).
+
+--from-report N starts from the inputs saved with report N (see "tallyvane-cli
+reports list"), which must be a report of NAME; the FIELD=VALUE edits then
+apply on top, and the compute button the report last pressed is pressed
+again unless --solve is given. An input that cannot be put back is named on
+stderr, and the rest is used.
 
 Prints one "name: text" line per model value, formatted as on screen;
 --json gives {"calculator": NAME, "values": {name: number}}.
@@ -197,7 +203,40 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
     bool wantReport = false;
     bool save = false;
     bool csv = false;
-    const QStringList args = arguments.mid(1);
+    QStringList args = arguments.mid(1);
+    // The inputs of a saved report first; the edits given apply on top.
+    QString storedSolve;
+    const bool solveGiven = args.contains(QStringLiteral("--solve"));
+    if (const qsizetype from = args.indexOf(QStringLiteral("--from-report")); from >= 0) {
+        ReportTableModel list;
+        if (!list.loadError().isEmpty()) {
+            err << list.loadError() << '\n';
+            return 1;
+        }
+        bool ok = false;
+        const int index = args.value(from + 1).toInt(&ok);
+        if (!ok || index < 0 || index >= list.count()) {
+            err << "--from-report: no report " << args.value(from + 1) << " (there are "
+                << list.count() << ")\n";
+            return 1;
+        }
+        const QVReport report = list.reportAt(index);
+        if (report.calculator.isEmpty()) {
+            err << "report " << index << " was saved before reports kept their inputs\n";
+            return 1;
+        }
+        if (report.calculator != descriptor->name) {
+            err << "report " << index << " is a report of " << report.calculator << ", not "
+                << descriptor->name << '\n';
+            return 1;
+        }
+        for (const QString& line : controller->restoreInputs(report.inputs))
+            err << "report " << index << ": " << line << '\n';
+        for (const QString& key : report.damagedInputs)
+            err << "report " << index << ": the stored input \"" << key << "\" cannot be read\n";
+        storedSolve = report.inputs.value(QStringLiteral("--solve")).toString();
+        args.remove(from, 2);
+    }
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& arg = args.at(i);
         if (arg == QLatin1String("--csv")) {
@@ -290,6 +329,10 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             return 1;
         }
     }
+
+    // Edits on top of a report's inputs are worked out as the report was.
+    if (!storedSolve.isEmpty() && !solveGiven && controller->solveButtons().contains(storedSolve))
+        controller->solve(storedSolve);
 
     QVFunctionModel* model = controller->model();
     QString report;

@@ -8,6 +8,7 @@
 #include "functions/Calculators.h"
 #include "numerics/NumberFormat.h"
 #include "platform/SafeFiles.h"
+#include "reports/ReportComparison.h"
 #include "reports/ReportPdf.h"
 #include "reports/ReportTableModel.h"
 #include "store/QVFileManager.h"
@@ -50,11 +51,22 @@ Options:
 
 const char* const reportsUsage = R"(Usage: tallyvane-cli reports list | show N | delete N [--json]
        tallyvane-cli reports pdf N FILE [--page A4|Letter] [--force]
+       tallyvane-cli reports compare N M [K] [--json|--csv]
 
   list        one line per saved report, newest first: index, date, calculator,
               title and file name; --json gives an array of objects with
-              "title", "functionTitle", "date" (ISO 8601), "fileName", "colorTag"
-  show N      prints the text file of report N (0 is the newest)
+              "title", "functionTitle", "date" (ISO 8601), "fileName",
+              "colorTag" and, for a report that kept them, "calculator" (its
+              name for calc) and "inputs" (each field's text, each choice's
+              word, each table's rows; "--solve" the button last pressed)
+  show N      prints the text file of report N (0 is the newest); --json
+              gives its object with "contents"
+  compare N M [K]
+              two or three reports of one calculator side by side: their
+              inputs and results (worked out again from the inputs), a "*"
+              before each line that differs, and each result's difference
+              from the first report; --csv as a spreadsheet reads it, --json
+              as an object
   delete N    removes report N from the list as the Reports screen does; the
               text file stays in the documents folder
   pdf N FILE  writes report N as a PDF to FILE (A4, or Letter where the
@@ -80,6 +92,75 @@ QJsonObject reportJson(const QVReport& report)
         {QStringLiteral("fileName"), report.fileName},
         {QStringLiteral("colorTag"), report.colorTag.name()},
     };
+}
+
+// The object of a report as the command line gives it: the record, and the
+// calculator and inputs of a report that kept them.
+QJsonObject reportObject(const QVReport& report)
+{
+    QJsonObject object = reportJson(report);
+    if (!report.calculator.isEmpty()) {
+        object.insert(QStringLiteral("calculator"), report.calculator);
+        object.insert(QStringLiteral("inputs"), QJsonObject::fromVariantMap(report.inputs));
+    }
+    if (!report.damagedInputs.isEmpty())
+        object.insert(QStringLiteral("unreadableInputs"),
+                      QJsonArray::fromStringList(report.damagedInputs));
+    return object;
+}
+
+bool parseIndex(const QString& text, int count, int& index, QTextStream& err);
+
+// reports compare N M [K] [--json|--csv]
+int compareCommand(const ReportTableModel& list, QStringList args, bool json, QTextStream& out,
+                   QTextStream& err)
+{
+    const bool csv = args.removeAll(QStringLiteral("--csv")) > 0;
+    if (args.size() < 2 || args.size() > ReportComparison::maximumReports) {
+        err << reportsUsage;
+        return 1;
+    }
+    QList<QVReport> reports;
+    for (const QString& arg : std::as_const(args)) {
+        int index = 0;
+        if (!parseIndex(arg, list.count(), index, err))
+            return 1;
+        reports << list.reportAt(index);
+    }
+    QString error;
+    const std::optional<ReportComparison> comparison = ReportComparison::of(reports, &error);
+    if (!comparison) {
+        err << error << '\n';
+        return 1;
+    }
+    for (const QString& note : comparison->notes)
+        err << note << '\n';
+    if (csv) {
+        out << QString::fromUtf8(comparison->csv());
+        return 0;
+    }
+    if (!json) {
+        out << comparison->text();
+        return 0;
+    }
+    QJsonArray lines;
+    for (const ReportComparison::Line& line : comparison->lines) {
+        QJsonObject object{{QStringLiteral("key"), line.key},
+                           {QStringLiteral("label"), line.label},
+                           {QStringLiteral("result"), line.result},
+                           {QStringLiteral("values"), QJsonArray::fromStringList(line.values)},
+                           {QStringLiteral("differs"), line.differs}};
+        if (line.result)
+            object.insert(QStringLiteral("differences"),
+                          QJsonArray::fromStringList(line.differences.mid(1)));
+        lines.append(object);
+    }
+    out << QJsonDocument(QJsonObject{{QStringLiteral("calculator"), comparison->calculator},
+                                     {QStringLiteral("reports"),
+                                      QJsonArray::fromStringList(comparison->titles)},
+                                     {QStringLiteral("lines"), lines}})
+               .toJson(QJsonDocument::Indented);
+    return 0;
 }
 
 bool parseIndex(const QString& text, int count, int& index, QTextStream& err)
@@ -224,7 +305,7 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         for (int i = 0; i < list.count(); ++i) {
             const QVReport report = list.reportAt(i);
             if (json) {
-                array.append(reportJson(report));
+                array.append(reportObject(report));
                 continue;
             }
             out << i << '\t'
@@ -240,6 +321,8 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
     }
     if (verb == QLatin1String("pdf"))
         return pdfCommand(list, args.mid(1), out, err);
+    if (verb == QLatin1String("compare"))
+        return compareCommand(list, args.mid(1), json, out, err);
     if ((verb == QLatin1String("show") || verb == QLatin1String("delete")) && args.size() == 2) {
         int index = 0;
         if (!parseIndex(args.at(1), list.count(), index, err))
@@ -261,7 +344,7 @@ int reportsCommand(const QStringList& args, bool json, QTextStream& out, QTextSt
         if (!readReportText(report, index, &text, err))
             return 1;
         if (json) {
-            QJsonObject object = reportJson(report);
+            QJsonObject object = reportObject(report);
             object.insert(QStringLiteral("contents"), text);
             out << QJsonDocument(object).toJson(QJsonDocument::Indented);
         } else {

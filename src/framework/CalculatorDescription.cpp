@@ -85,9 +85,10 @@ FieldDescription choice(const QString& key, const QString& outlet, const QString
     return field;
 }
 
-FieldDescription table(const QString& key, int rows, FieldDescription::Kind cells)
+FieldDescription table(const QString& key, int rows, FieldDescription::Kind cells,
+                       const QString& label)
 {
-    FieldDescription field = described(key, {}, {}, FieldDescription::Kind::Table);
+    FieldDescription field = described(key, {}, label, FieldDescription::Kind::Table);
     field.rows = rows;
     field.cells = cells;
     return field;

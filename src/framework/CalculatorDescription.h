@@ -124,8 +124,11 @@ FieldDescription count(const QString& key, const QString& outlet, const QString&
 FieldDescription date(const QString& key, const QString& outlet, const QString& label);
 FieldDescription choice(const QString& key, const QString& outlet, const QString& label,
                         const QStringList& words, const QString& action);
+// `label` names the table where it is listed (a comparison of reports); by
+// default its key does.
 FieldDescription table(const QString& key, int rows,
-                       FieldDescription::Kind cells = FieldDescription::Kind::Number);
+                       FieldDescription::Kind cells = FieldDescription::Kind::Number,
+                       const QString& label = {});
 // `field` (or `result`) with a heading above it.
 FieldDescription under(const QString& section, FieldDescription field);
 ResultDescription under(const QString& section, ResultDescription result);

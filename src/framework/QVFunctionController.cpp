@@ -217,6 +217,12 @@ void QVFunctionController::receiveReportCreatedNotification()
             return;
         }
         const WriteResult pictured = saveChartPicture();
+        // The record keeps the calculator and its inputs, so that it can be
+        // opened again and compared; its text is as it always was.
+        if (const CalculatorDescription* d = description()) {
+            m_model->report().calculator = d->name;
+            m_model->report().inputs = inputTexts();
+        }
         const WriteResult saved = pictured.ok() ? m_model->saveReport() : pictured;
         if (!saved.ok()) {
             // The text file (and its picture) belong to no record now: they
@@ -761,4 +767,16 @@ QString QVFunctionController::stringFromDouble(double value)
 Presenter* QVFunctionController::presenter() const
 {
     return m_presenter ? m_presenter : Presenter::defaultPresenter();
+}
+
+void QVFunctionController::openWithInputs(const QVariantMap& inputs)
+{
+    const QStringList lines = restoreInputs(inputs);
+    if (lines.isEmpty() || !presenter())
+        return;
+    AlertRequest alert;
+    alert.title = QStringLiteral("Some inputs were not put back");
+    alert.message = lines.join(QLatin1Char('\n'));
+    alert.actions = {{QStringLiteral("OK")}};
+    presenter()->present(alert, [](const QString&, const QString&) {});
 }

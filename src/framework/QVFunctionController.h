@@ -148,6 +148,10 @@ public:
     // else is still put back. Texts that cannot be read are typed in all the
     // same, and the screen marks them as it would a typed text.
     Q_INVOKABLE QStringList restoreInputs(const QVariantMap& inputs);
+    // A saved report's inputs put back (restoreInputs), and one alert
+    // ("Some inputs were not put back") listing what could not be, if
+    // anything.
+    Q_INVOKABLE void openWithInputs(const QVariantMap& inputs);
     // The key of the last compute button pressed in inputTexts(): "--solve",
     // as the command line presses one.
     static const QString solveKey;

@@ -1,12 +1,14 @@
 #include "ReportDetailController.h"
 
 #include "ReportPdf.h"
+#include "framework/CalculatorRegistry.h"
 #include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
 #include "platform/MailComposer.h"
 #include "platform/SafeFiles.h"
 #include "platform/Services.h"
 #include "store/QVFileManager.h"
+#include "store/ReportStore.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -37,7 +39,103 @@ void ReportDetailController::loadReport()
                     : unread;
     // The files are ASCII; anything else is shown as Latin-1 rather than lost.
     m_text = m_fileFound ? QString::fromLatin1(bytes) : QString();
+    findRecord();
     emit textChanged();
+}
+
+void ReportDetailController::findRecord()
+{
+    m_record = QVReport();
+    const QString name = QFileInfo(m_model.reportFilePath()).fileName();
+    if (name.isEmpty())
+        return;
+    for (const QByteArray& archive : QVReport::storedReportList().value_or(QList<QByteArray>())) {
+        QVReport record = QVReport::fromArchive(archive);
+        if (record.fileName == name) {
+            m_record = record;
+            return;
+        }
+    }
+}
+
+QString ReportDetailController::calculatorScreen() const
+{
+    const CalculatorDescription* d = CalculatorRegistry::find(m_record.calculator);
+    return d && !m_record.calculator.isEmpty() ? d->screen : QString();
+}
+
+void ReportDetailController::openInCalculator()
+{
+    if (!calculatorScreen().isEmpty())
+        emit openInCalculatorRequested(calculatorScreen(), m_record.inputs);
+}
+
+void ReportDetailController::duplicate()
+{
+    if (!presenter() || m_record.fileName.isEmpty())
+        return;
+    AlertRequest ask;
+    ask.title = QStringLiteral("Duplicate");
+    ask.message = QStringLiteral("A title for the copy:");
+    ask.hasTextField = true;
+    ask.actions = {{QStringLiteral("Cancel"), true}, {QStringLiteral("OK")}};
+    QPointer<ReportDetailController> self(this);
+    const QString offered = m_record.title + QStringLiteral(" (copy)");
+    presenter()->present(ask, [self, offered](const QString& action, const QString& text) {
+        if (!self || action != QLatin1String("OK"))
+            return;
+        QString error;
+        const QString title = text.trimmed().isEmpty() ? offered : text.trimmed();
+        if (self->duplicateAs(title, &error))
+            return;
+        AlertRequest alert;
+        alert.title = QStringLiteral("Could not duplicate the report");
+        alert.message = error;
+        alert.actions = {{QStringLiteral("OK")}};
+        self->presenter()->present(alert, [](const QString&, const QString&) {});
+    });
+}
+
+bool ReportDetailController::duplicateAs(const QString& title, QString* error)
+{
+    const auto fail = [error](const QString& reason) {
+        if (error)
+            *error = reason;
+        return false;
+    };
+    if (m_record.fileName.isEmpty())
+        return fail(QStringLiteral("This report is not in the saved list."));
+    if (!m_fileFound)
+        return fail(QStringLiteral("The report's text file cannot be read."));
+    QVReport copy = m_record;
+    copy.title = title;
+    copy.date = Services::now();
+    // The copy's text file: the original's name with the new title and
+    // date, made unique; the text is the original's.
+    const QString dateString = copy.date.toString(QStringLiteral("dd-MM-yyyy HH:mm"));
+    QString safeTitle = title;
+    safeTitle.replace(QLatin1Char('/'), QLatin1Char('-')).replace(QChar(0), QLatin1Char('-'));
+    copy.fileName = m_record.fileName.section(QLatin1Char('_'), 0, 0) +
+                    QStringLiteral("_%1_%2_report.txt").arg(safeTitle, dateString);
+    ReportStore::reserveReportFile(copy.fileName);
+    const QString reserved = copy.fileName;
+    const WriteResult written =
+        QVFileManager::writeNewFileToDocumentsDirectory(copy.fileName, m_text);
+    if (reserved != copy.fileName)
+        ReportStore::forgetReportFile(reserved);
+    if (!written.ok()) {
+        ReportStore::forgetReportFile(copy.fileName);
+        return fail(written.error);
+    }
+    const WriteResult saved = QVReport::saveReport(copy);
+    if (!saved.ok()) {
+        QVFileManager::removeFileAtPath(QVFileManager::documentsDirectory() + QLatin1Char('/') +
+                                        copy.fileName);
+        ReportStore::forgetReportFile(copy.fileName);
+        return fail(saved.error);
+    }
+    emit duplicated(copy.title);
+    return true;
 }
 
 void ReportDetailController::actionClicked()
@@ -50,11 +148,18 @@ void ReportDetailController::actionClicked()
     sheet.actions = {{QStringLiteral("Cancel"), true},
                      {QStringLiteral("Send Email")},
                      {QStringLiteral("Save as PDF")}};
+    if (!calculatorScreen().isEmpty())
+        sheet.actions << AlertAction{QStringLiteral("Open in Calculator")}
+                      << AlertAction{QStringLiteral("Duplicate")};
     presenter()->present(sheet, [this](const QString& action, const QString&) {
         if (action == QLatin1String("Send Email"))
             showEmail();
         else if (action == QLatin1String("Save as PDF"))
             saveAsPdf();
+        else if (action == QLatin1String("Open in Calculator"))
+            openInCalculator();
+        else if (action == QLatin1String("Duplicate"))
+            duplicate();
     });
 }
 

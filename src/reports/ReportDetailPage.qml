@@ -3,7 +3,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Tallyvane
 
-// One saved report's text, with "Export" to e-mail it again.
+// One saved report's text, with "Export" to e-mail it again; a report that
+// kept its calculator's inputs opens again in that calculator, or is
+// duplicated for a what-if.
 Page {
     id: page
 
@@ -29,6 +31,30 @@ Page {
             text: qsTr("Export")
             Accessible.name: qsTr("Export report")
             onClicked: controller.actionClicked()
+        }
+    }
+
+    footer: ToolBar {
+        visible: controller.calculatorScreen !== ""
+        background: Rectangle {
+            color: AppTheme.button
+        }
+
+        Flow {
+            anchors.fill: parent
+            anchors.margins: 6
+            spacing: 8
+
+            Button {
+                objectName: "openInCalculatorButton"
+                text: qsTr("Open in Calculator")
+                onClicked: controller.openInCalculator()
+            }
+            Button {
+                objectName: "duplicateButton"
+                text: qsTr("Duplicate")
+                onClicked: controller.duplicate()
+            }
         }
     }
 

@@ -8,14 +8,28 @@ import Tallyvane
 // The saved reports, newest first. Edit shows a minus on every row, which
 // reveals the row's Delete button; swiping a row reveals one too. Only
 // those buttons delete, and an Undo bar then offers the report back for a
-// few seconds.
+// few seconds. Compare puts a check box on every row: two or three checked
+// reports of one calculator open side by side.
 Page {
     id: page
 
     required property ReportTableModel reports
     property bool editing: false
+    property bool comparing: false
+    // The rows checked for comparing, in the order they were checked.
+    property var chosen: []
 
     signal reportChosen(string filePath)
+    signal compareRequested(var rows)
+
+    // Checks or unchecks a row for comparing (three at most).
+    function toggleChosen(row) {
+        const at = chosen.indexOf(row);
+        if (at >= 0)
+            chosen = chosen.filter(r => r !== row);
+        else if (chosen.length < 3)
+            chosen = chosen.concat([row]);
+    }
 
     // Reveals the Delete button of a row, as its minus does.
     function confirmDelete(row) {
@@ -31,10 +45,48 @@ Page {
         title: page.title
 
         TitleBarButton {
+            objectName: "compareButton"
+            visible: !page.editing
+            text: page.comparing ? qsTr("Cancel") : qsTr("Compare")
+            enabled: page.comparing || list.count > 1
+            Accessible.name: page.comparing ? qsTr("Stop comparing") : qsTr("Compare reports")
+            onClicked: {
+                page.comparing = !page.comparing;
+                page.chosen = [];
+            }
+        }
+        TitleBarButton {
             objectName: "editButton"
+            visible: !page.comparing
             text: page.editing ? qsTr("Done") : qsTr("Edit")
             enabled: page.editing || list.count > 0
             onClicked: page.editing = !page.editing
+        }
+    }
+
+    footer: ToolBar {
+        visible: page.comparing
+        background: Rectangle {
+            color: AppTheme.button
+        }
+
+        RowLayout {
+            anchors.fill: parent
+            anchors.leftMargin: AppTheme.margin
+            anchors.rightMargin: AppTheme.margin
+
+            Label {
+                Layout.fillWidth: true
+                text: qsTr("Check two or three reports of one calculator")
+                wrapMode: Text.Wrap
+                font.pixelSize: 13
+            }
+            Button {
+                objectName: "compareChosenButton"
+                text: qsTr("Compare (%1)").arg(page.chosen.length)
+                enabled: page.chosen.length >= 2
+                onClicked: page.compareRequested(page.chosen)
+            }
         }
     }
 
@@ -73,7 +125,9 @@ Page {
                     swipe.close();
                     return;
                 }
-                if (!page.editing)
+                if (page.comparing)
+                    page.toggleChosen(row.index);
+                else if (!page.editing)
                     page.reportChosen(row.filePath);
             }
             // The minus (or the Delete key) has revealed the Delete button.
@@ -106,6 +160,13 @@ Page {
                     Layout.fillHeight: true
                     Layout.preferredWidth: AppTheme.swatchWidth
                     color: row.colorTag
+                }
+                CheckBox {
+                    objectName: "compareCheck" + row.index
+                    visible: page.comparing
+                    checked: page.chosen.includes(row.index)
+                    Accessible.name: qsTr("Compare %1").arg(row.title)
+                    onClicked: page.toggleChosen(row.index)
                 }
                 AbstractButton {
                     objectName: "deleteButton"

@@ -3,6 +3,7 @@
 #include "store/QVFileManager.h"
 #include "store/ReportStore.h"
 
+#include <QCborArray>
 #include <QCborMap>
 #include <QCborValue>
 #include <QLocale>
@@ -68,6 +69,10 @@ QByteArray QVReport::archive() const
     map.insert(QStringLiteral("contents"), contents);
     map.insert(QStringLiteral("fileName"), fileName);
     map.insert(QStringLiteral("colorTag"), hexOfColor(colorTag));
+    if (!calculator.isEmpty()) {
+        map.insert(QStringLiteral("calculator"), calculator);
+        map.insert(QStringLiteral("inputs"), QCborMap::fromVariantMap(inputs));
+    }
     return QCborValue(map).toCbor();
 }
 
@@ -94,6 +99,27 @@ QVReport QVReport::fromArchive(const QByteArray& bytes)
     report.contents = map.value(QStringLiteral("contents")).toString();
     report.fileName = map.value(QStringLiteral("fileName")).toString();
     report.colorTag = colorOfHex(map.value(QStringLiteral("colorTag")).toString());
+    report.calculator = map.value(QStringLiteral("calculator")).toString();
+    const QCborMap inputs = map.value(QStringLiteral("inputs")).toMap();
+    for (auto it = inputs.constBegin(); it != inputs.constEnd(); ++it) {
+        const QString key = it.key().toString();
+        const QCborValue value = it.value();
+        if (value.isString()) {
+            report.inputs.insert(key, value.toString());
+            continue;
+        }
+        const QCborArray list = value.toArray();
+        QStringList texts;
+        bool readable = value.isArray();
+        for (const QCborValue& item : list) {
+            readable = readable && item.isString();
+            texts << item.toString();
+        }
+        if (readable)
+            report.inputs.insert(key, texts);
+        else
+            report.damagedInputs << key;
+    }
     return report;
 }
 

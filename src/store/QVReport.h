@@ -8,6 +8,8 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
+#include <QVariantMap>
 #include <optional>
 
 // One saved calculation: the record kept in the "reports" list plus the
@@ -23,14 +25,25 @@ public:
     QString contents;
     QString fileName;
     Rgba colorTag;
+    // The calculator that made it (its registry name, "amortization") and
+    // every input it had, as its screen held them (texts, choices' words,
+    // tables' rows; see QVFunctionController::inputTexts), so it can be
+    // opened again. Empty for a report saved before reports kept them.
+    QString calculator;
+    QVariantMap inputs;
 
     // The record's archive: a CBOR map with "title", "functionTitle", "date"
     // (seconds since 2001-01-01T00:00:00Z), "contents", "fileName" and
-    // "colorTag" ("#RRGGBBAA"), in that order.
+    // "colorTag" ("#RRGGBBAA"), in that order; then, for a report that
+    // knows its calculator, "calculator" and "inputs" (a map: a text, or a
+    // list of texts for a table).
     QByteArray archive() const;
     // Restores a record from an archive. Missing keys stay empty; bytes that
-    // are no archive at all give an empty record without a colour.
+    // are no archive at all give an empty record without a colour. An input
+    // that is neither a text nor a list of texts is left out, and named in
+    // `damagedInputs`.
     static QVReport fromArchive(const QByteArray& bytes);
+    QStringList damagedInputs;
 
     // The date in the locale's short date and medium time, with "Today" or
     // "Yesterday" in place of the date where they apply.

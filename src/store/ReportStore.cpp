@@ -176,7 +176,31 @@ bool createSchema(QSqlDatabase db, const Tally& tally, QString* error)
         *error = reasonOf(create.lastError());
         return false;
     }
-    return createBookkeeping(db, tally, error);
+    return markSchemaVersion(db, error) && createBookkeeping(db, tally, error);
+}
+
+// The schema's version, in SQLite's user_version: 0 (never set) or 1 for a
+// list whose records hold their six properties only, 2 for one whose
+// records may also hold the calculator that made them and its inputs (two
+// more keys of the same archive, under the same checksum, so a record and
+// its inputs land, fail and are salvaged together). Moving a list to 2
+// changes no row: a record without those keys reads as before, without
+// inputs. A new list starts at 2; an older one moves to it in the
+// transaction that adds its first record from then on.
+bool markSchemaVersion(QSqlDatabase db, QString* error)
+{
+    QSqlQuery version(db);
+    if (!version.exec(QStringLiteral("PRAGMA user_version")) || !version.next()) {
+        *error = reasonOf(version.lastError());
+        return false;
+    }
+    if (version.value(0).toInt() >= ReportStore::schemaVersion)
+        return true;
+    if (!version.exec(QStringLiteral("PRAGMA user_version = %1").arg(ReportStore::schemaVersion))) {
+        *error = reasonOf(version.lastError());
+        return false;
+    }
+    return true;
 }
 
 bool createBookkeeping(QSqlDatabase db, const Tally& tally, QString* error)
@@ -604,7 +628,9 @@ WriteResult ReportStore::insertAtHead(const QByteArray& archive, const QString& 
                         QStringLiteral("The saved reports list has not been created yet.")),
                     0};
         QString reason;
-        if (!insertArchive(db, archive, &reason))
+        // A list of an older version is moved to this one with the first
+        // record that may carry inputs.
+        if (!markSchemaVersion(db, &reason) || !insertArchive(db, archive, &reason))
             return {WriteResult::failure(reason), 0};
         if (!fileName.isEmpty()) {
             QSqlQuery settle(db);

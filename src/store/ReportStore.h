@@ -117,4 +117,8 @@ public:
     static int busyTimeout();
     static void setBusyTimeout(int milliseconds);
     static constexpr int defaultBusyTimeout = 5000;
+
+    // The version of the list's schema (see markSchemaVersion in the
+    // source): 2, records that may carry their calculator and inputs.
+    static constexpr int schemaVersion = 2;
 };

@@ -101,6 +101,8 @@ void ensurePrepared();
 // last two alone, to a list made by an older version.
 bool createSchema(QSqlDatabase db, const Tally& tally, QString* error);
 bool createBookkeeping(QSqlDatabase db, const Tally& tally, QString* error);
+// Raises the schema's version to ReportStore::schemaVersion when it is lower.
+bool markSchemaVersion(QSqlDatabase db, QString* error);
 bool tableExists(QSqlDatabase db, const QString& table, QString* error, bool* exists);
 
 // Inserts an archive under a new id (the head of the list), or under `id`

@@ -1,5 +1,7 @@
 #include "TestSupport.h"
 #include "app/QmlPresenter.h"
+#include "framework/CalculatorRegistry.h"
+#include "framework/QVFunctionController.h"
 #include "functions/Calculators.h"
 #include "gui/DesktopServices.h"
 #include "platform/AppPaths.h"
@@ -122,6 +124,25 @@ public:
         model->saveReport();
         Services::setClock(nullptr);
         return model->report().filePathInDocumentsDirectory();
+    }
+    // Saves a report of calculator `name` as its Export > Save does, after
+    // typing `texts` (outlet -> text) into its fields; returns its title.
+    Q_INVOKABLE QString saveCalculatorReport(const QString& name, const QString& title,
+                                             const QVariantMap& texts)
+    {
+        const CalculatorDescription* d = CalculatorRegistry::find(name);
+        if (!d)
+            return {};
+        std::unique_ptr<QVFunctionController> screen = d->create();
+        ScriptedPresenter presenter;
+        screen->setPresenter(&presenter);
+        for (auto it = texts.cbegin(); it != texts.cend(); ++it)
+            screen->editField(it.key(), it.value().toString());
+        presenter.script({{QStringLiteral("Save"), {}},
+                          {QStringLiteral("OK"), title},
+                          {QStringLiteral("OK"), {}}});
+        screen->exportClicked();
+        return title;
     }
     // Replaces the stored list with 20 kB of noise, as a damaged disk might.
     Q_INVOKABLE void damageStore()

@@ -130,6 +130,65 @@ TestCase {
         verify(tabBar.visible);
     }
 
+    // Two reports of one calculator, checked in Compare, open side by side
+    // with the differing rows marked and the results' differences; a report
+    // opens again in its calculator with its inputs and results.
+    function test_compareReportsAndOpenOneInItsCalculator() {
+        TestFiles.saveCalculatorReport("roi", "Plan A", {
+            "investmentField": "1000",
+            "futureValueField": "1250",
+            "yearsField": "2"
+        });
+        TestFiles.saveCalculatorReport("roi", "Plan B", {
+            "investmentField": "1000",
+            "futureValueField": local("1500.5"),
+            "yearsField": "2"
+        });
+        window.showTab(2);
+        const stack = findChild(window.contentItem, "reportsStack");
+        const page = stack.currentItem;
+        const list = findChild(page, "reportList");
+        waitForItemPolished(list);
+        compare(rowTitles(list), ["Plan B", "Plan A"]);
+        mouseClick(findChild(page, "compareButton"));
+        const chosen = findChild(page, "compareChosenButton");
+        verify(chosen.visible);
+        verify(!chosen.enabled, "one report is no comparison");
+        mouseClick(list.itemAtIndex(1));
+        mouseClick(findChild(list.itemAtIndex(0), "compareCheck0"));
+        compare(page.chosen, [1, 0]);
+        verify(chosen.enabled);
+        mouseClick(chosen);
+        tryCompare(stack, "depth", 2);
+        tryCompare(stack, "busy", false);
+        const comparing = stack.currentItem;
+        compare(comparing.controller.problem, "");
+        compare(comparing.controller.reportTitles, ["Plan A", "Plan B"]);
+        const rows = comparing.controller.rows;
+        const investment = rows.find(row => row.values[0] === "1000");
+        verify(investment && !investment.differs, "the same investment is no difference");
+        const roi = rows.find(row => row.result && row.differs);
+        verify(roi, "a result differs");
+        compare(roi.differences.length, 1);
+        verify(findChild(comparing, "compareRow0").visible);
+        mouseClick(findChild(comparing, "backButton"));
+        tryCompare(stack, "depth", 1);
+
+        // Plan B opens in the ROI calculator with its inputs and result.
+        mouseClick(findChild(page, "compareButton"));
+        window.openReport(window.reports.filePathAt(0));
+        tryCompare(stack, "busy", false);
+        const detail = stack.currentItem;
+        const open = findChild(detail, "openInCalculatorButton");
+        verify(open.visible);
+        mouseClick(open);
+        tryCompare(functions, "busy", false);
+        compare(window.currentStack, functions, "the Functions tab shows the calculator");
+        const screen = functions.currentItem;
+        compare(screen.controller.view.texts["futureValueField"], local("1500.5"));
+        compare(screen.controller.view.texts["roiResultLabel"], local("50.05") + "%", "(1500.5 - 1000) / 1000");
+    }
+
     function test_tabBarStaysForListsAndAboutPagesAndEscapeGoesBack() {
         const tabBar = window.footer;
         window.openScreen("StockTableController", "");

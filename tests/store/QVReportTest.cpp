@@ -8,6 +8,7 @@
 #include "store/ReportStore.h"
 #include "support/OwnConnection.h"
 
+#include <QCborArray>
 #include <QCborMap>
 #include <QCborValue>
 #include <QProcess>
@@ -274,3 +275,103 @@ TEST_F(ReportStoreTest, DateStringNamesTodayAndYesterday)
 }
 
 } // namespace
+
+namespace {
+
+// Copies a list written by the version before reports kept their inputs
+// (tests/store/fixtures/before-inputs: three reports saved by that version's
+// command line: ROI, an amortization and a tip) into the test's home.
+void installListBeforeInputs(const QString& home)
+{
+    const QDir fixture(QStringLiteral(TALLYVANE_TEST_SOURCE_DIR "/store/fixtures/before-inputs"));
+    ASSERT_TRUE(fixture.exists());
+    for (const QString& name :
+         {QStringLiteral("reports.sqlite"), QStringLiteral("reports.sqlite.state")})
+        ASSERT_TRUE(QFile::copy(fixture.filePath(name), home + QLatin1Char('/') + name));
+    QDir(home).mkpath(QStringLiteral("Documents"));
+    const QDir documents(fixture.filePath(QStringLiteral("Documents")));
+    for (const QString& name : documents.entryList(QDir::Files))
+        ASSERT_TRUE(
+            QFile::copy(documents.filePath(name), home + QStringLiteral("/Documents/") + name));
+}
+
+int storedSchemaVersion()
+{
+    int version = -1;
+    withOwnConnection(ReportStore::databasePath(), [&](QSqlQuery& query) {
+        if (query.exec(QStringLiteral("PRAGMA user_version")) && query.next())
+            version = query.value(0).toInt();
+    });
+    return version;
+}
+
+} // namespace
+
+// A list written before reports kept their inputs reads as it did (no
+// calculator, no inputs); the first save from then on moves it to schema 2
+// and keeps the calculator and inputs with the new record, the old records
+// untouched.
+TEST_F(ReportStoreTest, AListFromBeforeInputsReadsAsItDidAndTakesRecordsWithInputs)
+{
+    ReportStore::close();
+    installListBeforeInputs(home.path());
+    {
+        ReportTableModel list;
+        ASSERT_TRUE(list.loadError().isEmpty()) << list.loadError().toStdString();
+        ASSERT_EQ(list.count(), 3);
+        EXPECT_EQ(list.reportAt(0).title, "Old tip");
+        EXPECT_EQ(list.reportAt(2).title, "Old ROI");
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(list.reportAt(i).calculator.isEmpty());
+            EXPECT_TRUE(list.reportAt(i).inputs.isEmpty());
+            EXPECT_TRUE(list.reportAt(i).damagedInputs.isEmpty());
+        }
+    }
+    EXPECT_EQ(storedSchemaVersion(), 0) << "reading changes nothing";
+    const QByteArray oldest = QVReport::storedReportList()->last();
+
+    QVReport report = sample(QStringLiteral("New"), fixedNow());
+    report.calculator = QStringLiteral("roi");
+    report.inputs = {{QStringLiteral("investmentAmount"), QStringLiteral("1000")},
+                     {QStringLiteral("cashArray"), QStringList{"-100", "", "110"}}};
+    ASSERT_TRUE(QVReport::saveReport(report).ok());
+    EXPECT_EQ(storedSchemaVersion(), ReportStore::schemaVersion);
+    ReportStore::close();
+
+    ReportTableModel list;
+    ASSERT_EQ(list.count(), 4);
+    const QVReport back = list.reportAt(0);
+    EXPECT_EQ(back.calculator, "roi");
+    EXPECT_EQ(back.inputs, report.inputs) << "a table keeps its empty rows in place";
+    EXPECT_EQ(list.reportAt(3).title, "Old ROI");
+    EXPECT_EQ(QVReport::storedReportList()->last(), oldest) << "an old record is left as it was";
+}
+
+// Inputs that are neither texts nor lists of texts (a damaged or foreign
+// archive) are left out and named; the rest of the record and of the inputs
+// reads as usual.
+TEST(ReportArchive, InputsThatAreNotTextsAreNamedAndLeftOut)
+{
+    QCborMap inputs;
+    inputs.insert(QStringLiteral("rate"), QStringLiteral("6.5"));
+    inputs.insert(QStringLiteral("years"), 30);
+    inputs.insert(QStringLiteral("cashArray"), QCborArray{QStringLiteral("1"), 2});
+    inputs.insert(QStringLiteral("dates"), QCborArray{QStringLiteral("2027-01-01")});
+    QCborMap map;
+    map.insert(QStringLiteral("title"), QStringLiteral("Loan"));
+    map.insert(QStringLiteral("calculator"), QStringLiteral("amortization"));
+    map.insert(QStringLiteral("inputs"), inputs);
+    const QVReport report = QVReport::fromArchive(QCborValue(map).toCbor());
+    EXPECT_EQ(report.title, "Loan");
+    EXPECT_EQ(report.calculator, "amortization");
+    EXPECT_EQ(report.inputs, (QVariantMap{{"rate", "6.5"}, {"dates", QStringList{"2027-01-01"}}}));
+    EXPECT_EQ(report.damagedInputs, (QStringList{"years", "cashArray"})) << "in stored order";
+    // A record without a calculator writes no inputs: its archive has the
+    // keys it always had.
+    QVReport plain = report;
+    plain.calculator.clear();
+    const QCborMap written = QCborValue::fromCbor(plain.archive()).toMap();
+    EXPECT_FALSE(written.contains(QStringLiteral("calculator")));
+    EXPECT_FALSE(written.contains(QStringLiteral("inputs")));
+    EXPECT_TRUE(written.contains(QStringLiteral("colorTag")));
+}

@@ -31,12 +31,14 @@ const CalculatorDescription& amortizationDescription()
                 count("rangeStart", "rangeStartField", "P1"),
                 count("rangeEnd", "rangeEndField", "P2"),
                 // Solving for the term: the level payment given.
-                withoutSign(number("payment", "paymentField", "Payment")),
+                withoutSign(number("payment", "paymentField", "Payment (to work out the term)")),
                 // One-time extra payments and rate changes: "13:5000" or
                 // "2028-06-01:5000" (and "61:7.5"), one row each on the
                 // screen's event list.
-                table("extraPayments", LoanEventList::maximumRows, FieldDescription::Kind::Event),
-                table("rateChanges", LoanEventList::maximumRows, FieldDescription::Kind::Event),
+                table("extraPayments", LoanEventList::maximumRows, FieldDescription::Kind::Event,
+                      "Extra payments (payment:amount)"),
+                table("rateChanges", LoanEventList::maximumRows, FieldDescription::Kind::Event,
+                      "Rate changes (payment:rate)"),
                 choice("afterExtra", "afterExtraButton", "After an extra payment",
                        AmortizationModel::afterExtraWords(), "afterExtraClicked"),
                 count("interestOnly", "interestOnlyField", "Interest-only payments"),

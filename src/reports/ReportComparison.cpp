@@ -1,0 +1,189 @@
+#include "reports/ReportComparison.h"
+
+#include "framework/CalculatorRegistry.h"
+#include "framework/QVFunctionController.h"
+#include "numerics/CsvWriter.h"
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace {
+
+// A stored input as one text: a table's rows joined by ", ".
+QString inputText(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList().join(QStringLiteral(", "));
+    return value.toString();
+}
+
+} // namespace
+
+std::optional<ReportComparison> ReportComparison::of(const QList<QVReport>& reports, QString* error)
+{
+    const auto fail = [error](const QString& reason) {
+        if (error)
+            *error = reason;
+        return std::nullopt;
+    };
+    if (reports.size() < 2 || reports.size() > maximumReports)
+        return fail(QStringLiteral("Choose two or three reports to compare."));
+    for (const QVReport& report : reports) {
+        if (report.calculator.isEmpty())
+            return fail(QStringLiteral("\"%1\" was saved before reports kept their inputs, so it "
+                                       "cannot be compared.")
+                            .arg(report.title));
+        if (report.calculator != reports.first().calculator)
+            return fail(QStringLiteral("Only reports of one calculator can be compared (\"%1\" and "
+                                       "\"%2\" are not).")
+                            .arg(reports.first().title, report.title));
+    }
+    const CalculatorDescription* d = CalculatorRegistry::find(reports.first().calculator);
+    if (!d)
+        return fail(QStringLiteral("This version has no calculator \"%1\".")
+                        .arg(reports.first().calculator));
+
+    ReportComparison comparison;
+    comparison.calculator = d->name;
+    comparison.title = d->entry.title;
+    // Each report's results, from a screen of its own made and gone in turn:
+    // screens with tables follow each other's period, so two at once would
+    // disturb each other.
+    QList<QStringList> shown;     // a report, then a result
+    QList<QList<double>> numbers; // the same as numbers (NaN for a text)
+    for (const QVReport& report : reports) {
+        comparison.titles << report.title;
+        std::unique_ptr<QVFunctionController> screen = d->create();
+        for (const QString& line : screen->restoreInputs(report.inputs))
+            comparison.notes << QStringLiteral("%1: %2").arg(report.title, line);
+        for (const QString& key : report.damagedInputs)
+            comparison.notes << QStringLiteral("%1: the stored input \"%2\" cannot be read.")
+                                    .arg(report.title, key);
+        QStringList texts;
+        QList<double> values;
+        for (const ResultDescription& result : d->results) {
+            const QVariant value = screen->model()->property(result.key.toLatin1().constData());
+            values << (value.typeId() == QMetaType::QString
+                           ? std::numeric_limits<double>::quiet_NaN()
+                           : value.toDouble());
+            texts << screen->qvFunctionView()->text(result.outlet);
+        }
+        shown << texts;
+        numbers << values;
+    }
+
+    // The inputs in the description's order, each as it was stored.
+    for (const FieldDescription& field : d->fields) {
+        Line line;
+        line.key = field.key;
+        line.label = field.label.isEmpty() ? field.key : field.label;
+        bool any = false;
+        for (const QVReport& report : reports) {
+            any = any || report.inputs.contains(field.key);
+            line.values << inputText(report.inputs.value(field.key));
+        }
+        if (!any)
+            continue;
+        line.differs = line.values.count(line.values.first()) != line.values.size();
+        comparison.lines << line;
+    }
+    // The results as each screen showed them, and their differences.
+    for (qsizetype r = 0; r < d->results.size(); ++r) {
+        const ResultDescription& result = d->results.at(r);
+        Line line;
+        line.key = result.key;
+        line.label = result.label;
+        line.result = true;
+        for (qsizetype k = 0; k < reports.size(); ++k) {
+            line.values << shown.at(k).at(r);
+            line.numbers << numbers.at(k).at(r);
+        }
+        for (qsizetype k = 0; k < line.numbers.size(); ++k) {
+            const double difference = line.numbers.at(k) - line.numbers.first();
+            line.differences << (k == 0 || !std::isfinite(difference)
+                                     ? QString()
+                                     : QVFunctionController::stringFromDouble(difference) +
+                                           result.unit);
+        }
+        line.differs = line.values.count(line.values.first()) != line.values.size();
+        comparison.lines << line;
+    }
+    return comparison;
+}
+
+QByteArray ReportComparison::csv() const
+{
+    QStringList header{QStringLiteral("Report")};
+    header << titles;
+    QList<QStringList> rows;
+    for (const Line& line : lines) {
+        QStringList row{line.label};
+        for (qsizetype k = 0; k < line.values.size(); ++k)
+            row << (line.result && !std::isnan(line.numbers.at(k))
+                        ? CsvWriter::number(line.numbers.at(k))
+                        : line.values.at(k));
+        rows << row;
+        if (!line.result)
+            continue;
+        for (qsizetype k = 1; k < line.numbers.size(); ++k) {
+            const double difference = line.numbers.at(k) - line.numbers.first();
+            if (!std::isfinite(difference))
+                continue;
+            QStringList extra{QStringLiteral("%1: difference (%2 - %3)")
+                                  .arg(line.label, titles.at(k), titles.first())};
+            for (qsizetype j = 0; j < titles.size(); ++j)
+                extra << (j == k ? CsvWriter::number(difference) : QString());
+            rows << extra;
+        }
+    }
+    return CsvWriter::toCsv(header, rows);
+}
+
+QString ReportComparison::text() const
+{
+    // A header, a rule of dashes under each column and a row a line: the
+    // form a report's PDF lays out as a table.
+    QList<QStringList> table;
+    QStringList head{QString()};
+    head << titles;
+    for (qsizetype k = 1; k < titles.size(); ++k)
+        head << QStringLiteral("%1 - %2").arg(titles.at(k), titles.first());
+    table << head;
+    for (const Line& line : lines) {
+        QStringList row{(line.differs ? QStringLiteral("* ") : QStringLiteral("  ")) + line.label};
+        row << line.values;
+        for (qsizetype k = 1; k < titles.size(); ++k)
+            row << line.differences.value(k);
+        table << row;
+    }
+    QList<qsizetype> widths(head.size(), 1);
+    for (const QStringList& row : table) {
+        for (qsizetype c = 0; c < row.size() && c < widths.size(); ++c)
+            widths[c] = std::max(widths[c], row.at(c).size());
+    }
+    const auto join = [&widths](const QStringList& row) {
+        QStringList cells;
+        for (qsizetype c = 0; c < row.size() && c < widths.size(); ++c)
+            cells << (c == 0 ? row.at(c).leftJustified(widths[c])
+                             : row.at(c).rightJustified(widths[c]));
+        QString text = cells.join(QStringLiteral("  "));
+        while (text.endsWith(QLatin1Char(' ')))
+            text.chop(1);
+        return text + QLatin1Char('\n');
+    };
+    QString out = QStringLiteral("Comparison - %1\n\n").arg(title);
+    out += join(table.first());
+    QStringList rule;
+    for (qsizetype width : widths)
+        rule << QString(width, QLatin1Char('-'));
+    out += join(rule);
+    for (qsizetype r = 1; r < table.size(); ++r)
+        out += join(table.at(r));
+    if (!notes.isEmpty())
+        out += QLatin1Char('\n');
+    for (const QString& note : notes)
+        out += note + QLatin1Char('\n');
+    out += QStringLiteral("\n* the reports differ on this line\n");
+    return out;
+}

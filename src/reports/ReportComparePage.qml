@@ -114,56 +114,69 @@ Page {
             Repeater {
                 model: comparison.rows
 
-                Rectangle {
+                ColumnLayout {
                     id: line
 
                     required property var modelData
                     required property int index
+                    // The first result comes under a heading of its own.
+                    readonly property bool firstResult: modelData.result && index > 0 && !comparison.rows[index - 1].result
 
-                    objectName: "compareRow" + index
                     Layout.fillWidth: true
-                    implicitHeight: cells.implicitHeight
-                    color: modelData.differs ? AppTheme.button : "transparent"
-                    Accessible.name: modelData.label + (modelData.differs ? qsTr(", differs") : "")
+                    spacing: 0
 
-                    RowLayout {
-                        id: cells
+                    SectionHeader {
+                        visible: line.firstResult
+                        Layout.leftMargin: 6
+                        Layout.bottomMargin: 4
+                        text: qsTr("Results")
+                    }
+                    Rectangle {
+                        objectName: "compareRow" + line.index
+                        Layout.fillWidth: true
+                        implicitHeight: cells.implicitHeight
+                        color: line.modelData.differs ? AppTheme.button : "transparent"
+                        Accessible.name: line.modelData.label + (line.modelData.differs ? qsTr(", differs") : "")
 
-                        width: parent.width
-                        spacing: 0
+                        RowLayout {
+                            id: cells
 
-                        Label {
-                            Layout.preferredWidth: page.labelWidth
-                            text: (line.modelData.differs ? "≠ " : "") + line.modelData.label
-                            font.bold: line.modelData.result
-                            wrapMode: Text.Wrap
-                            padding: 6
-                        }
-                        Repeater {
-                            model: line.modelData.values
+                            width: parent.width
+                            spacing: 0
 
                             Label {
-                                required property string modelData
-
-                                Layout.preferredWidth: page.cellWidth
-                                text: modelData
-                                horizontalAlignment: Text.AlignRight
-                                wrapMode: Text.WrapAnywhere
+                                Layout.preferredWidth: page.labelWidth
+                                text: (line.modelData.differs ? "≠ " : "") + line.modelData.label
+                                font.bold: line.modelData.result
+                                wrapMode: Text.Wrap
                                 padding: 6
                             }
-                        }
-                        Repeater {
-                            model: line.modelData.result ? line.modelData.differences : comparison.differenceTitles
+                            Repeater {
+                                model: line.modelData.values
 
-                            Label {
-                                required property string modelData
+                                Label {
+                                    required property string modelData
 
-                                Layout.preferredWidth: page.cellWidth
-                                text: line.modelData.result ? modelData : ""
-                                color: AppTheme.accent
-                                horizontalAlignment: Text.AlignRight
-                                wrapMode: Text.WrapAnywhere
-                                padding: 6
+                                    Layout.preferredWidth: page.cellWidth
+                                    text: modelData
+                                    horizontalAlignment: Text.AlignRight
+                                    wrapMode: Text.Wrap
+                                    padding: 6
+                                }
+                            }
+                            Repeater {
+                                model: line.modelData.result ? line.modelData.differences : comparison.differenceTitles
+
+                                Label {
+                                    required property string modelData
+
+                                    Layout.preferredWidth: page.cellWidth
+                                    text: line.modelData.result ? modelData : ""
+                                    color: AppTheme.accent
+                                    horizontalAlignment: Text.AlignRight
+                                    wrapMode: Text.Wrap
+                                    padding: 6
+                                }
                             }
                         }
                     }

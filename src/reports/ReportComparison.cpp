@@ -83,7 +83,9 @@ std::optional<ReportComparison> ReportComparison::of(const QList<QVReport>& repo
             any = any || report.inputs.contains(field.key);
             line.values << inputText(report.inputs.value(field.key));
         }
-        if (!any)
+        // An input no report has, or that is empty in all of them, says
+        // nothing.
+        if (!any || line.values.count(QString()) == line.values.size())
             continue;
         line.differs = line.values.count(line.values.first()) != line.values.size();
         comparison.lines << line;

@@ -89,12 +89,16 @@ ApplicationWindow {
             }
         };
         const view = Calculators.viewOf(identifier);
-        if (view === "") {
-            return functionsStack.push(page("framework/DescribedScreen.qml"), {
+        if (view === "" || view !== "?") {
+            const screen = view === "" ? functionsStack.push(page("framework/DescribedScreen.qml"), {
                 "calculator": Calculators.nameOf(identifier)
+            }) : functionsStack.push(page(view));
+            // "Clear" opens the screen again from its defaults.
+            screen.clearRequested.connect(() => {
+                functionsStack.pop(StackView.Immediate);
+                window.openScreen(identifier);
             });
-        } else if (view !== "?") {
-            return functionsStack.push(page(view));
+            return screen;
         } else if (lists[identifier]) {
             const list = functionsStack.push(page("framework/CatalogueListPage.qml"), lists[identifier]);
             list.calculatorChosen.connect(chosen => window.openScreen(chosen));

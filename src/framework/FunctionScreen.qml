@@ -18,6 +18,9 @@ Page {
     readonly property QVFunctionView view: controller.view
     default property alias form: formColumn.data
 
+    // "Clear": the screen is to be opened afresh, from its defaults.
+    signal clearRequested
+
     // Scrolls the form to its end (where results and charts are).
     function scrollToEnd() {
         scrollToEndTimer.restart();
@@ -25,6 +28,11 @@ Page {
 
     title: view.title
     Accessible.name: title
+
+    // The screen opens as it was last left, and keeps what it holds when it
+    // goes (Back, another tab's work, the app's end).
+    Component.onCompleted: controller.recallInputs()
+    Component.onDestruction: controller.rememberInputs()
 
     component SegmentButton: TabButton {
         id: segment
@@ -49,6 +57,15 @@ Page {
         backText: qsTr("Back")
         onBackClicked: screen.StackView.view.pop()
 
+        TitleBarButton {
+            objectName: "clearButton"
+            text: qsTr("Clear")
+            Accessible.name: qsTr("Clear every input")
+            onClicked: {
+                screen.controller.forgetInputs();
+                screen.clearRequested();
+            }
+        }
         TitleBarButton {
             objectName: "exportButton"
             text: "\u21EA " + qsTr("Export")

@@ -14,7 +14,10 @@
 #include "platform/SafeFiles.h"
 #include "platform/Services.h"
 #include "store/QVFileManager.h"
+#include "store/ReportStore.h"
 
+#include <QCborMap>
+#include <QCborValue>
 #include <QFile>
 #include <algorithm>
 #include <limits>
@@ -779,4 +782,37 @@ void QVFunctionController::openWithInputs(const QVariantMap& inputs)
     alert.message = lines.join(QLatin1Char('\n'));
     alert.actions = {{QStringLiteral("OK")}};
     presenter()->present(alert, [](const QString&, const QString&) {});
+}
+
+void QVFunctionController::recallInputs()
+{
+    const CalculatorDescription* d = description();
+    if (!d)
+        return;
+    const QByteArray kept = ReportStore::screenState(d->name);
+    const QCborValue value = QCborValue::fromCbor(kept);
+    if (kept.isEmpty() || !value.isMap())
+        return;
+    restoreInputs(value.toMap().toVariantMap());
+    m_keptInputs = QCborValue(QCborMap::fromVariantMap(inputTexts())).toCbor();
+}
+
+void QVFunctionController::rememberInputs()
+{
+    const CalculatorDescription* d = description();
+    if (!d || m_forgotten)
+        return;
+    const QByteArray now = QCborValue(QCborMap::fromVariantMap(inputTexts())).toCbor();
+    if (now == m_keptInputs)
+        return;
+    if (ReportStore::keepScreenState(d->name, now).ok())
+        m_keptInputs = now;
+}
+
+void QVFunctionController::forgetInputs()
+{
+    if (const CalculatorDescription* d = description())
+        ReportStore::keepScreenState(d->name, {});
+    m_keptInputs.clear();
+    m_forgotten = true;
 }

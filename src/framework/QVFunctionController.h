@@ -152,6 +152,20 @@ public:
     // ("Some inputs were not put back") listing what could not be, if
     // anything.
     Q_INVOKABLE void openWithInputs(const QVariantMap& inputs);
+
+    // A screen opens as it was left (after Back, after a restart): its
+    // inputs are kept under its calculator's name in the reports' database
+    // (ReportStore::screenState). This is a change from screens that always
+    // started from their defaults: users lost what they had typed on
+    // leaving a screen, so the app's screens now remember; the command line
+    // and tests, which make screens directly, still start from defaults.
+    // recallInputs() puts the kept inputs back (what cannot be put back is
+    // skipped); rememberInputs() keeps the inputs now shown (nothing is
+    // written when they are as recalled); forgetInputs() drops them, so the
+    // next screen starts from its defaults ("Clear").
+    Q_INVOKABLE void recallInputs();
+    Q_INVOKABLE void rememberInputs();
+    Q_INVOKABLE void forgetInputs();
     // The key of the last compute button pressed in inputTexts(): "--solve",
     // as the command line presses one.
     static const QString solveKey;
@@ -292,4 +306,9 @@ private:
     // The word chooseWord() is choosing, until a sheet takes it.
     std::optional<QString> m_wordToChoose;
     bool m_wordChosen = false;
+    // The inputs as recalled (or last kept), so an unchanged screen writes
+    // nothing when it is left.
+    QByteArray m_keptInputs;
+    // forgetInputs() was called: this screen is going, and keeps nothing.
+    bool m_forgotten = false;
 };

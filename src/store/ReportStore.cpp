@@ -620,6 +620,64 @@ WriteResult ReportStore::createList()
     });
 }
 
+QByteArray ReportStore::screenState(const QString& name)
+{
+    ensurePrepared();
+    QString reason;
+    std::optional<QSqlDatabase> db = connection(false, &reason);
+    bool exists = false;
+    if (!db || !tableExists(*db, QStringLiteral("screens"), &reason, &exists) || !exists)
+        return {};
+    QSqlQuery query(*db);
+    query.prepare(QStringLiteral("SELECT state, checksum FROM screens WHERE name = ?"));
+    query.addBindValue(name);
+    if (!query.exec() || !query.next())
+        return {};
+    const QByteArray state = query.value(0).toByteArray();
+    return checksumOf(state) == query.value(1).toLongLong() ? state : QByteArray();
+}
+
+WriteResult ReportStore::keepScreenState(const QString& name, const QByteArray& state)
+{
+    return inTransaction([&](QSqlDatabase db, bool exists) -> Change {
+        if (!exists)
+            return {WriteResult::failure(
+                        QStringLiteral("The saved reports list has not been created yet.")),
+                    0};
+        QSqlQuery query(db);
+        if (!query.exec(QStringLiteral("CREATE TABLE IF NOT EXISTS screens (name TEXT PRIMARY "
+                                       "KEY, state BLOB NOT NULL, checksum INTEGER NOT NULL)")))
+            return {WriteResult::failure(reasonOf(query.lastError())), 0};
+        if (state.isEmpty()) {
+            query.prepare(QStringLiteral("DELETE FROM screens WHERE name = ?"));
+            query.addBindValue(name);
+        } else {
+            query.prepare(QStringLiteral(
+                "INSERT OR REPLACE INTO screens (name, state, checksum) VALUES (?, ?, ?)"));
+            query.addBindValue(name);
+            query.addBindValue(state);
+            query.addBindValue(checksumOf(state));
+        }
+        if (!query.exec())
+            return {WriteResult::failure(reasonOf(query.lastError())), 0};
+        return {WriteResult::success(), 0};
+    });
+}
+
+WriteResult ReportStore::forgetScreenStates()
+{
+    return inTransaction([](QSqlDatabase db, bool exists) -> Change {
+        bool screens = false;
+        QString reason;
+        if (!exists || !tableExists(db, QStringLiteral("screens"), &reason, &screens) || !screens)
+            return {WriteResult::success(), 0};
+        QSqlQuery query(db);
+        if (!query.exec(QStringLiteral("DELETE FROM screens")))
+            return {WriteResult::failure(reasonOf(query.lastError())), 0};
+        return {WriteResult::success(), 0};
+    });
+}
+
 WriteResult ReportStore::insertAtHead(const QByteArray& archive, const QString& fileName)
 {
     return inTransaction([&](QSqlDatabase db, bool exists) -> Change {

@@ -105,6 +105,20 @@ public:
     static void reserveReportFile(QString& name);
     static void forgetReportFile(const QString& name);
 
+    // What a calculator screen last held (the texts of its inputs), kept
+    // beside the list in the same database under the calculator's name, so
+    // that a screen opens as it was left, after Back and after a restart.
+    // One row a calculator with a checksum, in a table of its own: a state
+    // that does not match its checksum reads as none. Not part of the
+    // records' count, and not copied when a damaged database is repaired
+    // (the screens then start afresh). Empty when none is kept.
+    static QByteArray screenState(const QString& name);
+    // Keeps `state` for `name` (an empty state forgets it); fails, saying
+    // why, when the list does not exist yet or cannot be changed.
+    static WriteResult keepScreenState(const QString& name, const QByteArray& state);
+    // Forgets every screen's state.
+    static WriteResult forgetScreenStates();
+
     // Closes the connection; the next use checks and opens the database
     // again at the path of that moment.
     static void close();

@@ -21,6 +21,8 @@
 #include "platform/Services.h"
 #include "reports/ReportDetailController.h"
 #include "reports/ReportTableModel.h"
+#include "store/ReportStore.h"
+#include "support/OwnConnection.h"
 
 #include <QDir>
 #include <QFile>
@@ -780,4 +782,44 @@ TEST_F(Screens, AmortizationReportCarriesTheSchedule)
         << "the amounts end in one column";
     EXPECT_TRUE(report.contains(QRegularExpression("\nYear 1 +[0-9]")));
     EXPECT_TRUE(report.contains("Extra Payments: 3:100\n"));
+}
+
+// A screen keeps its inputs when it goes and the next one of its kind opens
+// with them (as after Back or a restart); Clear (forget) makes the next
+// start from its defaults, and a kept state whose bytes were damaged is no
+// state at all. The command line's screens, made directly, never recall.
+TEST_F(Screens, ScreensRememberTheirInputsUntilCleared)
+{
+    ReportStore::createList();
+    auto* loan = static_cast<AmortizationController*>(open("amortization"));
+    fill({{"loanAmountField", "250000"}, {"yearsField", "25"}});
+    loan->setTableInput("extraPayments", {"13:5000"});
+    choose("paymentsPerYearButton", "Biweekly");
+    const QVariantMap left = screen->inputTexts();
+    const QString payments = text("numberOfPaymentsLabel");
+    ASSERT_NE(payments, "NaN");
+    screen->rememberInputs();
+
+    open("amortization");
+    EXPECT_EQ(text("loanAmountField"), "") << "made directly, a screen starts from defaults";
+    screen->recallInputs();
+    EXPECT_EQ(screen->inputTexts(), left);
+    EXPECT_EQ(text("paymentsPerYearButton"), "Biweekly");
+    EXPECT_EQ(text("numberOfPaymentsLabel"), payments) << "its results worked out again";
+
+    screen->forgetInputs();
+    screen->rememberInputs();
+    open("amortization");
+    screen->recallInputs();
+    EXPECT_EQ(text("loanAmountField"), "") << "cleared";
+
+    // Damaged bytes under the right name read as no state.
+    ASSERT_TRUE(ReportStore::keepScreenState("roi", "kept").ok());
+    EXPECT_EQ(ReportStore::screenState("roi"), "kept");
+    withOwnConnection(ReportStore::databasePath(), [](QSqlQuery& query) {
+        EXPECT_TRUE(query.exec("UPDATE screens SET state = X'00FF' WHERE name = 'roi'"));
+    });
+    EXPECT_TRUE(ReportStore::screenState("roi").isEmpty());
+    ASSERT_TRUE(ReportStore::forgetScreenStates().ok());
+    EXPECT_TRUE(ReportStore::screenState("amortization").isEmpty());
 }

@@ -97,10 +97,12 @@ class TestFiles : public QObject {
     Q_OBJECT
 
 public:
-    // Empties the stored list and the documents and outbox folders.
+    // Empties the stored list, the screens' kept inputs and the documents
+    // and outbox folders.
     Q_INVOKABLE void reset()
     {
         ReportStore::createList();
+        ReportStore::forgetScreenStates();
         ReportStore::removeRows([](const QList<ReportStore::Row>& rows) {
             QList<qint64> ids;
             for (const ReportStore::Row& row : rows)

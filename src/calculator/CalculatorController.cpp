@@ -9,7 +9,11 @@
 #include "platform/NotificationCenter.h"
 #include "platform/ReviewPrompt.h"
 #include "platform/Services.h"
+#include "store/ReportStore.h"
 
+#include <QCborArray>
+#include <QCborMap>
+#include <QCborValue>
 #include <QPointer>
 #include <climits>
 #include <cmath>
@@ -120,8 +124,99 @@ void CalculatorController::requestReview()
 
 // Key dispatch.
 
+void CalculatorController::setKeepsRegisters(bool keeps)
+{
+    if (keeps == m_keepsRegisters)
+        return;
+    m_keepsRegisters = keeps;
+    if (keeps) {
+        restoreRegisterState(ReportStore::screenState(QStringLiteral("keypad")));
+        m_keptState = registerState();
+    }
+    emit keepsRegistersChanged();
+}
+
+QByteArray CalculatorController::registerState() const
+{
+    QCborMap map;
+    map.insert(QStringLiteral("P/Y"), m_model.paymentFrequency);
+    map.insert(QStringLiteral("N"), m_model.period);
+    map.insert(QStringLiteral("I/Y"), m_model.rate);
+    map.insert(QStringLiteral("PV"), m_model.pv);
+    map.insert(QStringLiteral("PMT"), m_model.pmt);
+    map.insert(QStringLiteral("FV"), m_model.fv);
+    map.insert(QStringLiteral("C/Y"), m_model.compounding);
+    map.insert(QStringLiteral("NPV"), m_model.npv);
+    map.insert(QStringLiteral("IRR"), m_model.irr);
+    // The cash flows up to the last one that is not "0" once.
+    QCborArray flows;
+    size_t used = 0;
+    for (size_t k = 0; k < m_cashFlowArray.size(); ++k) {
+        const CashFlow& flow = m_cashFlowArray[k];
+        if (flow.cash != QLatin1String("0") || flow.freq != QLatin1String("1"))
+            used = k + 1;
+    }
+    for (size_t k = 0; k < used; ++k)
+        flows.append(QCborArray{m_cashFlowArray[k].cash, m_cashFlowArray[k].freq});
+    map.insert(QStringLiteral("cashFlows"), flows);
+    QCborMap storage;
+    for (auto it = m_resultStorage.cbegin(); it != m_resultStorage.cend(); ++it)
+        storage.insert(it.key(), it.value());
+    map.insert(QStringLiteral("storage"), storage);
+    return QCborValue(map).toCbor();
+}
+
+void CalculatorController::restoreRegisterState(const QByteArray& state)
+{
+    const QCborMap map = QCborValue::fromCbor(state).toMap();
+    if (map.isEmpty())
+        return;
+    const auto number = [&map](const char* key, double& target) {
+        const QCborValue value = map.value(QLatin1String(key));
+        if (value.isDouble() || value.isInteger())
+            target = value.toDouble();
+    };
+    if (const QCborValue perYear = map.value(QStringLiteral("P/Y")); perYear.isInteger())
+        m_model.paymentFrequency = int(std::clamp<qint64>(perYear.toInteger(), 0, 1000000));
+    number("N", m_model.period);
+    number("I/Y", m_model.rate);
+    number("PV", m_model.pv);
+    number("PMT", m_model.pmt);
+    number("FV", m_model.fv);
+    number("C/Y", m_model.compounding);
+    number("NPV", m_model.npv);
+    number("IRR", m_model.irr);
+    const QCborArray flows = map.value(QStringLiteral("cashFlows")).toArray();
+    for (qsizetype k = 0; k < flows.size() && size_t(k) < m_cashFlowArray.size(); ++k) {
+        const QCborArray flow = flows.at(k).toArray();
+        if (flow.size() == 2 && flow.at(0).isString() && flow.at(1).isString())
+            m_cashFlowArray[size_t(k)] = {flow.at(0).toString(), flow.at(1).toString()};
+    }
+    const QCborMap storage = map.value(QStringLiteral("storage")).toMap();
+    for (auto it = storage.constBegin(); it != storage.constEnd(); ++it) {
+        if (it.key().isInteger() && it.value().isString())
+            m_resultStorage.insert(int(std::clamp<qint64>(it.key().toInteger(), INT_MIN, INT_MAX)),
+                                   it.value().toString());
+    }
+}
+
+void CalculatorController::keepRegisters()
+{
+    if (!m_keepsRegisters)
+        return;
+    const QByteArray now = registerState();
+    if (now != m_keptState && ReportStore::keepScreenState(QStringLiteral("keypad"), now).ok())
+        m_keptState = now;
+}
+
 void CalculatorController::receiveCalculatorButtonClickedNotification(const QVariantMap& userInfo)
 {
+    // Every key that changes the registers keeps them (when they are kept).
+    struct KeepAfter {
+        CalculatorController* self;
+        ~KeepAfter() { self->keepRegisters(); }
+    } keepAfter{this};
+
     const bool npv = userInfo.value(QStringLiteral("npv-mode")).toBool();
     if (npv != m_npvModeOn) {
         m_npvModeOn = npv;
@@ -586,8 +681,10 @@ void CalculatorController::showStoreAlert()
     const QString shown = m_displayNumber;
     presenter()->present(alert, [self, shown](const QString&, const QString& text) {
         const int index = intValue(text);
-        if (self && index < 101)
+        if (self && index < 101) {
             self->m_resultStorage.insert(index, shown);
+            self->keepRegisters();
+        }
     });
 }
 

@@ -36,6 +36,10 @@ class CalculatorController : public QObject {
     Q_PROPERTY(bool npvModeOn READ npvModeOn NOTIFY modesChanged)
     Q_PROPERTY(bool waitingCompute READ waitingCompute NOTIFY modesChanged)
     Q_PROPERTY(int historyCount READ historyCount NOTIFY historyChanged)
+    // Whether the registers are kept across restarts (the app's keypad sets
+    // it; engines made elsewhere, as in tests, keep nothing).
+    Q_PROPERTY(bool keepsRegisters READ keepsRegisters WRITE setKeepsRegisters NOTIFY
+                   keepsRegistersChanged)
 
 public:
     // Starts listening to the keypad and resets, as the screen does when it
@@ -46,6 +50,20 @@ public:
     static constexpr int maxHistoryEntries = 1000;
 
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
+
+    // The keypad keeps its TVM registers (N, I/Y, PV, PMT, FV, P/Y, C/Y, and
+    // the NPV and IRR last computed), its cash-flow list and its STO/RCL
+    // registers across restarts, in the reports' database under "keypad";
+    // RESET clears them there too. This is a change from registers that
+    // lived in memory only and were gone at every start: a worksheet left
+    // half entered is there again. Turning it on puts the kept registers
+    // back; from then on every key that changes them keeps them.
+    bool keepsRegisters() const { return m_keepsRegisters; }
+    void setKeepsRegisters(bool keeps);
+    // The registers as bytes (a CBOR map), and back: a value of the wrong
+    // kind, or a list longer than the keypad's, is left out.
+    QByteArray registerState() const;
+    void restoreRegisterState(const QByteArray& state);
     // The presenter given, or else the app's default one.
     Presenter* presenter() const;
 
@@ -132,8 +150,11 @@ signals:
     void historyChanged();
     void historyRequested();
     void helpRequested();
+    void keepsRegistersChanged();
 
 private:
+    // Keeps the registers when they are kept and have changed.
+    void keepRegisters();
     void setDisplayNumber(const QString& text);
     void setNote(const QString& note);
     // Why a compute of register `name` gave no number.
@@ -171,4 +192,6 @@ private:
     // line since.
     bool m_showingResult = false;
     std::shared_ptr<HistoryLog> m_logArray = std::make_shared<HistoryLog>();
+    bool m_keepsRegisters = false;
+    QByteArray m_keptState; // the registers as last kept
 };

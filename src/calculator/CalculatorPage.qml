@@ -58,6 +58,8 @@ Page {
     CalculatorController {
         id: controller
 
+        // The registers, cash flows and STO/RCL come back after a restart.
+        keepsRegisters: true
         onHistoryRequested: page.historyRequested()
         onHelpRequested: page.helpRequested()
     }

@@ -3,6 +3,7 @@
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"
 #include "platform/Services.h"
+#include "store/ReportStore.h"
 
 #include <QSignalSpy>
 
@@ -377,3 +378,49 @@ TEST(Keypad, PhysicalKeysMapToTitles)
 }
 
 } // namespace
+
+// The app's keypad keeps its registers, cash flows and STO/RCL registers
+// across restarts (a new engine with keepsRegisters takes them back), and
+// RESET clears them there too. An engine that does not keep them (tests,
+// the default) neither writes nor reads them.
+TEST_F(EngineTest, TheAppsKeypadKeepsItsRegistersAcrossRestarts)
+{
+    ReportStore::createList();
+    engine->setKeepsRegisters(true);
+    keys({"1000", "PV", "5", "I/Y", "CF", "-100", "ENTER", "\u2193", "110", "ENTER", "CF"});
+    keys({"42", "="});
+    presenter.script({{"OK", "-5"}});
+    keys({"STO"});
+    const CalculatorModel before = model();
+    const CashFlowList flows = engine->cashFlowArray();
+    ASSERT_EQ(before.pv, 1000);
+    ASSERT_EQ(flows[1].cash, "110");
+
+    CalculatorKeypad nextKeypad;
+    CalculatorController unkept;
+    EXPECT_EQ(unkept.model().pv, 0) << "an engine that keeps nothing starts afresh";
+    engine.reset();
+    CalculatorController next;
+    next.setKeepsRegisters(true);
+    EXPECT_EQ(next.model().pv, before.pv);
+    EXPECT_EQ(next.model().rate, before.rate);
+    EXPECT_EQ(next.model().paymentFrequency, before.paymentFrequency);
+    ASSERT_EQ(next.cashFlowArray().size(), flows.size());
+    for (size_t k = 0; k < flows.size(); ++k) {
+        EXPECT_EQ(next.cashFlowArray()[k].cash, flows[k].cash) << k;
+        EXPECT_EQ(next.cashFlowArray()[k].freq, flows[k].freq) << k;
+    }
+    EXPECT_EQ(next.resultStorage().value(-5), "42");
+
+    // RESET clears what is kept.
+    pressKeys(nextKeypad, {"2ND", "RESET"});
+    CalculatorController afterReset;
+    afterReset.setKeepsRegisters(true);
+    EXPECT_EQ(afterReset.model().pv, 0);
+    EXPECT_TRUE(afterReset.resultStorage().isEmpty());
+
+    // Damaged or foreign bytes put nothing back.
+    CalculatorController damaged;
+    damaged.restoreRegisterState(QByteArray("\xA2\x61P\x61x", 5));
+    EXPECT_EQ(damaged.model().pv, 0);
+}

@@ -823,3 +823,60 @@ TEST_F(Screens, ScreensRememberTheirInputsUntilCleared)
     ASSERT_TRUE(ReportStore::forgetScreenStates().ok());
     EXPECT_TRUE(ReportStore::screenState("amortization").isEmpty());
 }
+
+// A report that kept its inputs offers to open again in its calculator and
+// to be duplicated: the copy has its own text file (the same text), the new
+// title and the same inputs, and goes first in the list; a report saved
+// before reports kept inputs offers neither.
+TEST_F(Screens, AReportOpensAgainInItsCalculatorOrIsDuplicated)
+{
+    ReportStore::createList();
+    open("roi");
+    fill({{"investmentField", "1000"}, {"futureValueField", "1250"}, {"yearsField", "2"}});
+    presenter.script({{"Save", ""}, {"OK", "Plan"}, {"OK", ""}});
+    screen->exportClicked();
+    ReportTableModel list;
+    ASSERT_EQ(list.count(), 1);
+    const QVReport saved = list.reportAt(0);
+    ASSERT_EQ(saved.calculator, "roi");
+
+    ReportDetailController detail;
+    ScriptedPresenter detailPresenter;
+    detail.setPresenter(&detailPresenter);
+    detail.setReportFilePath(saved.filePathInDocumentsDirectory());
+    EXPECT_EQ(detail.calculatorScreen(), "RoiController");
+    QSignalSpy opened(&detail, &ReportDetailController::openInCalculatorRequested);
+    detailPresenter.script({{"Open in Calculator", ""}});
+    detail.actionClicked();
+    ASSERT_EQ(opened.count(), 1);
+    EXPECT_EQ(opened.at(0).at(0).toString(), "RoiController");
+    EXPECT_EQ(opened.at(0).at(1).toMap(), saved.inputs);
+
+    detailPresenter.script({{"Duplicate", ""}, {"OK", "Plan, what if"}});
+    detail.actionClicked();
+    list.loadReportArray();
+    ASSERT_EQ(list.count(), 2);
+    const QVReport copy = list.reportAt(0);
+    EXPECT_EQ(copy.title, "Plan, what if");
+    EXPECT_EQ(copy.inputs, saved.inputs);
+    EXPECT_NE(copy.fileName, saved.fileName);
+    EXPECT_EQ(readDocument(copy.fileName), readDocument(saved.fileName));
+
+    // A record without inputs (as saved before) offers neither.
+    QVReport old = saved;
+    old.calculator.clear();
+    old.fileName = "roi_old_report.txt";
+    QFile file(documents() + "/" + old.fileName);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("Financial Report - Return on Investment\n");
+    file.close();
+    ASSERT_TRUE(QVReport::saveReport(old).ok());
+    detail.setReportFilePath(old.filePathInDocumentsDirectory());
+    EXPECT_TRUE(detail.calculatorScreen().isEmpty());
+    detailPresenter.script({{"Cancel", ""}});
+    detail.actionClicked();
+    QStringList offered;
+    for (const AlertAction& action : detailPresenter.requests.back().actions)
+        offered << action.title;
+    EXPECT_EQ(offered, (QStringList{"Cancel", "Send Email", "Save as PDF"}));
+}

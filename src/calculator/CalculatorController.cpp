@@ -148,6 +148,7 @@ QByteArray CalculatorController::registerState() const
     map.insert(QStringLiteral("C/Y"), m_model.compounding);
     map.insert(QStringLiteral("NPV"), m_model.npv);
     map.insert(QStringLiteral("IRR"), m_model.irr);
+    map.insert(QStringLiteral("mode"), m_model.paymentMode);
     // The cash flows up to the last one that is not "0" once.
     QCborArray flows;
     size_t used = 0;
@@ -186,6 +187,9 @@ void CalculatorController::restoreRegisterState(const QByteArray& state)
     number("C/Y", m_model.compounding);
     number("NPV", m_model.npv);
     number("IRR", m_model.irr);
+    if (const QCborValue mode = map.value(QStringLiteral("mode")); mode.isString())
+        m_model.paymentMode =
+            mode.toString() == QLatin1String("BEG") ? QStringLiteral("BEG") : QStringLiteral("END");
     const QCborArray flows = map.value(QStringLiteral("cashFlows")).toArray();
     for (qsizetype k = 0; k < flows.size() && size_t(k) < m_cashFlowArray.size(); ++k) {
         const QCborArray flow = flows.at(k).toArray();

@@ -51,14 +51,17 @@ public:
 
     void setPresenter(Presenter* presenter) { m_presenter = presenter; }
 
-    // The keypad keeps its TVM registers (N, I/Y, PV, PMT, FV, P/Y, C/Y, and
-    // the NPV and IRR last computed), its cash-flow list and its STO/RCL
+    // The keypad keeps its TVM registers (N, I/Y, PV, PMT, FV, P/Y, C/Y,
+    // BEG/END, and the NPV and IRR last computed), its cash-flow list and its STO/RCL
     // registers across restarts, in the reports' database under "keypad";
     // RESET clears them there too. This is a change from registers that
     // lived in memory only and were gone at every start: a worksheet left
     // half entered is there again. Turning it on puts the kept registers
     // back; from then on every key that changes them keeps them.
     bool keepsRegisters() const { return m_keepsRegisters; }
+    // Whether payments were at the start of their periods (BEG) when the
+    // registers were last kept, for the keypad's own toggle.
+    Q_INVOKABLE bool begMode() const { return m_model.paymentMode == QLatin1String("BEG"); }
     void setKeepsRegisters(bool keeps);
     // The registers as bytes (a CBOR map), and back: a value of the wrong
     // kind, or a list longer than the keypad's, is left out.

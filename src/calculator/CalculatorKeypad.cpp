@@ -146,6 +146,14 @@ QHash<int, QByteArray> CalculatorKeypad::roleNames() const
             {KindRole, "kind"}};
 }
 
+void CalculatorKeypad::setBegModeOn(bool on)
+{
+    if (on == m_begModeOn)
+        return;
+    m_begModeOn = on;
+    reloadGrid();
+}
+
 void CalculatorKeypad::reloadGrid()
 {
     emit togglesChanged();

@@ -20,7 +20,8 @@ class CalculatorKeypad : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(bool secondaryButtonsOn READ secondaryButtonsOn NOTIFY togglesChanged)
     Q_PROPERTY(bool npvModeOn READ npvModeOn NOTIFY togglesChanged)
-    Q_PROPERTY(bool begModeOn READ begModeOn NOTIFY togglesChanged)
+    // BEG/END: the app's keypad sets it back to the mode it was left in.
+    Q_PROPERTY(bool begModeOn READ begModeOn WRITE setBegModeOn NOTIFY togglesChanged)
 
 public:
     enum Role {
@@ -47,6 +48,7 @@ public:
     bool secondaryButtonsOn() const { return m_secondaryButtonsOn; }
     bool npvModeOn() const { return m_npvModeOn; }
     bool begModeOn() const { return m_begModeOn; }
+    void setBegModeOn(bool on);
 
     // The title key `index` shows now.
     Q_INVOKABLE QString shownTitle(int index) const;

@@ -80,7 +80,11 @@ Page {
         else if (page.activeFocus)
             page.focus = false;
     }
-    Component.onCompleted: page.takeKeyboard()
+    Component.onCompleted: {
+        // BEG/END as the keypad was left.
+        keypad.begModeOn = controller.begMode();
+        page.takeKeyboard();
+    }
 
     Keys.onPressed: event => {
         if (!page.visible)

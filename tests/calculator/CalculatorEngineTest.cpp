@@ -387,7 +387,7 @@ TEST_F(EngineTest, TheAppsKeypadKeepsItsRegistersAcrossRestarts)
 {
     ReportStore::createList();
     engine->setKeepsRegisters(true);
-    keys({"1000", "PV", "5", "I/Y", "CF", "-100", "ENTER", "\u2193", "110", "ENTER", "CF"});
+    keys({"1000", "PV", "5", "I/Y", "BEG", "CF", "-100", "ENTER", "\u2193", "110", "ENTER", "CF"});
     keys({"42", "="});
     presenter.script({{"OK", "-5"}});
     keys({"STO"});
@@ -405,6 +405,7 @@ TEST_F(EngineTest, TheAppsKeypadKeepsItsRegistersAcrossRestarts)
     EXPECT_EQ(next.model().pv, before.pv);
     EXPECT_EQ(next.model().rate, before.rate);
     EXPECT_EQ(next.model().paymentFrequency, before.paymentFrequency);
+    EXPECT_TRUE(next.begMode()) << "BEG was on";
     ASSERT_EQ(next.cashFlowArray().size(), flows.size());
     for (size_t k = 0; k < flows.size(); ++k) {
         EXPECT_EQ(next.cashFlowArray()[k].cash, flows[k].cash) << k;

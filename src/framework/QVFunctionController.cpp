@@ -307,13 +307,7 @@ void QVFunctionController::saveScheduleCsv()
                                   Services::now().toString(QStringLiteral("dd-MM-yyyy HH-mm")));
     // A new file every time: a name already there gets " (2)", " (3)", ...
     QString name;
-    const QString error = SafeFiles::writeNewFile(
-        QVFileManager::documentsDirectory(),
-        [&stem](int copy) {
-            return copy == 1 ? stem + QStringLiteral(".csv")
-                             : stem + QStringLiteral(" (%1).csv").arg(copy);
-        },
-        [&csv](QIODevice* device, QString*) { return device->write(csv) == csv.size(); }, &name);
+    const QString error = QVFileManager::writeNewCsvFile(stem, csv, &name);
     if (!error.isEmpty()) {
         AlertRequest failed;
         failed.title = QStringLiteral("Could not save the schedule");

@@ -2,6 +2,7 @@
 
 #include "framework/CalculatorRegistry.h"
 #include "framework/QVFunctionController.h"
+#include "numerics/Cents.h"
 #include "numerics/CsvWriter.h"
 
 #include <cmath>
@@ -16,6 +17,30 @@ QString inputText(const QVariant& value)
     if (value.typeId() == QMetaType::QStringList)
         return value.toStringList().join(QStringLiteral(", "));
     return value.toString();
+}
+
+// b − a on the decimals the two numbers show (1085.26 − 1110.21 is −24.95,
+// not the −24.950000000000045 of their binary values); the plain double
+// difference when either has no short decimal or the digits would not fit.
+double difference(double b, double a)
+{
+    const std::optional<Cents::Decimal> x = Cents::shortestDecimal(b);
+    const std::optional<Cents::Decimal> y = Cents::shortestDecimal(a);
+    if (!x || !y || std::abs(x->exponent - y->exponent) > 18)
+        return b - a;
+    const int exponent = std::min(x->exponent, y->exponent);
+    __extension__ typedef __int128 Wide;
+    Wide scaledX = x->digits;
+    Wide scaledY = y->digits;
+    for (int k = x->exponent; k > exponent; --k)
+        scaledX *= 10;
+    for (int k = y->exponent; k > exponent; --k)
+        scaledY *= 10;
+    const Wide digits = scaledX - scaledY;
+    if (digits > Wide(std::numeric_limits<qint64>::max()) ||
+        digits < Wide(std::numeric_limits<qint64>::min()))
+        return b - a;
+    return QStringLiteral("%1e%2").arg(qint64(digits)).arg(exponent).toDouble();
 }
 
 } // namespace
@@ -102,10 +127,10 @@ std::optional<ReportComparison> ReportComparison::of(const QList<QVReport>& repo
             line.numbers << numbers.at(k).at(r);
         }
         for (qsizetype k = 0; k < line.numbers.size(); ++k) {
-            const double difference = line.numbers.at(k) - line.numbers.first();
-            line.differences << (k == 0 || !std::isfinite(difference)
+            const double change = difference(line.numbers.at(k), line.numbers.first());
+            line.differences << (k == 0 || !std::isfinite(change)
                                      ? QString()
-                                     : QVFunctionController::stringFromDouble(difference) +
+                                     : QVFunctionController::stringFromDouble(change) +
                                            result.unit);
         }
         line.differs = line.values.count(line.values.first()) != line.values.size();
@@ -129,13 +154,13 @@ QByteArray ReportComparison::csv() const
         if (!line.result)
             continue;
         for (qsizetype k = 1; k < line.numbers.size(); ++k) {
-            const double difference = line.numbers.at(k) - line.numbers.first();
-            if (!std::isfinite(difference))
+            const double change = difference(line.numbers.at(k), line.numbers.first());
+            if (!std::isfinite(change))
                 continue;
             QStringList extra{QStringLiteral("%1: difference (%2 - %3)")
                                   .arg(line.label, titles.at(k), titles.first())};
             for (qsizetype j = 0; j < titles.size(); ++j)
-                extra << (j == k ? CsvWriter::number(difference) : QString());
+                extra << (j == k ? CsvWriter::number(change) : QString());
             rows << extra;
         }
     }

@@ -1,13 +1,11 @@
 #include "reports/ReportComparisonController.h"
 
 #include "framework/Presenter.h"
-#include "platform/SafeFiles.h"
 #include "platform/Services.h"
 #include "reports/ReportPdf.h"
 #include "reports/ReportTableModel.h"
 #include "store/QVFileManager.h"
 
-#include <QIODevice>
 #include <QPointer>
 
 ReportComparisonController::ReportComparisonController(QObject* parent) : QObject(parent) {}
@@ -104,16 +102,8 @@ void ReportComparisonController::saveCsv()
 {
     if (!m_comparison)
         return;
-    const QByteArray csv = m_comparison->csv();
-    const QString stem = baseName();
     QString name;
-    const QString error = SafeFiles::writeNewFile(
-        QVFileManager::documentsDirectory(),
-        [&stem](int copy) {
-            return copy == 1 ? stem + QStringLiteral(".csv")
-                             : stem + QStringLiteral(" (%1).csv").arg(copy);
-        },
-        [&csv](QIODevice* device, QString*) { return device->write(csv) == csv.size(); }, &name);
+    const QString error = QVFileManager::writeNewCsvFile(baseName(), m_comparison->csv(), &name);
     if (!error.isEmpty())
         return tell(QStringLiteral("Could not save the comparison"), error);
     tell(QStringLiteral("Comparison Saved"),

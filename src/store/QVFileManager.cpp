@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QLoggingCategory>
 #include <unistd.h>
 
@@ -194,4 +195,16 @@ bool QVFileManager::removeFileAtPath(const QString& path)
         !isPlainFileName(info.fileName()) || info.isDir())
         return false;
     return QFile::remove(path);
+}
+
+QString QVFileManager::writeNewCsvFile(const QString& stem, const QByteArray& bytes, QString* name)
+{
+    return SafeFiles::writeNewFile(
+        documentsDirectory(),
+        [&stem](int copy) {
+            return copy == 1 ? stem + QStringLiteral(".csv")
+                             : stem + QStringLiteral(" (%1).csv").arg(copy);
+        },
+        [&bytes](QIODevice* device, QString*) { return device->write(bytes) == bytes.size(); },
+        name);
 }

@@ -27,6 +27,11 @@ public:
     // file behind and says why.
     static WriteResult writeNewFileToDocumentsDirectory(QString& name, const QString& contents);
 
+    // Writes `bytes` as a new file "<stem>.csv" in the documents directory
+    // (" (2)", " (3)", ... when the name is taken), never over another file;
+    // `name` gets the name used. Empty when written, else why not.
+    static QString writeNewCsvFile(const QString& stem, const QByteArray& bytes, QString* name);
+
     // The name with " (copy)" put before its "_report.txt" (or at its end).
     static QString numberedName(const QString& name, int copy);
 

@@ -17,7 +17,6 @@
 #include <QScreen>
 #include <algorithm>
 #include <cstdio>
-#include <cstdio>
 
 namespace {
 

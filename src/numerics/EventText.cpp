@@ -44,11 +44,4 @@ QString problemWithPair(const QString& text)
                           "date YYYY-MM-DD");
 }
 
-QString atText(const At& at)
-{
-    if (at.payment > 0)
-        return QString::number(at.payment);
-    return at.date.isValid() ? at.date.toString(Qt::ISODate) : QString();
-}
-
 } // namespace EventText

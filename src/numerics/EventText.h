@@ -28,7 +28,4 @@ QString problemWithAt(const QString& text);
 std::optional<std::pair<At, double>> readPair(const QString& text);
 QString problemWithPair(const QString& text);
 
-// The payment number or the date as typed back ("13", "2028-06-01").
-QString atText(const At& at);
-
 } // namespace EventText

@@ -4,6 +4,7 @@
 #include "framework/QVFunctionController.h"
 #include "numerics/Cents.h"
 #include "numerics/CsvWriter.h"
+#include "numerics/TextTable.h"
 
 #include <cmath>
 #include <limits>
@@ -169,8 +170,7 @@ QByteArray ReportComparison::csv() const
 
 QString ReportComparison::text() const
 {
-    // A header, a rule of dashes under each column and a row a line: the
-    // form a report's PDF lays out as a table.
+    // The form a report's PDF lays out as a table.
     QList<QStringList> table;
     QStringList head{QString()};
     head << titles;
@@ -184,29 +184,10 @@ QString ReportComparison::text() const
             row << line.differences.value(k);
         table << row;
     }
-    QList<qsizetype> widths(head.size(), 1);
-    for (const QStringList& row : table) {
-        for (qsizetype c = 0; c < row.size() && c < widths.size(); ++c)
-            widths[c] = std::max(widths[c], row.at(c).size());
-    }
-    const auto join = [&widths](const QStringList& row) {
-        QStringList cells;
-        for (qsizetype c = 0; c < row.size() && c < widths.size(); ++c)
-            cells << (c == 0 ? row.at(c).leftJustified(widths[c])
-                             : row.at(c).rightJustified(widths[c]));
-        QString text = cells.join(QStringLiteral("  "));
-        while (text.endsWith(QLatin1Char(' ')))
-            text.chop(1);
-        return text + QLatin1Char('\n');
-    };
+    QList<bool> rightAligned(head.size(), true);
+    rightAligned[0] = false;
     QString out = QStringLiteral("Comparison - %1\n\n").arg(title);
-    out += join(table.first());
-    QStringList rule;
-    for (qsizetype width : widths)
-        rule << QString(width, QLatin1Char('-'));
-    out += join(rule);
-    for (qsizetype r = 1; r < table.size(); ++r)
-        out += join(table.at(r));
+    out += TextTable::format(table, rightAligned);
     if (!notes.isEmpty())
         out += QLatin1Char('\n');
     for (const QString& note : notes)

@@ -4,6 +4,7 @@
 #include "framework/CalculatorRegistry.h"
 #include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
+#include "framework/QVFunctionModel.h"
 #include "platform/MailComposer.h"
 #include "platform/SafeFiles.h"
 #include "platform/Services.h"
@@ -110,13 +111,12 @@ bool ReportDetailController::duplicateAs(const QString& title, QString* error)
     QVReport copy = m_record;
     copy.title = title;
     copy.date = Services::now();
-    // The copy's text file: the original's name with the new title and
-    // date, made unique; the text is the original's.
-    const QString dateString = copy.date.toString(QStringLiteral("dd-MM-yyyy HH:mm"));
-    QString safeTitle = title;
-    safeTitle.replace(QLatin1Char('/'), QLatin1Char('-')).replace(QChar(0), QLatin1Char('-'));
-    copy.fileName = m_record.fileName.section(QLatin1Char('_'), 0, 0) +
-                    QStringLiteral("_%1_%2_report.txt").arg(safeTitle, dateString);
+    // The copy's text file is named as a save of its calculator names it
+    // (its key, the new title and the date; made unique when written); the
+    // text is the original's.
+    const QString fileKey = m_record.fileName.section(QLatin1Char('_'), 0, 0);
+    copy.fileName = QVFunctionModel::grownFileName(
+        fileKey, fileKey, title, copy.date.toString(QStringLiteral("dd-MM-yyyy HH:mm")));
     ReportStore::reserveReportFile(copy.fileName);
     const QString reserved = copy.fileName;
     const WriteResult written =

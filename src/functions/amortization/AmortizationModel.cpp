@@ -4,6 +4,7 @@
 #include "numerics/CsvWriter.h"
 #include "numerics/FinanceMath.h"
 #include "numerics/NumberFormat.h"
+#include "numerics/TextTable.h"
 
 #include <algorithm>
 #include <charconv>
@@ -555,60 +556,39 @@ QString AmortizationModel::scheduleTable() const
     const auto amount = [this](double value) {
         return roundToCents ? NumberFormat::money(value) : stringFromDouble(value);
     };
-    // The cells first, to size the columns to their longest text.
-    QList<QStringList> lines;
-    lines << QStringList{QStringLiteral("No."),       QStringLiteral("Date"),
-                         QStringLiteral("Payment"),   QStringLiteral("Interest"),
-                         QStringLiteral("Principal"), QStringLiteral("Extra"),
-                         QStringLiteral("Balance"),   QStringLiteral("Event")};
-    const auto cells = [&](const QString& first, const QString& date, const Row& row) {
-        lines << QStringList{first,
-                             date,
-                             amount(row.payment),
-                             amount(row.interest),
-                             amount(row.principal),
-                             amount(row.extra),
-                             amount(row.balance),
-                             row.event};
-    };
-    for (int k = 0; k < shown; ++k) {
-        const Row& row = schedule.at(k);
-        cells(QString::number(row.period), isoDate(row.date), row);
-        if ((k + 1) % perYear == 0 || k + 1 == schedule.size())
-            cells(QStringLiteral("Year %1").arg(k / perYear + 1), QString(), years.at(k / perYear));
-    }
-    QList<qsizetype> widths(lines.first().size(), 0);
-    for (const QStringList& line : lines) {
-        for (qsizetype c = 0; c < line.size(); ++c)
-            widths[c] = std::max(widths[c], line.at(c).size());
-    }
     const bool anyEvent = std::any_of(schedule.cbegin(), schedule.cbegin() + shown,
                                       [](const Row& row) { return !row.event.isEmpty(); });
-    // Numbers right-aligned, the rest left; the date column only when the
-    // payments have dates, the event column only when something happened;
-    // two spaces between columns.
-    const auto join = [&](const QStringList& line) {
-        QStringList out;
-        for (qsizetype c = 0; c < line.size(); ++c) {
-            if ((c == 1 && !dated) || (c == 7 && !anyEvent))
-                continue;
-            const bool number = c >= 2 && c <= 6;
-            out << (c == line.size() - 1 ? line.at(c)
-                    : number             ? line.at(c).rightJustified(widths[c])
-                                         : line.at(c).leftJustified(widths[c]));
-        }
-        QString text = out.join(QStringLiteral("  "));
-        while (text.endsWith(QLatin1Char(' ')))
-            text.chop(1);
-        return text;
+    // The date column only when the payments have dates, the event column
+    // only when something happened; the amounts right-aligned.
+    const auto cells = [&](const QString& first, const QString& date, const QStringList& amounts,
+                           const QString& event) {
+        QStringList line{first};
+        if (dated)
+            line << date;
+        line << amounts;
+        if (anyEvent)
+            line << event;
+        return line;
     };
-    QString table = join(lines.first()) + QLatin1Char('\n');
-    QStringList rule;
-    for (qsizetype c = 0; c < widths.size(); ++c)
-        rule << QString(widths[c], QLatin1Char('-'));
-    table += join(rule) + QLatin1Char('\n');
-    for (qsizetype l = 1; l < lines.size(); ++l)
-        table += join(lines.at(l)) + QLatin1Char('\n');
+    const auto amounts = [&](const Row& row) {
+        return QStringList{amount(row.payment), amount(row.interest), amount(row.principal),
+                           amount(row.extra), amount(row.balance)};
+    };
+    QList<QStringList> lines{
+        cells(QStringLiteral("No."), QStringLiteral("Date"),
+              {QStringLiteral("Payment"), QStringLiteral("Interest"), QStringLiteral("Principal"),
+               QStringLiteral("Extra"), QStringLiteral("Balance")},
+              QStringLiteral("Event"))};
+    for (int k = 0; k < shown; ++k) {
+        const Row& row = schedule.at(k);
+        lines << cells(QString::number(row.period), isoDate(row.date), amounts(row), row.event);
+        if ((k + 1) % perYear == 0 || k + 1 == schedule.size())
+            lines << cells(QStringLiteral("Year %1").arg(k / perYear + 1), QString(),
+                           amounts(years.at(k / perYear)), QString());
+    }
+    QList<bool> rightAligned(dated ? 2 : 1, false);
+    rightAligned << QList<bool>(5, true);
+    QString table = TextTable::format(lines, rightAligned);
     if (shown < schedule.size())
         table += QStringLiteral("The report shows the first %1 of the %2 payments; save the "
                                 "schedule as CSV for all of them.\n")

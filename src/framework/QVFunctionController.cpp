@@ -787,8 +787,15 @@ void QVFunctionController::recallInputs()
     const QCborValue value = QCborValue::fromCbor(kept);
     if (kept.isEmpty() || !value.isMap())
         return;
-    restoreInputs(value.toMap().toVariantMap());
-    m_keptInputs = QCborValue(QCborMap::fromVariantMap(inputTexts())).toCbor();
+    // As a report's inputs are put back: what cannot be (a field this
+    // version no longer has) is told in one alert, not dropped in silence.
+    openWithInputs(value.toMap().toVariantMap());
+    m_keptInputs = inputsAsCbor();
+}
+
+QByteArray QVFunctionController::inputsAsCbor() const
+{
+    return QCborValue(QCborMap::fromVariantMap(inputTexts())).toCbor();
 }
 
 void QVFunctionController::rememberInputs()
@@ -796,7 +803,7 @@ void QVFunctionController::rememberInputs()
     const CalculatorDescription* d = description();
     if (!d || m_forgotten)
         return;
-    const QByteArray now = QCborValue(QCborMap::fromVariantMap(inputTexts())).toCbor();
+    const QByteArray now = inputsAsCbor();
     if (now == m_keptInputs)
         return;
     if (ReportStore::keepScreenState(d->name, now).ok())

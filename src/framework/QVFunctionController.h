@@ -160,9 +160,9 @@ public:
     // leaving a screen, so the app's screens now remember; the command line
     // and tests, which make screens directly, still start from defaults.
     // recallInputs() puts the kept inputs back (what cannot be put back is
-    // skipped); rememberInputs() keeps the inputs now shown (nothing is
-    // written when they are as recalled); forgetInputs() drops them, so the
-    // next screen starts from its defaults ("Clear").
+    // skipped and told, as openWithInputs does); rememberInputs() keeps the inputs now shown
+    // (nothing is written when they are as recalled); forgetInputs() drops them, so the next screen
+    // starts from its defaults ("Clear").
     Q_INVOKABLE void recallInputs();
     Q_INVOKABLE void rememberInputs();
     Q_INVOKABLE void forgetInputs();
@@ -306,6 +306,8 @@ private:
     // The word chooseWord() is choosing, until a sheet takes it.
     std::optional<QString> m_wordToChoose;
     bool m_wordChosen = false;
+    // inputTexts() as the bytes kept for the screen.
+    QByteArray inputsAsCbor() const;
     // The inputs as recalled (or last kept), so an unchanged screen writes
     // nothing when it is left.
     QByteArray m_keptInputs;

@@ -25,6 +25,8 @@
 #include "store/ReportStore.h"
 #include "support/OwnConnection.h"
 
+#include <QCborMap>
+#include <QCborValue>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -813,6 +815,20 @@ TEST_F(Screens, ScreensRememberTheirInputsUntilCleared)
     open("amortization");
     screen->recallInputs();
     EXPECT_EQ(text("loanAmountField"), "") << "cleared";
+
+    // A kept input this version has no field for is told when the screen
+    // opens; the rest comes back.
+    QCborMap stale;
+    stale.insert(QStringLiteral("loanAmount"), QStringLiteral("90000"));
+    stale.insert(QStringLiteral("balloonDate"), QStringLiteral("2030-01-01"));
+    ASSERT_TRUE(ReportStore::keepScreenState("amortization", QCborValue(stale).toCbor()).ok());
+    open("amortization");
+    presenter.script({{"OK", ""}});
+    screen->recallInputs();
+    EXPECT_EQ(text("loanAmountField"), "90000");
+    ASSERT_FALSE(presenter.requests.empty());
+    EXPECT_EQ(presenter.requests.back().title, "Some inputs were not put back");
+    EXPECT_EQ(presenter.requests.back().message, "No input \"balloonDate\" in this calculator.");
 
     // Damaged bytes under the right name read as no state.
     ASSERT_TRUE(ReportStore::keepScreenState("roi", "kept").ok());

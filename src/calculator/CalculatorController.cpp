@@ -1,6 +1,7 @@
 #include "CalculatorController.h"
 
 #include "CalculatorKeypad.h"
+#include "framework/FallbackNotices.h"
 #include "framework/Presenter.h"
 #include "numerics/DecimalDigit.h"
 #include "numerics/FinanceMath.h"
@@ -209,8 +210,13 @@ void CalculatorController::keepRegisters()
     if (!m_keepsRegisters)
         return;
     const QByteArray now = registerState();
-    if (now != m_keptState && ReportStore::keepScreenState(QStringLiteral("keypad"), now).ok())
+    if (now == m_keptState)
+        return;
+    const WriteResult kept = ReportStore::keepScreenState(QStringLiteral("keypad"), now);
+    if (kept.ok())
         m_keptState = now;
+    else
+        FallbackNotices::keepingFailed(kept.error, presenter());
 }
 
 void CalculatorController::receiveCalculatorButtonClickedNotification(const QVariantMap& userInfo)

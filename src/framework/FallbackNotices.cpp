@@ -97,6 +97,20 @@ void openUrl(const QUrl& url, Presenter* presenter, QObject* context)
     });
 }
 
+void keepingFailed(const QString& error, Presenter* presenter)
+{
+    static bool told = false;
+    if (told || !presenter)
+        return;
+    told = true;
+    AlertRequest alert;
+    alert.title = QStringLiteral("Inputs not kept");
+    alert.message =
+        QStringLiteral("What you entered could not be kept for the next start:\n%1").arg(error);
+    alert.actions = {{QStringLiteral("OK"), true}};
+    presenter->present(alert, [](const QString&, const QString&) {});
+}
+
 void openFolder(const QString& path, Presenter* presenter, QObject* context)
 {
     openThen(QUrl::fromLocalFile(path), context, [path, presenter](Outcome outcome) {

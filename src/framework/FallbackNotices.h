@@ -28,6 +28,11 @@ void openUrl(const QUrl& url, Presenter* presenter, QObject* context = nullptr);
 // its path.
 void openFolder(const QString& path, Presenter* presenter, QObject* context = nullptr);
 
+// After what a screen holds (its inputs, the keypad's registers) could not
+// be kept for the next start: an alert says why, once a run, so that a full
+// disk is not told again at every key.
+void keepingFailed(const QString& error, Presenter* presenter);
+
 QString mailDraftTitle();
 QString unopenedAddressTitle();
 QString unopenedFolderTitle();

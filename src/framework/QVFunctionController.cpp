@@ -806,14 +806,19 @@ void QVFunctionController::rememberInputs()
     const QByteArray now = inputsAsCbor();
     if (now == m_keptInputs)
         return;
-    if (ReportStore::keepScreenState(d->name, now).ok())
+    const WriteResult kept = ReportStore::keepScreenState(d->name, now);
+    if (kept.ok())
         m_keptInputs = now;
+    else
+        FallbackNotices::keepingFailed(kept.error, presenter());
 }
 
 void QVFunctionController::forgetInputs()
 {
-    if (const CalculatorDescription* d = description())
-        ReportStore::keepScreenState(d->name, {});
+    if (const CalculatorDescription* d = description()) {
+        if (const WriteResult dropped = ReportStore::keepScreenState(d->name, {}); !dropped.ok())
+            FallbackNotices::keepingFailed(dropped.error, presenter());
+    }
     m_keptInputs.clear();
     m_forgotten = true;
 }

@@ -639,7 +639,11 @@ QByteArray ReportStore::screenState(const QString& name)
 
 WriteResult ReportStore::keepScreenState(const QString& name, const QByteArray& state)
 {
-    return inTransaction([&](QSqlDatabase db, bool exists) -> Change {
+    // The screens' table lives beside the list: without a list yet, the
+    // list is made first, as the reports screen makes it.
+    bool listMissing = false;
+    const auto keep = [&](QSqlDatabase db, bool exists) -> Change {
+        listMissing = !exists;
         if (!exists)
             return {WriteResult::failure(
                         QStringLiteral("The saved reports list has not been created yet.")),
@@ -661,7 +665,12 @@ WriteResult ReportStore::keepScreenState(const QString& name, const QByteArray& 
         if (!query.exec())
             return {WriteResult::failure(reasonOf(query.lastError())), 0};
         return {WriteResult::success(), 0};
-    });
+    };
+    const WriteResult kept = inTransaction(keep);
+    if (kept.ok() || !listMissing)
+        return kept;
+    const WriteResult created = createList();
+    return created.ok() ? inTransaction(keep) : created;
 }
 
 WriteResult ReportStore::forgetScreenStates()

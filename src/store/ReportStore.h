@@ -113,8 +113,9 @@ public:
     // records' count, and not copied when a damaged database is repaired
     // (the screens then start afresh). Empty when none is kept.
     static QByteArray screenState(const QString& name);
-    // Keeps `state` for `name` (an empty state forgets it); fails, saying
-    // why, when the list does not exist yet or cannot be changed.
+    // Keeps `state` for `name` (an empty state forgets it), making the list
+    // first when there is none; fails, saying why, when it cannot be
+    // changed.
     static WriteResult keepScreenState(const QString& name, const QByteArray& state);
     // Forgets every screen's state.
     static WriteResult forgetScreenStates();

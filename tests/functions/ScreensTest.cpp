@@ -31,6 +31,7 @@
 #include <QFile>
 #include <QImage>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSet>
 #include <QSignalSpy>
 #include <cmath>
@@ -839,6 +840,37 @@ TEST_F(Screens, ScreensRememberTheirInputsUntilCleared)
     EXPECT_TRUE(ReportStore::screenState("roi").isEmpty());
     ASSERT_TRUE(ReportStore::forgetScreenStates().ok());
     EXPECT_TRUE(ReportStore::screenState("amortization").isEmpty());
+
+    // Inputs that cannot be kept (another program holds the database) are
+    // told, once a run, not lost in silence.
+    open("roi");
+    type("investmentField", "500");
+    ReportStore::setBusyTimeout(100);
+    const auto restore = qScopeGuard([] {
+        ReportStore::setBusyTimeout(ReportStore::defaultBusyTimeout);
+        ReportStore::close();
+    });
+    ReportStore::close();
+    withOwnConnection(ReportStore::databasePath(), [this](QSqlQuery& lock) {
+        ASSERT_TRUE(lock.exec("BEGIN IMMEDIATE"));
+        presenter.script({{"OK", ""}});
+        screen->rememberInputs();
+        lock.exec("ROLLBACK");
+    });
+    ASSERT_FALSE(presenter.requests.empty());
+    EXPECT_EQ(presenter.requests.back().title, "Inputs not kept");
+    EXPECT_TRUE(presenter.requests.back().message.contains("locked"))
+        << presenter.requests.back().message.toStdString();
+}
+
+// Keeping a screen's inputs in a home with no list yet makes the list, as
+// the reports screen would, rather than failing.
+TEST_F(Screens, KeepingAScreenMakesTheListFirst)
+{
+    ASSERT_FALSE(ReportStore::rows().has_value());
+    ASSERT_TRUE(ReportStore::keepScreenState("tip", "kept").ok());
+    EXPECT_TRUE(ReportStore::rows().has_value());
+    EXPECT_EQ(ReportStore::screenState("tip"), "kept");
 }
 
 // A report that kept its inputs offers to open again in its calculator and

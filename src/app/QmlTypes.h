@@ -209,12 +209,11 @@ public:
     // whether the list is its own ("home"; false where it is listed too).
     Q_INVOKABLE static QVariantList entries(const QString& list)
     {
-        const CatalogueEntry::List wanted = list == u"stock"   ? CatalogueEntry::List::Stock
-                                            : list == u"loans" ? CatalogueEntry::List::Loans
-                                            : list == u"bonds" ? CatalogueEntry::List::Bonds
-                                            : list == u"business"
-                                                ? CatalogueEntry::List::Business
-                                                               : CatalogueEntry::List::Functions;
+        const CatalogueEntry::List wanted = list == u"stock"      ? CatalogueEntry::List::Stock
+                                            : list == u"loans"    ? CatalogueEntry::List::Loans
+                                            : list == u"bonds"    ? CatalogueEntry::List::Bonds
+                                            : list == u"business" ? CatalogueEntry::List::Business
+                                                                  : CatalogueEntry::List::Functions;
         QVariantList rows;
         for (const CalculatorDescription* d : CalculatorRegistry::calculators()) {
             if (d->entry.listedIn(wanted))
@@ -262,13 +261,16 @@ public:
                 : field.kind == FieldDescription::Kind::Date ? QStringLiteral("date")
                 : d->solveButtons.contains(field.key)        ? QStringLiteral("solve")
                                                              : QStringLiteral("field");
-            rows.append(QVariantMap{{QStringLiteral("type"), type},
-                                    {QStringLiteral("outlet"), field.outlet},
-                                    {QStringLiteral("name"), field.key},
-                                    {QStringLiteral("label"), field.label},
-                                    {QStringLiteral("section"), field.section},
-                                    {QStringLiteral("signable"), field.signable()},
-                                    {QStringLiteral("countsAsZero"), countsAsZero}});
+            rows.append(
+                QVariantMap{{QStringLiteral("type"), type},
+                            {QStringLiteral("outlet"), field.outlet},
+                            {QStringLiteral("name"), field.key},
+                            {QStringLiteral("label"), field.label},
+                            {QStringLiteral("section"), field.section},
+                            {QStringLiteral("signable"), field.signable()},
+                            {QStringLiteral("placeholder"),
+                             field.placeholder.isEmpty() ? QStringLiteral("0") : field.placeholder},
+                            {QStringLiteral("countsAsZero"), countsAsZero}});
         }
         for (const ResultDescription& result : d->results)
             rows.append(QVariantMap{{QStringLiteral("type"), QStringLiteral("result")},

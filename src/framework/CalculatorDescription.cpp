@@ -106,6 +106,12 @@ ResultDescription under(const QString& section, ResultDescription result)
     return result;
 }
 
+FieldDescription whenBlank(const QString& text, FieldDescription field)
+{
+    field.placeholder = text;
+    return field;
+}
+
 FieldDescription withoutSign(FieldDescription field)
 {
     field.sign = false;

@@ -36,6 +36,8 @@ struct FieldDescription {
     Kind cells = Kind::Number; // Table: what its cells take (Number, Percent, Date or Event)
     QString section;           // a heading shown above it on plain forms, when set
     bool sign = true;          // Number and Percent: "±" beside it (not on plain text fields)
+    // What an empty field shows in grey: "0" (what it counts as) unless said.
+    QString placeholder;
 
     bool signable() const { return sign && (kind == Kind::Number || kind == Kind::Percent); }
     bool isTable() const { return kind == Kind::Table; }
@@ -135,6 +137,9 @@ FieldDescription under(const QString& section, FieldDescription field);
 ResultDescription under(const QString& section, ResultDescription result);
 // `field` as a plain text field, without "±".
 FieldDescription withoutSign(FieldDescription field);
+// `field` showing `text` in grey while it is empty (where empty means
+// something other than 0).
+FieldDescription whenBlank(const QString& text, FieldDescription field);
 ResultDescription result(const QString& key, const QString& outlet, const QString& label,
                          const QString& unit = {});
 } // namespace Describe

@@ -75,6 +75,7 @@ FunctionScreen {
                     outlet: row.modelData.outlet
                     label: row.modelData.label
                     signable: row.modelData.signable
+                    placeholder: row.modelData.placeholder
                     countsAsZero: row.modelData.countsAsZero
                 }
             }

@@ -26,6 +26,32 @@ Page {
         scrollToEndTimer.restart();
     }
 
+    // The item with the keyboard focus: a field Tab (or a test) moves to
+    // is scrolled into sight.
+    readonly property Item focusedItem: Window.activeFocusItem
+
+    onFocusedItemChanged: ensureFocusedItemVisible()
+
+    // Scrolls the form just enough to show the focused item, when it is on
+    // the form (with a little room around it).
+    function ensureFocusedItemVisible() {
+        const item = focusedItem;
+        let ancestor = item;
+        for (let depth = 0; ancestor && ancestor !== formColumn && depth < 64; ++depth)
+            ancestor = ancestor.parent;
+        if (!item || ancestor !== formColumn || !scroll.visible)
+            return;
+        const flick = scroll.contentItem as Flickable;
+        if (!flick)
+            return;
+        const top = item.mapToItem(formColumn, 0, 0).y - 12;
+        const bottom = top + item.height + 24;
+        if (top < flick.contentY)
+            flick.contentY = Math.max(0, top);
+        else if (bottom > flick.contentY + flick.height)
+            flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, bottom - flick.height));
+    }
+
     title: view.title
     Accessible.name: title
 

@@ -372,9 +372,26 @@ void QVFunctionController::fieldChanged()
     if (!solveButtons().isEmpty())
         return;
     readFields();
+    m_model->blankInputs = blankFields();
     m_model->calculateResult();
     blankResultsOfUnreadableFields();
     showResults();
+}
+
+QStringList QVFunctionController::blankFields() const
+{
+    QStringList blank;
+    const CalculatorDescription* d = description();
+    if (!d)
+        return blank;
+    for (const FieldDescription& field : d->fields) {
+        const bool typed = field.kind == FieldDescription::Kind::Number ||
+                           field.kind == FieldDescription::Kind::Percent ||
+                           field.kind == FieldDescription::Kind::Count;
+        if (typed && m_view->text(field.outlet).trimmed().isEmpty())
+            blank << field.key;
+    }
+    return blank;
 }
 
 bool QVFunctionController::countsUnreadableAsZero() const

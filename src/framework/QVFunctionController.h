@@ -254,6 +254,9 @@ protected:
     // which count it as 0) a field that cannot be read is read as no number
     // (NaN).
     void readFields();
+    // The keys of the description's number, percent and count fields whose
+    // text is empty (or only spaces).
+    QStringList blankFields() const;
     // After the model computed: when readFields met a field that cannot be
     // read (in Tallyvane's own calculators), every result is blank (NaN)
     // with a note naming the field, rather than computed from a guess.

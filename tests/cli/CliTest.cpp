@@ -249,7 +249,8 @@ TEST_F(CliTest, MessagesSayWhatTheScreenShowsAndWhatWentWrong)
 
     // Tables are listed with their row limit, and the limit is told.
     ASSERT_EQ(run({"list"}), 0);
-    EXPECT_TRUE(stdoutText.contains("\tperiod discountRate cashArray[100]\n"));
+    EXPECT_TRUE(
+        stdoutText.contains("\tperiod discountRate financeRate reinvestRate cashArray[100]\n"));
     EXPECT_TRUE(stdoutText.contains("probability[100] stock-a[100] stock-b[100]"));
     EXPECT_TRUE(stdoutText.contains("return-rate[100] growth-rate[100]"));
     EXPECT_TRUE(stdoutText.contains("tvm\tTime Value of Money Calculator\tpresentValue"));

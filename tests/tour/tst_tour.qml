@@ -94,6 +94,9 @@ TestCase {
         const field = findChild(screen, outlet);
         verify(field, "no field " + outlet);
         verify(field.visible, outlet + " is shown");
+        // As a person scrolls to a field before clicking it: the screen
+        // scrolls the focused field into sight.
+        field.forceActiveFocus();
         mouseClick(field);
         field.selectAll();
         for (const c of text)

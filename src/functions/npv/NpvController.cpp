@@ -10,6 +10,8 @@
 namespace {
 const QString periodField = QStringLiteral("periodField");
 const QString discountRateField = QStringLiteral("discountRateField");
+const QString financeRateField = QStringLiteral("financeRateField");
+const QString reinvestRateField = QStringLiteral("reinvestRateField");
 } // namespace
 
 NpvController::NpvController(QObject* parent) : QVChartController(parent)
@@ -44,8 +46,24 @@ void NpvController::fieldChanged()
     // The edited field says which action this is.
     if (changedField() == periodField)
         periodChanged();
+    else if (changedField() == financeRateField || changedField() == reinvestRateField)
+        mirrRatesChanged();
     else
         discountRateChanged();
+}
+
+void NpvController::mirrRatesChanged()
+{
+    // A blank rate follows the discount rate; text that cannot be read is
+    // marked and counts as 0, as in the other fields.
+    const auto entry = [this](const QString& outlet) -> std::optional<double> {
+        if (qvFunctionView()->text(outlet).trimmed().isEmpty())
+            return std::nullopt;
+        return fieldNumber(outlet);
+    };
+    npvModel()->financeRateEntry = entry(financeRateField);
+    npvModel()->reinvestRateEntry = entry(reinvestRateField);
+    npvModel()->calculateResult();
 }
 
 void NpvController::periodChanged()

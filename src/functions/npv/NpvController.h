@@ -5,7 +5,8 @@
 #include "framework/QVChartController.h"
 #include "framework/RateSweepChart.h"
 
-// The NPV screen: the period and discount-rate fields, the two results, the
+// The NPV screen: the period and discount-rate fields, the finance and
+// reinvestment rates of the modified IRR, the results, the
 // embedded cash-flow table and the chart of NPV against the rate. The form
 // and the table share nothing but notifications: a period edit posts
 // "PeriodChangedNotification" for the table, the table's edits reach the
@@ -25,9 +26,11 @@ public:
     // edit of the period field, the discount rate's for any other.
     void fieldChanged() override;
 
-    // The actions of the two fields.
+    // The actions of the fields: the period, the discount rate, and the two
+    // rates of the modified IRR.
     Q_INVOKABLE void periodChanged();
     Q_INVOKABLE void discountRateChanged();
+    Q_INVOKABLE void mirrRatesChanged();
     void resultCalculatedNotificationReceived();
     void showResult();
 

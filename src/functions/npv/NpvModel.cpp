@@ -100,6 +100,59 @@ double NpvModel::calculateIrrWithCashFlows(const QList<double>& cashFlows) const
     return internalRateOfReturn(cashFlows, period);
 }
 
+NpvModel::Figure NpvModel::modifiedRateOfReturn(const QList<double>& cashFlows, int count,
+                                                double financeRate, double reinvestRate)
+{
+    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+    if (n < 2)
+        return {noNumber, QStringLiteral("MIRR needs at least two cash flows.")};
+    // Σ inflow·(1 + reinvest)^(n−1−t) and Σ outflow / (1 + finance)^t.
+    const double growInflow = std::log1p(reinvestRate / 100);
+    const double growOutflow = std::log1p(financeRate / 100);
+    double inflows = 0;
+    double outflows = 0;
+    for (qsizetype t = 0; t < n; ++t) {
+        const double flow = cashFlows.at(t);
+        if (flow > 0)
+            inflows += flow * std::exp(growInflow * double(n - 1 - t));
+        else if (flow < 0)
+            outflows += flow * std::exp(-growOutflow * double(t));
+    }
+    if (inflows == 0 || outflows == 0)
+        return {noNumber, QStringLiteral("MIRR needs a cash flow in and a cash flow out.")};
+    if (financeRate <= -100 || reinvestRate <= -100)
+        return {noNumber, QStringLiteral("The finance and reinvestment rates must be above "
+                                         "-100 %.")};
+    const double value = std::expm1(std::log(inflows / -outflows) / double(n - 1)) * 100;
+    return {value, std::isfinite(value) ? QString() : tooLarge()};
+}
+
+NpvModel::Figure NpvModel::paybackPeriods(const QList<double>& cashFlows, int count, double rate)
+{
+    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+    const double discount = std::log1p(rate / 100);
+    double sum = 0;
+    for (qsizetype t = 0; t < n; ++t) {
+        const double flow = cashFlows.at(t) * std::exp(-discount * double(t));
+        const double before = sum;
+        sum += flow;
+        if (sum >= 0) {
+            // Paid back within period t: the part of its flow the shortfall
+            // took. Never negative to begin with: nothing to pay back.
+            if (t == 0 || before >= 0)
+                return {0, {}};
+            return {double(t - 1) - before / flow, {}};
+        }
+    }
+    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+    if (n == 0)
+        return {noNumber, QStringLiteral("Enter the cash flows.")};
+    return {noNumber, rate == 0 ? QStringLiteral("The cash flows never pay back the outlay.")
+                                : QStringLiteral("The discounted cash flows never pay back the "
+                                                 "outlay.")};
+}
+
 void NpvModel::calculateResult()
 {
     npv = calculateNpvWithCashFlowsAndRate(cashArray, discountRate);
@@ -116,6 +169,28 @@ void NpvModel::calculateResult()
     }
     setNote(QStringLiteral("irr"),
             others.isEmpty() ? rates.reason : QStringLiteral("also: ") + others.join(u", "));
+
+    financeRate = financeRateEntry.value_or(discountRate);
+    reinvestRate = reinvestRateEntry.value_or(discountRate);
+    const Figure modified = modifiedRateOfReturn(cashArray, period, financeRate, reinvestRate);
+    mirr = modified.value;
+    setNote(QStringLiteral("mirr"), modified.reason);
+    const double outlay = period > 0 ? -cashArray.value(0) : 0;
+    profitabilityIndex = (npv + outlay) / outlay;
+    setNote(QStringLiteral("profitabilityIndex"),
+            outlay > 0 ? QString()
+                       : QStringLiteral("The profitability index needs an outlay (a negative "
+                                        "CF0)."));
+    if (!(outlay > 0))
+        profitabilityIndex = std::numeric_limits<double>::quiet_NaN();
+    const Figure plain = paybackPeriods(cashArray, period, 0);
+    payback = plain.value;
+    setNote(QStringLiteral("payback"), plain.reason);
+    const Figure discounted = paybackPeriods(cashArray, period, discountRate);
+    discountedPayback = discounted.value;
+    setNote(QStringLiteral("discountedPayback"),
+            discountRate <= -100 ? QStringLiteral("The discount rate must be above -100 %.")
+                                 : discounted.reason);
     NotificationCenter::defaultCenter().post(QStringLiteral("ResultCalculatedNotification"), this);
 }
 

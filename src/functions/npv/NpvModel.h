@@ -3,6 +3,7 @@
 #include "framework/QVFunctionModel.h"
 
 #include <QList>
+#include <optional>
 
 // Net present value and internal rate of return of up to 99 cash flows, CF0
 // (now, not discounted) to CF98. The cash flows arrive one at a time from
@@ -11,7 +12,7 @@
 class NpvModel : public QVFunctionModel {
     Q_OBJECT
     // The results the screen shows with a "%" after the number.
-    Q_CLASSINFO("percentResults", "irr")
+    Q_CLASSINFO("percentResults", "irr mirr")
     // Results that are lists, printed whole.
     Q_CLASSINFO("resultLists", "irrAll")
     Q_PROPERTY(int period MEMBER period)
@@ -20,6 +21,12 @@ class NpvModel : public QVFunctionModel {
     Q_PROPERTY(double npv MEMBER npv)
     Q_PROPERTY(double irr MEMBER irr)
     Q_PROPERTY(QList<double> irrAll MEMBER irrAll)
+    Q_PROPERTY(double financeRate MEMBER financeRate)
+    Q_PROPERTY(double reinvestRate MEMBER reinvestRate)
+    Q_PROPERTY(double mirr MEMBER mirr)
+    Q_PROPERTY(double profitabilityIndex MEMBER profitabilityIndex)
+    Q_PROPERTY(double payback MEMBER payback)
+    Q_PROPERTY(double discountedPayback MEMBER discountedPayback)
 
 public:
     explicit NpvModel(QObject* parent = nullptr);
@@ -37,6 +44,26 @@ public:
     // the one nearest 10 %.
     QList<double> irrAll;
 
+    // The rates MIRR borrows at (for the outflows) and reinvests at (for
+    // the inflows), percent per period, as typed; none typed means the
+    // discount rate. financeRate and reinvestRate are the rates in use.
+    std::optional<double> financeRateEntry;
+    std::optional<double> reinvestRateEntry;
+    double financeRate = 0;
+    double reinvestRate = 0;
+    // Modified IRR, percent per period: the inflows carried forward to the
+    // last flow at the reinvestment rate, the outflows brought back to CF0
+    // at the finance rate, and the rate that grows the one into the other.
+    double mirr = 0;
+    // The present value of CF1 onwards at the discount rate over the
+    // outlay CF0.
+    double profitabilityIndex = 0;
+    // The periods until the running sum of the flows (discounted ones for
+    // discountedPayback) is no longer negative, interpolated within the
+    // period where it turns; 0 when it never was negative.
+    double payback = 0;
+    double discountedPayback = 0;
+
     // NPV of the first `period` flows at `rate` percent per period.
     double calculateNpvWithCashFlowsAndRate(const QList<double>& cashFlows, double rate) const;
     // IRR of the first `period` flows, in percent; NaN when none is found.
@@ -53,6 +80,17 @@ public:
         QString reason;
     };
     static Rates internalRatesOfReturn(const QList<double>& cashFlows, int count);
+    // MIRR of the first `count` flows in percent, as the spreadsheet
+    // function defines it; NaN with a reason when there is none.
+    struct Figure {
+        double value;
+        QString reason;
+    };
+    static Figure modifiedRateOfReturn(const QList<double>& cashFlows, int count,
+                                       double financeRate, double reinvestRate);
+    // Payback of the first `count` flows, each discounted at `rate` percent
+    // (0 for the plain payback).
+    static Figure paybackPeriods(const QList<double>& cashFlows, int count, double rate);
 
     void calculateResult() override;
     void cashChangedNotificationReceived(const QVariantMap& userInfo);

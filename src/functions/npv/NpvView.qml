@@ -6,7 +6,7 @@ import QtQuick.Layouts
 import Tallyvane
 
 // Net present value and internal rate of return: the period and the rate,
-// the two results, the cash-flow table (one row per period; Return walks
+// the finance and reinvestment rates of the modified IRR, the results, the cash-flow table (one row per period; Return walks
 // down its rows) and, after the table, the chart of NPV against the rate,
 // which so never moves the rows while they are being typed into.
 FunctionScreen {
@@ -87,6 +87,17 @@ FunctionScreen {
         controller: screen.controller
         outlet: "discountRateField"
     }
+    // Blank, each follows the discount rate.
+    NumericField {
+        controller: screen.controller
+        outlet: "financeRateField"
+        placeholder: qsTr("as the discount rate")
+    }
+    NumericField {
+        controller: screen.controller
+        outlet: "reinvestRateField"
+        placeholder: qsTr("as the discount rate")
+    }
     SectionHeader {
         text: qsTr("Results")
     }
@@ -97,6 +108,22 @@ FunctionScreen {
     ResultRow {
         controller: screen.controller
         outlet: "irrResultLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "mirrResultLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "profitabilityIndexResultLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "paybackResultLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "discountedPaybackResultLabel"
     }
     SectionHeader {
         text: qsTr("Cash flows")

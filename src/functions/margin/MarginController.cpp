@@ -1,0 +1,12 @@
+#include "MarginController.h"
+
+MarginController::MarginController(QObject* parent) : QVFunctionController(parent)
+{
+    load();
+}
+
+void MarginController::connectMvc()
+{
+    setModel(QVFunctionModel::create<MarginModel>());
+    setView(new QVFunctionView(this));
+}

@@ -30,6 +30,43 @@ QString kindOf(const QString& title)
     return kinds.value(title, QStringLiteral("digit"));
 }
 
+// The keys that take Alt (and Shift for the cash-flow counterpart) or a
+// function key, by the key's primary title.
+struct KeyShortcut {
+    const char16_t* title;
+    int key;
+    bool shift;
+    const char* text; // as tooltips show it
+};
+
+constexpr KeyShortcut shortcuts[] = {
+    {u"CPT", Qt::Key_C, false, "Alt+C"},      {u"ENTER", Qt::Key_E, false, "Alt+E"},
+    {u"\u2191", Qt::Key_Up, false, "Alt+Up"}, {u"\u2193", Qt::Key_Down, false, "Alt+Down"},
+    {u"HELP", Qt::Key_F1, false, "F1"},       {u"2ND", Qt::Key_2, false, "Alt+2"},
+    {u"CF", Qt::Key_W, false, "Alt+W"},       {u"NPV", Qt::Key_N, true, "Alt+Shift+N"},
+    {u"IRR", Qt::Key_I, true, "Alt+Shift+I"}, {u"N", Qt::Key_N, false, "Alt+N"},
+    {u"I/Y", Qt::Key_I, false, "Alt+I"},      {u"PV", Qt::Key_V, false, "Alt+V"},
+    {u"PMT", Qt::Key_M, false, "Alt+M"},      {u"FV", Qt::Key_F, false, "Alt+F"},
+    {u"C/Y", Qt::Key_Y, true, "Alt+Shift+Y"}, {u"P/Y", Qt::Key_Y, false, "Alt+Y"},
+    {u"BEG", Qt::Key_B, false, "Alt+B"},      {u"\u221ax", Qt::Key_Q, false, "Alt+Q"},
+    {u"LN", Qt::Key_L, false, "Alt+L"},       {u"STO", Qt::Key_S, false, "Alt+S"},
+    {u"RCL", Qt::Key_R, false, "Alt+R"},
+};
+
+// The keys that type themselves, as tooltips show them.
+QString typedKeyText(const QString& title)
+{
+    static const QHash<QString, QString> typed = {
+        {QStringLiteral("\u21e6"), QStringLiteral("Backspace")},
+        {QStringLiteral("CE"), QStringLiteral("Esc")},
+        {QStringLiteral("="), QStringLiteral("= or Enter")},
+        {QStringLiteral("y\u02e3"), QStringLiteral("^")},
+        {QStringLiteral("\u2190"), QStringLiteral("Left")},
+        {QStringLiteral("\u2192"), QStringLiteral("Right")},
+    };
+    return typed.value(title, title);
+}
+
 } // namespace
 
 CalculatorKeypad::CalculatorKeypad(QObject* parent) : QAbstractListModel(parent)
@@ -129,6 +166,8 @@ QVariant CalculatorKeypad::data(const QModelIndex& index, int role) const
                (button.title == QLatin1String("BEG") && m_begModeOn);
     case WideRole:
         return button.title == zeroKey;
+    case ShortcutRole:
+        return shortcutOf(index.row());
     case KindRole:
         return kindOf(button.title);
     default:
@@ -143,7 +182,61 @@ QHash<int, QByteArray> CalculatorKeypad::roleNames() const
             {SecondaryTitleRole, "secondaryTitle"},
             {BorderedRole, "bordered"},
             {WideRole, "wide"},
-            {KindRole, "kind"}};
+            {KindRole, "kind"},
+            {ShortcutRole, "shortcut"}};
+}
+
+int CalculatorKeypad::indexForShortcut(int key, int modifiers) const
+{
+    const auto mods = Qt::KeyboardModifiers(modifiers) & (Qt::AltModifier | Qt::ShiftModifier |
+                                                          Qt::ControlModifier | Qt::MetaModifier);
+    for (const KeyShortcut& shortcut : shortcuts) {
+        const bool functionKey = shortcut.key == Qt::Key_F1;
+        const Qt::KeyboardModifiers wanted =
+            functionKey ? Qt::NoModifier
+                        : (Qt::AltModifier | (shortcut.shift ? Qt::ShiftModifier : Qt::NoModifier));
+        // Alt+Shift+2 arrives as Alt+@ on many layouts: 2ND takes Alt alone.
+        if (shortcut.key == key && mods == wanted) {
+            const QString title = QString::fromUtf16(shortcut.title);
+            for (int i = 0; i < m_buttons.size(); ++i) {
+                if (m_buttons.at(i).title == title)
+                    return i;
+            }
+        }
+    }
+    return -1;
+}
+
+QString CalculatorKeypad::shortcutOf(int index) const
+{
+    if (index < 0 || index >= m_buttons.size())
+        return {};
+    const QString& title = m_buttons.at(index).title;
+    for (const KeyShortcut& shortcut : shortcuts) {
+        if (title == QString::fromUtf16(shortcut.title)) {
+            const QString text = QString::fromLatin1(shortcut.text);
+            // ENTER is Return too in the cash-flow worksheet, and the
+            // arrows walk it without Alt as well.
+            if (title == u"ENTER")
+                return text + QStringLiteral(" (Return in CF mode)");
+            return text;
+        }
+    }
+    return typedKeyText(title);
+}
+
+QVariantList CalculatorKeypad::keyboardMap() const
+{
+    QVariantList map;
+    for (int i = 0; i < m_buttons.size(); ++i) {
+        const CalculatorButtonModel& button = m_buttons.at(i);
+        QString title = button.title;
+        if (!button.secondaryTitle.isEmpty())
+            title += QStringLiteral(" (2ND: %1)").arg(button.secondaryTitle);
+        map.append(QVariantMap{{QStringLiteral("title"), title},
+                               {QStringLiteral("shortcut"), shortcutOf(i)}});
+    }
+    return map;
 }
 
 void CalculatorKeypad::setBegModeOn(bool on)

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QRectF>
 #include <QString>
+#include <QVariantList>
 
 // One key: its title and, for second-function keys, the title shown while
 // 2ND is on.
@@ -31,6 +32,7 @@ public:
         BorderedRole, // a toggle that is on
         WideRole,     // the "0" key, two cells wide
         KindRole,     // "digit", "operator", "function", "financial", "toggle", "edit"
+        ShortcutRole, // the keyboard's key for it ("Alt+N"), as shortcutOf gives it
     };
 
     static constexpr int keyCount = 44;
@@ -71,6 +73,22 @@ public:
     // "=" (ENTER in cash-flow mode), "=" is "=", Backspace and Delete "⇦",
     // Escape "CE", arrows the caret and cash-flow keys.
     Q_INVOKABLE static QString titleForKeyboard(int key, const QString& text, bool npvMode = false);
+
+    // The keyboard map: every key of the keypad has a key on the keyboard.
+    // Digits, operators, ".", "(", ")", "^" (yˣ), "=", Enter, Backspace,
+    // Escape (CE) and the arrows type themselves (titleForKeyboard); the
+    // financial and function keys take Alt and a letter, their cash-flow
+    // counterparts Alt+Shift and the same letter (Alt+N N, Alt+Shift+N NPV;
+    // Alt+I I/Y, Alt+Shift+I IRR), and HELP is F1. Alt keeps them apart from
+    // letters typed into the expression line and from the window's Ctrl
+    // shortcuts.
+    // The key index `key` with `modifiers` presses; -1 for none.
+    Q_INVOKABLE int indexForShortcut(int key, int modifiers) const;
+    // The keyboard's key for key `index`, as tooltips and the help page show
+    // it ("Alt+V", "F1", "7"); empty for none.
+    Q_INVOKABLE QString shortcutOf(int index) const;
+    // Every key with its keyboard key, in keypad order: {title, shortcut}.
+    Q_INVOKABLE QVariantList keyboardMap() const;
 
     static void sendButtonClickedNotification(const QString& title, bool npvMode, bool begMode);
 

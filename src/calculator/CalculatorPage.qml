@@ -8,7 +8,9 @@ import Tallyvane
 // and display above the 44-key grid. Works with touch, mouse and the
 // physical keyboard (digits and operators, Enter for "=", Backspace for
 // "⇦", Delete, Home/End and the arrows for the caret and the cash-flow
-// walk, Ctrl+C to copy the display, Ctrl+V to paste onto the line). The
+// walk, Ctrl+C to copy the display, Ctrl+V to paste onto the line; Alt and
+// a letter for the financial and function keys, F1 for HELP, as the
+// keypad's keyboard map says; Tab walks the keys). The
 // page holds the keyboard whenever it is shown: on start, on every switch
 // to its tab and on every return from a screen pushed over it.
 Page {
@@ -90,6 +92,13 @@ Page {
         if (!page.visible)
             return;
         if (page.editKey(event)) {
+            event.accepted = true;
+            return;
+        }
+        // The financial and function keys: Alt (and Shift) and a letter, F1.
+        const index = keypad.indexForShortcut(event.key, event.modifiers);
+        if (index >= 0) {
+            keypad.buttonClicked(index);
             event.accepted = true;
             return;
         }

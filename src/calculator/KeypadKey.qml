@@ -2,8 +2,10 @@ import QtQuick
 import QtQuick.Controls
 import Tallyvane
 
-// One key of the keypad grid. Keys never take keyboard focus, so typing on
-// a physical keyboard keeps working while the mouse is used too.
+// One key of the keypad grid. A click never takes the keyboard focus, so
+// typing keeps working while the mouse is used too; Tab walks the keys
+// (ringed while focused) and Space presses the focused one. Its tooltip
+// names the keyboard's key for it.
 AbstractButton {
     id: key
 
@@ -12,6 +14,7 @@ AbstractButton {
     required property string kind
     required property bool bordered
     required property string secondaryTitle
+    required property string shortcut
 
     readonly property color baseColor: {
         switch (kind) {
@@ -31,15 +34,36 @@ AbstractButton {
     }
     readonly property bool darkKey: kind === "financial" || kind === "toggle" || kind === "function"
 
-    focusPolicy: Qt.NoFocus
+    focusPolicy: Qt.TabFocus
     text: title
     Accessible.name: title
+    Accessible.description: shortcut
     Accessible.role: Accessible.Button
+    ToolTip.visible: hovered || visualFocus
+    ToolTip.delay: visualFocus ? 0 : 800
+    ToolTip.text: shortcut.length > 0 ? qsTr("%1: %2").arg(title).arg(shortcut) : title
 
     background: Rectangle {
         color: key.down ? Qt.darker(key.baseColor, 1.25) : (key.hovered ? Qt.lighter(key.baseColor, 1.06) : key.baseColor)
         border.width: key.bordered ? 3 : 0.5
         border.color: key.bordered ? "#F2A93B" : "#33000000"
+
+        // The focus ring: a dark and a light line, so one of them stands out
+        // on any key and either colour scheme.
+        Rectangle {
+            anchors.fill: parent
+            visible: key.visualFocus
+            color: "transparent"
+            border.width: 3
+            border.color: AppTheme.focusRing
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: 3
+                color: "transparent"
+                border.width: 2
+                border.color: AppTheme.focusRingInner
+            }
+        }
     }
     contentItem: Item {
         Text {

@@ -23,6 +23,11 @@ QtObject {
     readonly property color textOnAccent: dark ? "#0E141B" : "#FFFFFF"
     readonly property color highlight: dark ? "#4F7CAC" : "#354458"
     readonly property color danger: "#D64541"
+    // The ring around the control with the keyboard focus: its outer line
+    // stands out from the page (at least 3:1 in either scheme; contrast
+    // figures in docs/accessibility.md), its inner line from a dark control.
+    readonly property color focusRing: dark ? "#8AB4F8" : "#0B57D0"
+    readonly property color focusRingInner: dark ? "#0E141B" : "#FFFFFF"
 
     // Charts.
     readonly property color chartGrid: dark ? "#46515F" : "#D3D3D3"

@@ -6,7 +6,8 @@ import Tallyvane
 // A labelled number (or date, with a calendar) field bound to one outlet of
 // a calculator view. Every edit goes to the controller as the screen's
 // change action. "±" (the
-// Change Sign accessory, on fields that have it) flips the sign without
+// Change Sign accessory, on fields that have it; F9 or Ctrl+− in the field)
+// flips the sign without
 // recomputing (the results go stale until the next edit, or Return);
 // "Done" on a touch keyboard closes it. A text that is no number (or an
 // ambiguous one, "1.234" where "." groups thousands) is marked, with a line
@@ -19,8 +20,9 @@ ColumnLayout {
     // Its name on the screen: by default the description's.
     property string label: row.controller.labelOf(row.outlet)
     property string placeholder: "0"
-    // Plain text fields (the tip calculator's) have no "±".
-    property bool signable: true
+    // Counts and plain text fields (the tip calculator's) have no "±": by
+    // default as the description says.
+    property bool signable: row.controller.signableOf(row.outlet)
     readonly property alias field: field
     // The calculators that count a text they cannot read as 0 say so in
     // the mark; Tallyvane's own ones leave their results blank instead.
@@ -60,6 +62,9 @@ ColumnLayout {
             font.pixelSize: 17
             Accessible.name: row.label
             Accessible.description: row.unreadable ? hint.text : ""
+            ToolTip.visible: hovered && row.signable
+            ToolTip.delay: 800
+            ToolTip.text: qsTr("%1 changes the sign").arg(sign.keys)
             rightPadding: row.dates ? calendarButton.width + 4 : padding
             onTextEdited: row.controller.editField(row.outlet, text)
             // After "±" Return applies the flipped text first.
@@ -91,6 +96,8 @@ ColumnLayout {
             }
         }
         SignButton {
+            id: sign
+
             objectName: row.outlet + "Sign"
             visible: row.signable
             field: field

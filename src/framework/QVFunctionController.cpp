@@ -38,6 +38,13 @@ const CalculatorDescription* QVFunctionController::description() const
     return CalculatorRegistry::findScreen(QString::fromLatin1(metaObject()->className()));
 }
 
+bool QVFunctionController::signableOf(const QString& outlet) const
+{
+    const CalculatorDescription* d = description();
+    const FieldDescription* field = d ? d->field(outlet) : nullptr;
+    return !field || field->signable();
+}
+
 QString QVFunctionController::labelOf(const QString& outlet) const
 {
     const CalculatorDescription* d = description();

@@ -101,6 +101,9 @@ public:
     // The label the description gives the field or result shown in
     // `outlet` (screens take their labels from there); empty for none.
     Q_INVOKABLE QString labelOf(const QString& outlet) const;
+    // Whether the field shown in `outlet` has "±" beside it (counts and
+    // plain text fields do not); true for an outlet the description lacks.
+    Q_INVOKABLE bool signableOf(const QString& outlet) const;
 
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).

@@ -215,8 +215,10 @@ public:
 
     // What keeps the shown screen from being used without a mouse or eyes:
     // operable controls a screen reader cannot name, and controls that
-    // Tab never reaches. `exempt` lists objectNames that are operated from
-    // the keyboard otherwise (the keypad's keys, typed on the keyboard).
+    // Tab never reaches. `exempt` lists the starts of objectNames that are
+    // operated from the keyboard otherwise (the keypad's expression line,
+    // typed into) or, after a "*", their ends ("*Sign": the "±" beside a
+    // field, which F9 in the field presses).
     Q_INVOKABLE QStringList accessibilityProblems(QQuickWindow* window,
                                                   const QStringList& exemptPrefixes = {})
     {
@@ -225,7 +227,9 @@ public:
         collectControls(QAccessible::queryAccessibleInterface(window), controls);
         const auto exempt = [&](const QObject* object) {
             for (const QString& prefix : exemptPrefixes) {
-                if (object && object->objectName().startsWith(prefix))
+                const QString name = object ? object->objectName() : QString();
+                if (prefix.startsWith(u'*') ? name.endsWith(QStringView(prefix).mid(1))
+                                            : name.startsWith(prefix))
                     return true;
             }
             return false;

@@ -46,10 +46,10 @@ TestCase {
     }
 
     // Every control of the shown screen has a name and is reached by Tab;
-    // the keypad's keys and its expression line take typed keys instead,
-    // and the tabs have their shortcuts.
+    // the keypad's expression line takes typed keys instead, a field's "±"
+    // is pressed by F9 in the field, and the tabs have their shortcuts.
     function expectAccessible(screen) {
-        compare(TestFiles.accessibilityProblems(window, ["key_", "expressionLine", "tab_"]), [], screen);
+        compare(TestFiles.accessibilityProblems(window, ["expressionLine", "tab_", "*Sign"]), [], screen);
     }
 
     function local(text) {
@@ -291,12 +291,60 @@ TestCase {
         tap(page, ["HELP"]);
         const help = settle(1);
         const topics = findChild(help, "helpTopics").count;
-        compare(topics, 5);
+        compare(topics, 6, "five topics and the keyboard map");
         for (let topic = 0; topic < topics; ++topic) {
             const detail = clickRow(1, "helpTopics", topic);
             verify(findChild(detail, "helpText").length > 100, detail.title + " has its text");
             goBack(1);
         }
+        goBack(1);
+    }
+
+    // Types `keys` on the keyboard: digits and "-" as themselves, the
+    // keypad's other keys by their keyboard map ([key, modifiers]).
+    function typeKeys(keys) {
+        for (const k of keys) {
+            if (typeof k === "string")
+                for (const c of k)
+                    keyClick(c === "." ? Qt.locale().decimalPoint : c);
+            else
+                keyClick(k[0], k[1] || Qt.NoModifier);
+        }
+    }
+
+    // The loan payment and the IRR of test_4 again, by the keyboard alone:
+    // Alt and a letter for the financial keys, Alt+Shift for their
+    // cash-flow counterparts; then Tab walks the keys with a visible ring
+    // and Space presses the one in focus.
+    function test_4b_keypadByKeysOnly() {
+        const page = clickTab(1);
+        const display = findChild(page, "display");
+        const alt = Qt.AltModifier;
+        typeKeys(["12", [Qt.Key_Y, alt], "12", [Qt.Key_Y, alt | Qt.ShiftModifier], "360", [Qt.Key_N, alt], "6", [Qt.Key_I, alt], "250000", [Qt.Key_V, alt], "0", [Qt.Key_F, alt], [Qt.Key_C, alt], [Qt.Key_M, alt]]);
+        compare(display.text, local("-1498.8764"), "PMT of 250,000 at 6 % over 360 months");
+        compare(findChild(page, "resultLabel").text, "PMT");
+        typeKeys([[Qt.Key_W, alt]]);
+        compare(findChild(page, "resultLabel").text, "CF0");
+        typeKeys(["-100", [Qt.Key_Return], [Qt.Key_Down, alt], "110", [Qt.Key_E, alt], [Qt.Key_C, alt], [Qt.Key_I, alt | Qt.ShiftModifier]]);
+        compare(display.text, local("0.1"), "IRR of -100, 110");
+        compare(findChild(page, "resultLabel").text, "IRR");
+        typeKeys([[Qt.Key_W, alt]]);
+        // Tab walks every key and comes round to the first (CPT), ringed,
+        // with its key in the tooltip.
+        let first = null;
+        for (let i = 0; i < 80 && !first; ++i) {
+            keyClick(Qt.Key_Tab);
+            if (window.activeFocusItem && window.activeFocusItem.objectName === "key_0")
+                first = window.activeFocusItem;
+        }
+        verify(first, "Tab reaches the keys");
+        verify(first.visualFocus, "the focused key shows it");
+        compare(first.ToolTip.text, "CPT: Alt+C");
+        keyClick(Qt.Key_Tab);
+        compare(window.activeFocusItem.objectName, "key_1", "Tab goes on to ENTER");
+        keyClick(Qt.Key_F1);
+        const help = settle(1);
+        compare(help.title, "Calculator Help");
         goBack(1);
     }
 
@@ -351,9 +399,15 @@ TestCase {
         compare(findChild(screen, "investmentField").text, "");
         tabTo(findChild(screen, "investmentField"));
         keyClick(Qt.Key_4);
-        keyClick(Qt.Key_Tab);
-        keyClick(Qt.Key_Space); // the ± of the same field
+        // F9 (or Ctrl+−) in the field flips its sign; Tab goes on to the
+        // next field, not to the "±" beside it, so nothing typed is lost.
+        keyClick(Qt.Key_F9);
         compare(findChild(screen, "investmentField").text, "-4");
+        keyClick(Qt.Key_Minus, Qt.ControlModifier);
+        compare(findChild(screen, "investmentField").text, "4");
+        keyClick(Qt.Key_Tab);
+        keyClick(Qt.Key_5);
+        compare(findChild(screen, "futureValueField").text, "5");
         tabTo(findChild(screen, "backButton"));
         keyClick(Qt.Key_Space);
         tryCompare(stack(0), "depth", 1);

@@ -20,7 +20,7 @@ const CalculatorDescription& bondDescription()
                 under("Bond", number("faceValue", "faceValueField", "Face value")),
                 percent("couponRate", "couponRateField", "Coupon rate (% a year)"),
                 percent("yieldToMaturity", "yieldToMaturityField", "Yield to maturity (% a year)"),
-                number("years", "yearsField", "Years to maturity"),
+                withoutSign(number("years", "yearsField", "Years to maturity")),
                 // The sheet offers the words in the order the model tries them.
                 choice("frequency", "frequencyButton", "Coupons a year",
                        {"Monthly", "Quarterly", "Semiannually", "Annually"}, "frequencyClicked"),

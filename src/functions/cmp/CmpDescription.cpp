@@ -14,7 +14,7 @@ const CalculatorDescription& cmpDescription()
             {
                 number("principalAmount", "principalAmountField", "Principal"),
                 percent("annualRate", "annualRateField", "Annual rate (%)"),
-                number("period", "periodField", "Years"),
+                withoutSign(number("period", "periodField", "Years")),
                 number("payment", "paymentField", "Monthly deposit"),
                 choice("mode", "modeButton", "Deposits at", {"BEG", "END"}, "modeClicked"),
                 choice("compounding", "frequencyButton", "Compounding",

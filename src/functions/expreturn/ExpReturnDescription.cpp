@@ -14,7 +14,7 @@ const CalculatorDescription& expReturnDescription()
         // own rule (periodChanged); its field keeps the "±" of number fields.
         .fields =
             {
-                number("period", "periodField", "Number of states (1 to 99)"),
+                withoutSign(number("period", "periodField", "Number of states (1 to 99)")),
                 table("probability", ExpReturnModel::stateCapacity,
                       FieldDescription::Kind::Percent),
                 table("stock-a", ExpReturnModel::stateCapacity, FieldDescription::Kind::Percent),

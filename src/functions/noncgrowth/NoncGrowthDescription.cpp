@@ -17,8 +17,8 @@ const CalculatorDescription& noncGrowthDescription()
         .fields =
             {
                 number("dividend", "dividendField", "Current dividend (D0)"),
-                number("period", "periodField",
-                       "Number of periods, the last one growing for ever (1 to 99)"),
+                withoutSign(number("period", "periodField",
+                                   "Number of periods, the last one growing for ever (1 to 99)")),
                 table("return-rate", NoncGrowthModel::rateCapacity,
                       FieldDescription::Kind::Percent),
                 table("growth-rate", NoncGrowthModel::rateCapacity,

@@ -18,7 +18,8 @@ const CalculatorDescription& npvDescription()
                   {CatalogueEntry::List::Business}},
         .fields =
             {
-                number("period", "periodField", "Number of cash flows, CF0 included (1 to 99)"),
+                withoutSign(number("period", "periodField",
+                                   "Number of cash flows, CF0 included (1 to 99)")),
                 percent("discountRate", "discountRateField", "Discount rate per period (%)"),
                 // Blank: the discount rate.
                 percent("financeRate", "financeRateField", "Finance rate for MIRR (%)"),

@@ -15,7 +15,7 @@ const CalculatorDescription& roiDescription()
                 under("Investment",
                       number("investmentAmount", "investmentField", "Amount invested")),
                 number("futureValue", "futureValueField", "Amount returned (income)"),
-                number("years", "yearsField", "Years held"),
+                withoutSign(number("years", "yearsField", "Years held")),
             },
         .results =
             {

@@ -34,16 +34,22 @@ std::optional<double> cellValue(const QString& text)
     return NumberFormat::readNumber(text);
 }
 
+// "line 2", "lines 2 and 5", "lines 2, 5 and 9", "lines 2, 5, 9 and 4
+// more".
 QString linesText(const QList<int>& lines)
 {
-    QStringList named;
-    for (int k = 0; k < lines.size() && k < 5; ++k)
-        named << QString::number(lines.at(k));
-    QString text = (lines.size() == 1 ? QStringLiteral("line ") : QStringLiteral("lines ")) +
-                   named.join(QStringLiteral(", "));
-    if (lines.size() > named.size())
-        text += QStringLiteral(" and %1 more").arg(lines.size() - named.size());
-    return text;
+    constexpr int named = 3;
+    QStringList numbers;
+    for (int k = 0; k < lines.size() && k < named; ++k)
+        numbers << QString::number(lines.at(k));
+    if (numbers.size() == 1)
+        return QStringLiteral("line ") + numbers.first();
+    if (lines.size() > named)
+        return QStringLiteral("lines %1 and %2 more")
+            .arg(numbers.join(QStringLiteral(", ")))
+            .arg(lines.size() - named);
+    const QString last = numbers.takeLast();
+    return QStringLiteral("lines %1 and %2").arg(numbers.join(QStringLiteral(", ")), last);
 }
 } // namespace
 

@@ -25,8 +25,6 @@
 class StatisticsModel : public QVFunctionModel {
     Q_OBJECT
     Q_PROPERTY(QString model MEMBER regressionModel)
-    Q_PROPERTY(double predictX MEMBER predictX)
-    Q_PROPERTY(double predictY MEMBER predictY)
     Q_PROPERTY(double n MEMBER n)
     Q_PROPERTY(double meanX MEMBER meanX)
     Q_PROPERTY(double meanY MEMBER meanY)
@@ -67,7 +65,8 @@ public:
     QString regressionModel = QStringLiteral("Linear"); // one of models()
     // The x to predict y from and the y to predict x from; NaN when none
     // is given (the prediction is then blank, with a hint), and why one
-    // cannot be read.
+    // cannot be read. Inputs the screen reads itself, so no properties: an
+    // empty field is no value, which a property would note as a problem.
     double predictX = 0;
     double predictY = 0;
     QString predictXProblem;

@@ -160,7 +160,8 @@ QVariant StatisticsRows::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> StatisticsRows::roleNames() const
 {
-    return {{XRole, "x"}, {YRole, "y"}, {XProblemRole, "xProblem"}, {YProblemRole, "yProblem"}};
+    return {
+        {XRole, "xCell"}, {YRole, "yCell"}, {XProblemRole, "xProblem"}, {YProblemRole, "yProblem"}};
 }
 
 StatisticsController::StatisticsController(QObject* parent)

@@ -97,8 +97,8 @@ FunctionScreen {
             id: dataRow
 
             required property int index
-            required property string x
-            required property string y
+            required property string xCell
+            required property string yCell
             required property string xProblem
             required property string yProblem
 
@@ -119,7 +119,7 @@ FunctionScreen {
                 Layout.fillWidth: true
                 countsAsZero: false
                 fontSize: 16
-                text: dataRow.x
+                text: dataRow.xCell
                 problem: dataRow.xProblem
                 placeholderText: "x"
                 onEdited: text => stats.xChanged(dataRow.index, text)
@@ -130,7 +130,7 @@ FunctionScreen {
                 Layout.fillWidth: true
                 countsAsZero: false
                 fontSize: 16
-                text: dataRow.y
+                text: dataRow.yCell
                 problem: dataRow.yProblem
                 placeholderText: "y"
                 onEdited: text => stats.yChanged(dataRow.index, text)

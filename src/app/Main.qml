@@ -86,6 +86,10 @@ ApplicationWindow {
             "BondsTableController": {
                 "list": "bonds",
                 "title": qsTr("Bonds and Dates")
+            },
+            "BusinessTableController": {
+                "list": "business",
+                "title": qsTr("Business and Statistics")
             }
         };
         const view = Calculators.viewOf(identifier);

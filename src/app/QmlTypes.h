@@ -212,13 +212,15 @@ public:
     using QObject::QObject;
 
     // The calculators of one catalogue list ("functions", "stock", "loans",
-    // "bonds"): name, title, screen identifier, icon and colour each, and
+    // "bonds", "business"): name, title, screen identifier, icon and colour each, and
     // whether the list is its own ("home"; false where it is listed too).
     Q_INVOKABLE static QVariantList entries(const QString& list)
     {
         const CatalogueEntry::List wanted = list == u"stock"   ? CatalogueEntry::List::Stock
                                             : list == u"loans" ? CatalogueEntry::List::Loans
                                             : list == u"bonds" ? CatalogueEntry::List::Bonds
+                                            : list == u"business"
+                                                ? CatalogueEntry::List::Business
                                                                : CatalogueEntry::List::Functions;
         QVariantList rows;
         for (const CalculatorDescription* d : CalculatorRegistry::calculators()) {

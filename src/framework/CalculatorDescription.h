@@ -58,6 +58,7 @@ struct CatalogueEntry {
         Stock,     // "Stock Calculators"
         Loans,     // "Loans and More"
         Bonds,     // "Bonds and Dates"
+        Business,  // "Business and Statistics"
     };
     CatalogueEntry() = default;
     CatalogueEntry(List list, QString title, QString icon, QString color, QList<List> alsoIn = {})

@@ -6,12 +6,14 @@ import QtQuick.Layouts
 import Tallyvane
 
 // One list of the catalogue beyond the Functions tab (the stock
-// calculators, loans and more, bonds and dates), from the registry; rows a
-// ninth of the list's height, each with its calculator's colour.
+// calculators, loans and more, bonds and dates, business and statistics),
+// from the registry; rows a ninth of the list's height, each with its
+// calculator's colour.
 Page {
     id: page
 
-    // The list's name in the registry ("stock", "loans", "bonds").
+    // The list's name in the registry ("stock", "loans", "bonds",
+    // "business").
     required property string list
 
     signal calculatorChosen(string identifier, string title)

@@ -16,7 +16,10 @@ static QList<std::pair<QString, QString>> groupRows()
             // Tallyvane's own calculators beyond the catalogue's seven rows.
             {QStringLiteral("Loans and More"), QStringLiteral("loans")},
             // Bonds between real dates and the date worksheet.
-            {QStringLiteral("Bonds and Dates"), QStringLiteral("dates")}};
+            {QStringLiteral("Bonds and Dates"), QStringLiteral("dates")},
+            // Growth, margins, statistics: the worksheets of a business
+            // calculator.
+            {QStringLiteral("Business and Statistics"), QStringLiteral("business")}};
 }
 
 void FunctionTableModel::configureFunctionArray()
@@ -73,5 +76,7 @@ QStringList FunctionTableModel::screenIdentifiersForTitle(const QString& title)
         screens << QStringLiteral("LoansTableController");
     if (title == u"Bonds and Dates")
         screens << QStringLiteral("BondsTableController");
+    if (title == u"Business and Statistics")
+        screens << QStringLiteral("BusinessTableController");
     return screens;
 }

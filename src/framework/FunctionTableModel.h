@@ -12,7 +12,7 @@ struct FunctionCell {
 
 // The catalogue of form calculators: the Functions tab's calculators, then
 // the rows that open the lists (stock calculators, loans and more, bonds and
-// dates).
+// dates, business and statistics).
 class FunctionTableModel : public QAbstractListModel {
     Q_OBJECT
 

@@ -627,7 +627,7 @@ TEST_F(Screens, TheStockTablesFollowEachOthersPeriod)
 }
 
 // The catalogue's rows: the Functions list's calculators, then one row each
-// for the stock, the loans and the bonds lists; a title opens its
+// for the stock, the loans, the bonds and the business lists; a title opens its
 // calculator's screen.
 TEST(FunctionCatalogue, EveryRowOpensItsScreen)
 {
@@ -640,7 +640,9 @@ TEST(FunctionCatalogue, EveryRowOpensItsScreen)
         EXPECT_EQ(FunctionTableModel::screenIdentifiersForTitle(calculator->entry.title),
                   QStringList{calculator->screen});
     }
-    EXPECT_EQ(catalogue.rowCount(), functions + 3);
+    EXPECT_EQ(catalogue.rowCount(), functions + 4);
+    EXPECT_EQ(FunctionTableModel::screenIdentifiersForTitle("Business and Statistics"),
+              QStringList{"BusinessTableController"});
     EXPECT_TRUE(FunctionTableModel::screenIdentifiersForTitle("Tip calculator").isEmpty());
     EXPECT_EQ(FunctionTableModel::rowHeightForListHeight(630), 70);
 }

@@ -210,13 +210,14 @@ TestCase {
     }
 
     // Every calculator of the registry, in the catalogue's order: the
-    // Functions tab's rows, then the stock, the loans and the bonds lists.
+    // Functions tab's rows, then the stock, the loans, the bonds and the
+    // business lists.
     // A calculator a list shows too (the bond, also among the bonds) is
     // visited on its own list only.
     function test_1_everyCalculator() {
         clickTab(0);
         const functions = Calculators.entries("functions");
-        const lists = ["stock", "loans", "bonds"];
+        const lists = ["stock", "loans", "bonds", "business"];
         compare(findChild(stack(0).currentItem, "functionList").count, functions.length + lists.length);
         functions.forEach((entry, row) => visit("functionList", row, entry));
         lists.forEach((list, offset) => {

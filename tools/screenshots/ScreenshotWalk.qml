@@ -11,8 +11,9 @@ QtObject {
     required property var window
 
     // The calculators of the registry, each with its own list: the
-    // Functions tab's first, then the stock, the loans and the bonds lists.
-    readonly property var calculators: ["functions", "stock", "loans", "bonds"].reduce((all, list) => all.concat(Calculators.entries(list).filter(entry => entry.home).map(entry => ({
+    // Functions tab's first, then the stock, the loans, the bonds and the
+    // business lists.
+    readonly property var calculators: ["functions", "stock", "loans", "bonds", "business"].reduce((all, list) => all.concat(Calculators.entries(list).filter(entry => entry.home).map(entry => ({
                         "name": entry.name,
                         "screen": entry.screen,
                         "list": list
@@ -22,7 +23,7 @@ QtObject {
     // with its worked example, then the rest. The ones that end in a
     // failure or a mail come last: the screens they leave behind would
     // answer later reports of their calculator.
-    readonly property var steps: ["functions", "stock-list", "loans-list", "bonds-list"].concat(calculators.map(c => c.name), ["roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"])
+    readonly property var steps: ["functions", "stock-list", "loans-list", "bonds-list", "business-list"].concat(calculators.map(c => c.name), ["roi-description", "roi-export-sheet", "roi-report-title", "calculator", "calculator-2nd", "calculator-cash-flow", "calculator-history", "calculator-help", "calculator-help-page", "calculator-store-alert", "reports", "report-detail", "report-export-sheet", "reports-editing", "reports-confirm-delete", "about", "about-support", "about-credits", "about-privacy", "about-terms", "roi-unreadable", "reports-undo", "roi-save-failed", "roi-mail-draft"])
 
     // How long the step needs to settle before its picture: calculators
     // draw their charts with an animation.
@@ -41,6 +42,8 @@ QtObject {
             window.openScreen("LoansTableController", "");
         else if (calculator.list === "bonds")
             window.openScreen("BondsTableController", "");
+        else if (calculator.list === "business")
+            window.openScreen("BusinessTableController", "");
         window.openScreen(calculator.screen, "");
         const screen = window.functionsStackView.currentItem;
         const decimal = Qt.locale().decimalPoint;
@@ -124,6 +127,10 @@ QtObject {
         case "bonds-list":
             window.showTab(0);
             window.openScreen("BondsTableController", "");
+            break;
+        case "business-list":
+            window.showTab(0);
+            window.openScreen("BusinessTableController", "");
             break;
         case "roi-unreadable":
             window.showTab(0);

@@ -9,7 +9,7 @@ const CalculatorDescription& statisticsDescription()
         .name = "statistics",
         .screen = "StatisticsController",
         .view = "functions/statistics/StatisticsView.qml",
-        .entry = {CatalogueEntry::List::Loans, "Statistics and Regression", {}, "#C2185B"},
+        .entry = {CatalogueEntry::List::Business, "Statistics and Regression", {}, "#C2185B"},
         // The controller reads every input itself: a count out of range is
         // ignored, and a prediction field left empty asks for no prediction
         // (it is not 0).

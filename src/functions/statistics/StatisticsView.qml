@@ -51,6 +51,8 @@ FunctionScreen {
     SectionHeader {
         text: qsTr("Rows: x, y")
     }
+    // Paste replaces the rows with those on the clipboard; the line beside
+    // it says what the last paste took and skipped.
     RowLayout {
         Layout.fillWidth: true
         Layout.leftMargin: AppTheme.margin
@@ -66,6 +68,7 @@ FunctionScreen {
         Label {
             objectName: "pasteMessage"
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
             text: stats.pasteMessage.length > 0 ? stats.pasteMessage : qsTr("One or two columns from a spreadsheet or a CSV file")
             color: AppTheme.secondaryText
             font.pixelSize: 13

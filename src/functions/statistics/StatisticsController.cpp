@@ -169,6 +169,9 @@ StatisticsController::StatisticsController(QObject* parent)
       m_y(StatisticsModel::maximumRows), m_rows(this)
 {
     load();
+    // The results of the empty table (n = 0, and what to enter), rather than
+    // blank lines until the first edit.
+    compute();
 }
 
 void StatisticsController::connectMvc()

@@ -47,15 +47,16 @@ QString cannotTake(Regression::Model model)
     return {};
 }
 
+// The model's curve as the report writes it: report files are ASCII.
 QString formula(const QString& model)
 {
     if (model == QLatin1String("Logarithmic"))
-        return QStringLiteral("y = a + b·ln x");
+        return QStringLiteral("y = a + b*ln x");
     if (model == QLatin1String("Exponential"))
-        return QStringLiteral("y = a·e^(b·x)");
+        return QStringLiteral("y = a*e^(b*x)");
     if (model == QLatin1String("Power"))
-        return QStringLiteral("y = a·x^b");
-    return QStringLiteral("y = a + b·x");
+        return QStringLiteral("y = a*x^b");
+    return QStringLiteral("y = a + b*x");
 }
 
 } // namespace
@@ -361,14 +362,14 @@ void StatisticsModel::createReport(const QVariantMap& userInfo)
     line(QStringLiteral("Sample SD of y"), sampleSdY);
     line(QStringLiteral("Population SD of y"), populationSdY);
     line(QStringLiteral("Sum of x"), sumX);
-    line(QStringLiteral("Sum of x²"), sumX2);
+    line(QStringLiteral("Sum of x^2"), sumX2);
     line(QStringLiteral("Sum of y"), sumY);
-    line(QStringLiteral("Sum of y²"), sumY2);
-    line(QStringLiteral("Sum of x·y"), sumXY);
+    line(QStringLiteral("Sum of y^2"), sumY2);
+    line(QStringLiteral("Sum of x*y"), sumXY);
     line(QStringLiteral("a"), a);
     line(QStringLiteral("b"), b);
     line(QStringLiteral("r"), r);
-    line(QStringLiteral("r²"), r2);
+    line(QStringLiteral("r^2"), r2);
     if (!std::isnan(predictX) || !predictXProblem.isEmpty())
         line(QStringLiteral("Predicted y at x = %1").arg(stringFromDouble(predictX)), predictedY);
     if (!std::isnan(predictY) || !predictYProblem.isEmpty())
@@ -385,8 +386,10 @@ void StatisticsModel::createReport(const QVariantMap& userInfo)
         if (!note.isEmpty() && !said.contains(note) && note != noXGiven && note != noYGiven)
             said << note;
     }
+    // Report files are plain ASCII: the notes' "≤" is written "<=".
     for (const QString& note : said)
-        body += note + QLatin1Char('\n');
+        body +=
+            QString(note).replace(QStringLiteral("≤"), QStringLiteral("<=")) + QLatin1Char('\n');
     // The data, as far as a report stays readable; the CSV has every row.
     QList<QStringList> table = {{QStringLiteral("Row"), QStringLiteral("x"), QStringLiteral("y")}};
     for (const Row& row : rows) {

@@ -42,11 +42,15 @@ FunctionScreen {
         controller: screen.controller
         outlet: "predictXField"
         countsAsZero: false
+        // Empty is no prediction, not a prediction at 0.
+        placeholder: qsTr("none")
     }
     NumericField {
         controller: screen.controller
         outlet: "predictYField"
         countsAsZero: false
+        // Empty is no prediction, not a prediction at 0.
+        placeholder: qsTr("none")
     }
     SectionHeader {
         text: qsTr("Rows: x, y")
@@ -62,6 +66,7 @@ FunctionScreen {
         Button {
             objectName: "pasteButton"
             text: qsTr("Paste")
+            Accessible.name: text
             Accessible.description: qsTr("Replaces the rows with one or two columns of numbers from the clipboard (Ctrl+Shift+V)")
             onClicked: stats.pasteRows()
         }
@@ -143,28 +148,80 @@ FunctionScreen {
     SectionHeader {
         text: qsTr("One variable")
     }
-    Repeater {
-        model: ["nLabel", "meanXLabel", "sampleSdXLabel", "populationSdXLabel", "meanYLabel", "sampleSdYLabel", "populationSdYLabel", "sumXLabel", "sumX2Label", "sumYLabel", "sumY2Label", "sumXYLabel"]
-
-        delegate: ResultRow {
-            required property string modelData
-
-            controller: screen.controller
-            outlet: modelData
-        }
+    ResultRow {
+        controller: screen.controller
+        outlet: "nLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "meanXLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sampleSdXLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "populationSdXLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "meanYLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sampleSdYLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "populationSdYLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sumXLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sumX2Label"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sumYLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sumY2Label"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "sumXYLabel"
     }
     SectionHeader {
         text: qsTr("Regression")
     }
-    Repeater {
-        model: ["aLabel", "bLabel", "rLabel", "r2Label", "predictedYLabel", "predictedXLabel"]
-
-        delegate: ResultRow {
-            required property string modelData
-
-            controller: screen.controller
-            outlet: modelData
-        }
+    ResultRow {
+        controller: screen.controller
+        outlet: "aLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "bLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "rLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "r2Label"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "predictedYLabel"
+    }
+    ResultRow {
+        controller: screen.controller
+        outlet: "predictedXLabel"
     }
     // The rows as points and the fitted curve over their x.
     Item {

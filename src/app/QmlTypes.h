@@ -11,6 +11,7 @@
 #include "calculator/CalculatorHistoryModel.h"
 #include "calculator/CalculatorKeypad.h"
 #include "charts/MultiLineGraphView.h"
+#include "charts/ScatterChart.h"
 #include "framework/CalculatorRegistry.h"
 #include "framework/FunctionTableModel.h"
 #include "framework/QVChartController.h"
@@ -166,6 +167,12 @@ struct MultiLineGraphViewForeign {
     Q_GADGET
     QML_FOREIGN(MultiLineGraphView)
     QML_NAMED_ELEMENT(MultiLineGraphView)
+};
+
+struct ScatterChartForeign {
+    Q_GADGET
+    QML_FOREIGN(ScatterChart)
+    QML_NAMED_ELEMENT(ScatterChart)
 };
 
 struct TableControllerForeign {

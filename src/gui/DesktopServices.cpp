@@ -93,6 +93,13 @@ void DesktopServices::install()
         if (QClipboard* clipboard = QGuiApplication::clipboard())
             clipboard->setText(text);
     });
+    Clipboard::setReader([]() -> QString {
+        if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+            return {};
+        if (QClipboard* clipboard = QGuiApplication::clipboard())
+            return clipboard->text();
+        return {};
+    });
     ChartPictures::setEncoder(encodeChart);
     ReportPdf::setLayout(layOutReportPdf);
 }

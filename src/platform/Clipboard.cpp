@@ -8,6 +8,12 @@ Clipboard::Handler& installedHandler()
     return handler;
 }
 
+Clipboard::Reader& installedReader()
+{
+    static Clipboard::Reader reader;
+    return reader;
+}
+
 } // namespace
 
 namespace Clipboard {
@@ -21,6 +27,16 @@ void copyText(const QString& text)
 {
     if (installedHandler())
         installedHandler()(text);
+}
+
+void setReader(Reader reader)
+{
+    installedReader() = std::move(reader);
+}
+
+QString text()
+{
+    return installedReader() ? installedReader()() : QString();
 }
 
 } // namespace Clipboard

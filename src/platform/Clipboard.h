@@ -14,4 +14,11 @@ void setHandler(Handler handler);
 // (the command line).
 void copyText(const QString& text);
 
+// The reading side, installed by the GUI layer beside the handler.
+using Reader = std::function<QString()>;
+void setReader(Reader reader);
+
+// The text on the desktop's clipboard; empty without a desktop or text.
+QString text();
+
 } // namespace Clipboard

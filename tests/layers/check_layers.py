@@ -36,7 +36,8 @@ QT_QUICK = {"app"}
 # Single files of a lower folder that are the screens' own pieces: the
 # chart's Qt Quick item.
 QUICK_FILES = {"charts/MultiLineGraphView.h", "charts/MultiLineGraphView.cpp",
-               "charts/MultiLineGraphRenderer.h", "charts/MultiLineGraphRenderer.cpp"}
+               "charts/MultiLineGraphRenderer.h", "charts/MultiLineGraphRenderer.cpp",
+               "charts/ScatterChart.h", "charts/ScatterChart.cpp"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.M)
 

@@ -1,0 +1,382 @@
+#include "StatisticsController.h"
+
+#include "numerics/NumberFormat.h"
+#include "platform/Clipboard.h"
+
+#include <QRegularExpression>
+#include <cmath>
+#include <limits>
+
+namespace {
+const QString rowCountField = QStringLiteral("rowCountField");
+const QString modelButton = QStringLiteral("modelButton");
+const QString predictXField = QStringLiteral("predictXField");
+const QString predictYField = QStringLiteral("predictYField");
+const QString predictedYLabel = QStringLiteral("predictedYLabel");
+const QString predictedXLabel = QStringLiteral("predictedXLabel");
+
+// Why a cell's text cannot be used: the reading rule's line, or a number
+// beyond what a double holds ("1e400"), which no sum can take.
+QString cellProblem(const QString& text)
+{
+    if (QString problem = NumberFormat::problemWith(text); !problem.isEmpty())
+        return problem;
+    if (const std::optional<double> value = NumberFormat::readNumber(text);
+        value && !std::isfinite(*value))
+        return QStringLiteral("Too large a number to compute with.");
+    return {};
+}
+
+std::optional<double> cellValue(const QString& text)
+{
+    if (text.trimmed().isEmpty())
+        return std::nullopt;
+    return NumberFormat::readNumber(text);
+}
+
+// "line 2", "lines 2 and 5", "lines 2, 5 and 9", "lines 2, 5, 9 and 4
+// more".
+QString linesText(const QList<int>& lines)
+{
+    constexpr int named = 3;
+    QStringList numbers;
+    for (int k = 0; k < lines.size() && k < named; ++k)
+        numbers << QString::number(lines.at(k));
+    if (numbers.size() == 1)
+        return QStringLiteral("line ") + numbers.first();
+    if (lines.size() > named)
+        return QStringLiteral("lines %1 and %2 more")
+            .arg(numbers.join(QStringLiteral(", ")))
+            .arg(lines.size() - named);
+    const QString last = numbers.takeLast();
+    return QStringLiteral("lines %1 and %2").arg(numbers.join(QStringLiteral(", ")), last);
+}
+} // namespace
+
+PastedRows PastedRows::read(const QString& text, const QLocale& locale)
+{
+    PastedRows pasted;
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        if (line.endsWith(QLatin1Char('\r')))
+            line.chop(1);
+    }
+    // One separator for the whole text, so that every line is split alike.
+    const auto anyLineHas = [&lines](QChar c) {
+        return std::any_of(lines.begin(), lines.end(),
+                           [c](const QString& line) { return line.contains(c); });
+    };
+    std::optional<QChar> separator;
+    if (anyLineHas(QLatin1Char('\t')))
+        separator = QLatin1Char('\t');
+    else if (anyLineHas(QLatin1Char(';')))
+        separator = QLatin1Char(';');
+    else if (NumberFormat::decimalSeparator(locale) != QLatin1String(",") &&
+             anyLineHas(QLatin1Char(',')))
+        separator = QLatin1Char(',');
+    static const QRegularExpression whiteSpace(QStringLiteral("\\s+"));
+
+    bool first = true;
+    for (qsizetype k = 0; k < lines.size(); ++k) {
+        const QString line = lines.at(k).trimmed();
+        if (line.isEmpty())
+            continue;
+        QStringList cells = separator ? line.split(*separator) : line.split(whiteSpace);
+        for (QString& cell : cells)
+            cell = cell.trimmed();
+        // A separator at the end of a line ("1;2;") makes no third column.
+        while (cells.size() > 1 && cells.last().isEmpty())
+            cells.removeLast();
+        const auto readable = [&locale](const QString& cell) {
+            return cell.isEmpty() || NumberFormat::readNumber(cell, locale).has_value();
+        };
+        const bool numbers = cells.size() <= 2 &&
+                             std::all_of(cells.begin(), cells.end(), readable) &&
+                             std::any_of(cells.begin(), cells.end(),
+                                         [](const QString& cell) { return !cell.isEmpty(); });
+        const bool wasFirst = std::exchange(first, false);
+        if (!numbers) {
+            if (wasFirst)
+                pasted.header = true;
+            else
+                pasted.skippedLines << int(k + 1);
+            continue;
+        }
+        if (pasted.x.size() >= StatisticsModel::maximumRows) {
+            ++pasted.linesLeftOver;
+            continue;
+        }
+        pasted.x << cells.value(0);
+        pasted.y << cells.value(1);
+    }
+    return pasted;
+}
+
+QString PastedRows::message() const
+{
+    if (x.isEmpty())
+        return QStringLiteral("Nothing was pasted: no line holds one or two numbers.");
+    QString message = x.size() == 1 ? QStringLiteral("Pasted 1 row.")
+                                    : QStringLiteral("Pasted %1 rows.").arg(x.size());
+    if (header)
+        message += QStringLiteral(" The first line was taken as a header.");
+    if (!skippedLines.isEmpty())
+        message +=
+            QStringLiteral(" Skipped %1: not one or two numbers.").arg(linesText(skippedLines));
+    if (linesLeftOver > 0)
+        message += QStringLiteral(" %1 more lines did not fit: the table takes %2 rows.")
+                       .arg(linesLeftOver)
+                       .arg(StatisticsModel::maximumRows);
+    return message;
+}
+
+StatisticsRows::StatisticsRows(StatisticsController* controller)
+    : QAbstractListModel(controller), m_controller(controller)
+{}
+
+int StatisticsRows::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_controller->rowCount();
+}
+
+QVariant StatisticsRows::data(const QModelIndex& index, int role) const
+{
+    const int row = index.row();
+    if (!index.isValid() || row >= rowCount())
+        return {};
+    switch (role) {
+    case XRole:
+        return m_controller->xText(row);
+    case YRole:
+        return m_controller->yText(row);
+    case XProblemRole:
+        return m_controller->xProblem(row);
+    case YProblemRole:
+        return m_controller->yProblem(row);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> StatisticsRows::roleNames() const
+{
+    return {
+        {XRole, "xCell"}, {YRole, "yCell"}, {XProblemRole, "xProblem"}, {YProblemRole, "yProblem"}};
+}
+
+StatisticsController::StatisticsController(QObject* parent)
+    : QVFunctionController(parent), m_x(StatisticsModel::maximumRows),
+      m_y(StatisticsModel::maximumRows), m_rows(this)
+{
+    load();
+    // The results of the empty table (n = 0, and what to enter), rather than
+    // blank lines until the first edit.
+    compute();
+}
+
+void StatisticsController::connectMvc()
+{
+    setModel(QVFunctionModel::create<StatisticsModel>());
+    auto* view = new QVFunctionView(this);
+    setView(view);
+    view->setText(rowCountField, QString::number(m_rowCount));
+    view->setText(modelButton, statisticsModel()->regressionModel);
+}
+
+void StatisticsController::modelClicked()
+{
+    presentChoice(QStringLiteral("model"), QStringLiteral("Model"),
+                  QStringLiteral("Which curve should be fitted to the points?"),
+                  [this](const QString& word) { statisticsModel()->regressionModel = word; });
+}
+
+QString StatisticsController::xProblem(int row) const
+{
+    return cellProblem(m_x.value(row));
+}
+
+QString StatisticsController::yProblem(int row) const
+{
+    return cellProblem(m_y.value(row));
+}
+
+QStringList StatisticsController::tableTexts(const QString& property) const
+{
+    if (property == QLatin1String("x"))
+        return withoutTrailingEmptyRows(m_x);
+    if (property == QLatin1String("y"))
+        return withoutTrailingEmptyRows(m_y);
+    return {};
+}
+
+bool StatisticsController::setTableInput(const QString& property, const QStringList& values)
+{
+    const bool xs = property == QLatin1String("x");
+    if ((!xs && property != QLatin1String("y")) || values.size() > StatisticsModel::maximumRows)
+        return false;
+    QStringList& column = xs ? m_x : m_y;
+    for (int row = 0; row < values.size(); ++row)
+        column[row] = values.at(row);
+    // The table shows at least as many rows as were given.
+    const int shown = m_rowCount;
+    setRowCount(std::max(m_rowCount, int(values.size())));
+    qvFunctionView()->setText(rowCountField, QString::number(m_rowCount));
+    if (const int changed = std::min(shown, int(values.size())); changed > 0)
+        emit m_rows.dataChanged(m_rows.index(0), m_rows.index(changed - 1));
+    compute();
+    return true;
+}
+
+void StatisticsController::cellChanged(QStringList& column, int row, const QString& text)
+{
+    if (row < 0 || row >= column.size())
+        return;
+    column[row] = text;
+    if (row < m_rowCount)
+        emit m_rows.dataChanged(m_rows.index(row), m_rows.index(row));
+    setPasteMessage({});
+    compute();
+}
+
+void StatisticsController::xChanged(int row, const QString& text)
+{
+    cellChanged(m_x, row, text);
+}
+
+void StatisticsController::yChanged(int row, const QString& text)
+{
+    cellChanged(m_y, row, text);
+}
+
+void StatisticsController::pasteText(const QString& text)
+{
+    const PastedRows pasted = PastedRows::read(text);
+    if (!pasted.x.isEmpty()) {
+        // The pasted rows replace the table, the hidden rows too.
+        m_rows.beginResetModel();
+        for (int row = 0; row < StatisticsModel::maximumRows; ++row) {
+            m_x[row] = pasted.x.value(row);
+            m_y[row] = pasted.y.value(row);
+        }
+        m_rowCount = int(pasted.x.size());
+        m_rows.endResetModel();
+        qvFunctionView()->setText(rowCountField, QString::number(m_rowCount));
+        compute();
+    }
+    setPasteMessage(pasted.message());
+}
+
+void StatisticsController::pasteRows()
+{
+    const QString text = Clipboard::text();
+    if (text.trimmed().isEmpty()) {
+        setPasteMessage(QStringLiteral("Nothing was pasted: the clipboard holds no text."));
+        return;
+    }
+    pasteText(text);
+}
+
+void StatisticsController::setPasteMessage(const QString& message)
+{
+    if (message == m_pasteMessage)
+        return;
+    m_pasteMessage = message;
+    emit pasteMessageChanged();
+}
+
+void StatisticsController::fieldChanged()
+{
+    // Only 1 to 10,000 rows are taken; anything else leaves the count as it
+    // is.
+    const double count = fieldNumber(rowCountField);
+    if (count >= 1 && count <= StatisticsModel::maximumRows)
+        setRowCount(int(count));
+    compute();
+}
+
+void StatisticsController::setRowCount(int count)
+{
+    if (count > m_rowCount) {
+        m_rows.beginInsertRows({}, m_rowCount, count - 1);
+        m_rowCount = count;
+        m_rows.endInsertRows();
+    } else if (count < m_rowCount) {
+        m_rows.beginRemoveRows({}, count, m_rowCount - 1);
+        m_rowCount = count;
+        m_rows.endRemoveRows();
+    }
+}
+
+double StatisticsController::prediction(const QString& outlet, const QString& name,
+                                        QString& problem) const
+{
+    const QString text = qvFunctionView()->text(outlet);
+    problem.clear();
+    if (text.trimmed().isEmpty())
+        return std::numeric_limits<double>::quiet_NaN();
+    if (const QString unreadable = fieldProblem(outlet); !unreadable.isEmpty()) {
+        problem = QStringLiteral("The %1 to predict from cannot be read. %2").arg(name, unreadable);
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    return NumberFormat::numberFromText(text);
+}
+
+void StatisticsController::compute()
+{
+    StatisticsModel* m = statisticsModel();
+    m->regressionModel = qvFunctionView()->text(modelButton);
+    m->predictX = prediction(predictXField, QStringLiteral("x"), m->predictXProblem);
+    m->predictY = prediction(predictYField, QStringLiteral("y"), m->predictYProblem);
+    m->rows.clear();
+    m->dataProblem.clear();
+    int unreadable = 0;
+    QString firstProblem;
+    int firstRow = -1;
+    for (int row = 0; row < m_rowCount; ++row) {
+        const QString& x = m_x.at(row);
+        const QString& y = m_y.at(row);
+        if (x.trimmed().isEmpty() && y.trimmed().isEmpty())
+            continue; // an empty row is no row
+        QString problem = xProblem(row);
+        if (problem.isEmpty())
+            problem = yProblem(row);
+        if (!problem.isEmpty()) {
+            if (unreadable++ == 0) {
+                firstRow = row + 1;
+                firstProblem = problem;
+            }
+            continue;
+        }
+        m->rows.append({row + 1, cellValue(x), cellValue(y)});
+    }
+    if (unreadable == 1)
+        m->dataProblem =
+            QStringLiteral("Row %1 cannot be read. %2").arg(firstRow).arg(firstProblem);
+    else if (unreadable > 1)
+        m->dataProblem = QStringLiteral("Row %1 and %2 more cannot be read. %3")
+                             .arg(firstRow)
+                             .arg(unreadable - 1)
+                             .arg(firstProblem);
+    m->calculateResult();
+    showResults();
+    // A prediction nobody asked for stays blank on the screen (its note
+    // says how to ask).
+    if (m->predictXProblem.isEmpty() && std::isnan(m->predictX))
+        qvFunctionView()->setText(predictedYLabel, QString());
+    if (m->predictYProblem.isEmpty() && std::isnan(m->predictY))
+        qvFunctionView()->setText(predictedXLabel, QString());
+    m_chartShown = !m->chartData().isEmpty();
+    ++m_chartRevision;
+    emit chartChanged();
+    emit rowsChanged();
+}
+
+QByteArray StatisticsController::scheduleCsv() const
+{
+    return statisticsModel()->scheduleCsv();
+}
+
+ScatterData StatisticsController::scatterData() const
+{
+    return statisticsModel()->chartData();
+}

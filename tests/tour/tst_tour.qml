@@ -103,6 +103,13 @@ TestCase {
             keyClick(c === "." ? Qt.locale().decimalPoint : c);
     }
 
+    // Clicks a control of a form after bringing it into sight, as a person
+    // scrolls to it first (the form scrolls to the focused control).
+    function clickInSight(control) {
+        control.forceActiveFocus();
+        mouseClick(control);
+    }
+
     function fill(screen, values) {
         for (const outlet in values)
             typeInto(screen, outlet, values[outlet]);
@@ -166,7 +173,7 @@ TestCase {
             if (step.type === "field")
                 typeInto(screen, step.outlet, step.value);
             else if (step.type === "choice") {
-                mouseClick(findChild(screen, step.outlet));
+                clickInSight(findChild(screen, step.outlet));
                 choose(step.value);
             } else if (step.type === "table")
                 screen.controller.setTableInput(step.name, step.values);
@@ -184,14 +191,14 @@ TestCase {
         if (!steps[entry.name])
             typeExample(screen, entry.name);
         if (step.choose) {
-            mouseClick(findChild(screen, step.choose[0]));
+            clickInSight(findChild(screen, step.choose[0]));
             choose(step.choose[1]);
         }
         fill(screen, step.fill || {});
         for (const call of step.calls || [])
             screen.controller[call[0]](call[1], call[2]);
         if (step.press)
-            mouseClick(findChild(screen, step.press));
+            clickInSight(findChild(screen, step.press));
         if (step.shown)
             verify(findChild(screen, step.shown).text.length > 0, step.shown + " shows the solve");
         const expected = step.expect || {};

@@ -38,6 +38,14 @@ TEST(PastedRows, SplitsLinesIntoXAndY)
          {"1,5", "3"},
          {"2,25", "-4"},
          "Pasted 2 rows. The first line was taken as a header."},
+        // A ";" file is written where "," is the decimal separator: its
+        // commas are decimal commas even on a desktop that uses ".".
+        {"semicolons and decimal commas on a desktop with points",
+         "year;sales\n1;100,5\n2;121\n3;1,234\n",
+         c,
+         {"1", "2", "3"},
+         {"100.5", "121", "1.234"},
+         "Pasted 3 rows. The first line was taken as a header."},
         {"commas where they are no decimal separator",
          "1,2\n3.5,4\n",
          c,

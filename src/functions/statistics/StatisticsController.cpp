@@ -75,6 +75,8 @@ PastedRows PastedRows::read(const QString& text, const QLocale& locale)
              anyLineHas(QLatin1Char(',')))
         separator = QLatin1Char(',');
     static const QRegularExpression whiteSpace(QStringLiteral("\\s+"));
+    const bool commaDecimals = separator == QLatin1Char(';') &&
+                               NumberFormat::decimalSeparator(locale) != QLatin1String(",");
 
     bool first = true;
     for (qsizetype k = 0; k < lines.size(); ++k) {
@@ -82,8 +84,16 @@ PastedRows PastedRows::read(const QString& text, const QLocale& locale)
         if (line.isEmpty())
             continue;
         QStringList cells = separator ? line.split(*separator) : line.split(whiteSpace);
-        for (QString& cell : cells)
+        for (QString& cell : cells) {
             cell = cell.trimmed();
+            // A ";" file comes from where "," is the decimal separator
+            // (a spreadsheet's CSV in such a language): there "100,5" is a
+            // decimal, whatever this desktop writes. It is put in this
+            // desktop's way, so the cell reads as what the file meant.
+            if (commaDecimals && cell.count(QLatin1Char(',')) == 1 &&
+                !cell.contains(QLatin1Char('.')))
+                cell.replace(QLatin1Char(','), NumberFormat::decimalSeparator(locale));
+        }
         // A separator at the end of a line ("1;2;") makes no third column.
         while (cells.size() > 1 && cells.last().isEmpty())
             cells.removeLast();

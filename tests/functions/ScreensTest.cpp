@@ -347,9 +347,11 @@ TEST_F(Screens, ATextThatCannotBeReadBlanksWhatDependsOnIt)
         SCOPED_TRACE(std::string(row.date) + " " + row.amount);
         flows->dateChanged(1, row.date);
         flows->amountChanged(1, row.amount);
-        const QModelIndex cell = flows->rows()->index(1);
-        EXPECT_EQ(cell.data(DatedCashFlowRows::DateProblemRole).toString(), row.dateProblem);
-        EXPECT_EQ(cell.data(DatedCashFlowRows::AmountProblemRole).toString(), row.amountProblem);
+        // The list reads its cells' lines by role name, as QML does.
+        const QAbstractListModel* list = flows->rows();
+        const QModelIndex cell = list->index(1);
+        EXPECT_EQ(cell.data(list->roleNames().key("dateProblem")).toString(), row.dateProblem);
+        EXPECT_EQ(cell.data(list->roleNames().key("amountProblem")).toString(), row.amountProblem);
         EXPECT_EQ(text("xirrLabel"), "NaN%");
         EXPECT_EQ(view->note("xnpvLabel"),
                   "Cash flow 1 cannot be read. " + row.dateProblem + row.amountProblem);

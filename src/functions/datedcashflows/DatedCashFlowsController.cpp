@@ -12,45 +12,14 @@ const QString basisButton = QStringLiteral("basisButton");
 const QString notADate = QStringLiteral("Not a date: use YYYY-MM-DD");
 } // namespace
 
-DatedCashFlowRows::DatedCashFlowRows(DatedCashFlowsController* controller)
-    : QAbstractListModel(controller), m_controller(controller)
-{}
-
-int DatedCashFlowRows::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : m_controller->rowCount();
-}
-
-QVariant DatedCashFlowRows::data(const QModelIndex& index, int role) const
-{
-    const int row = index.row();
-    if (!index.isValid() || row >= rowCount())
-        return {};
-    switch (role) {
-    case DateRole:
-        return m_controller->dateText(row);
-    case AmountRole:
-        return m_controller->amountText(row);
-    case DateProblemRole:
-        return m_controller->dateProblem(row);
-    case AmountProblemRole:
-        return m_controller->amountProblem(row);
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> DatedCashFlowRows::roleNames() const
-{
-    return {{DateRole, "date"},
-            {AmountRole, "amount"},
-            {DateProblemRole, "dateProblem"},
-            {AmountProblemRole, "amountProblem"}};
-}
-
 DatedCashFlowsController::DatedCashFlowsController(QObject* parent)
-    : QVFunctionController(parent), m_dates(DatedCashFlowsModel::maximumRows),
-      m_amounts(DatedCashFlowsModel::maximumRows), m_rows(this)
+    : QVFunctionController(parent),
+      m_rows(
+          {"date", "amount", "dateProblem", "amountProblem"}, DatedCashFlowsModel::maximumRows, 4,
+          [this](int row, int column) {
+              return column == 0 ? dateProblem(row) : amountProblem(row);
+          },
+          this)
 {
     load();
 }
@@ -60,7 +29,7 @@ void DatedCashFlowsController::connectMvc()
     setModel(QVFunctionModel::create<DatedCashFlowsModel>());
     auto* view = new QVFunctionView(this);
     setView(view);
-    view->setText(rowCountField, QString::number(m_rowCount));
+    view->setText(rowCountField, QString::number(m_rows.shown()));
     view->setText(basisButton, datedCashFlowsModel()->basis);
 }
 
@@ -73,16 +42,16 @@ void DatedCashFlowsController::basisClicked()
 
 QString DatedCashFlowsController::dateProblem(int row) const
 {
-    const QString date = m_dates.value(row);
+    const QString date = m_rows.text(0, row);
     // An amount needs a date to be placed in time.
-    if (date.trimmed().isEmpty() && !m_amounts.value(row).trimmed().isEmpty())
+    if (date.trimmed().isEmpty() && !m_rows.text(1, row).trimmed().isEmpty())
         return notADate;
     return DateText::problemWith(date);
 }
 
 QString DatedCashFlowsController::amountProblem(int row) const
 {
-    const QString amount = m_amounts.value(row);
+    const QString amount = m_rows.text(1, row);
     if (QString problem = NumberFormat::problemWith(amount); !problem.isEmpty())
         return problem;
     // "1e400" or "Infinity" read, but no sum can take them: named like any
@@ -96,49 +65,33 @@ QString DatedCashFlowsController::amountProblem(int row) const
 QStringList DatedCashFlowsController::tableTexts(const QString& property) const
 {
     if (property == QLatin1String("dates"))
-        return withoutTrailingEmptyRows(m_dates);
+        return withoutTrailingEmptyRows(m_rows.column(0));
     if (property == QLatin1String("amounts"))
-        return withoutTrailingEmptyRows(m_amounts);
+        return withoutTrailingEmptyRows(m_rows.column(1));
     return {};
 }
 
 bool DatedCashFlowsController::setTableInput(const QString& property, const QStringList& values)
 {
     const bool dates = property == QLatin1String("dates");
-    if ((!dates && property != QLatin1String("amounts")) ||
-        values.size() > DatedCashFlowsModel::maximumRows)
-        return false;
-    QStringList& column = dates ? m_dates : m_amounts;
-    for (int row = 0; row < values.size(); ++row)
-        column[row] = values.at(row);
     // The table shows at least as many rows as were given.
-    const int shown = m_rowCount;
-    setRowCount(std::max(m_rowCount, int(values.size())));
-    qvFunctionView()->setText(rowCountField, QString::number(m_rowCount));
-    if (const int changed = std::min(shown, int(values.size())); changed > 0)
-        emit m_rows.dataChanged(m_rows.index(0), m_rows.index(changed - 1));
+    if ((!dates && property != QLatin1String("amounts")) || !m_rows.fill(dates ? 0 : 1, values))
+        return false;
+    qvFunctionView()->setText(rowCountField, QString::number(m_rows.shown()));
     compute();
     return true;
 }
 
 void DatedCashFlowsController::dateChanged(int row, const QString& text)
 {
-    if (row < 0 || row >= m_dates.size())
-        return;
-    m_dates[row] = text;
-    if (row < m_rowCount)
-        emit m_rows.dataChanged(m_rows.index(row), m_rows.index(row));
-    compute();
+    if (m_rows.setText(0, row, text))
+        compute();
 }
 
 void DatedCashFlowsController::amountChanged(int row, const QString& text)
 {
-    if (row < 0 || row >= m_amounts.size())
-        return;
-    m_amounts[row] = text;
-    if (row < m_rowCount)
-        emit m_rows.dataChanged(m_rows.index(row), m_rows.index(row));
-    compute();
+    if (m_rows.setText(1, row, text))
+        compute();
 }
 
 void DatedCashFlowsController::fieldChanged()
@@ -147,21 +100,8 @@ void DatedCashFlowsController::fieldChanged()
     // is.
     const double count = fieldNumber(rowCountField);
     if (count >= 2 && count <= DatedCashFlowsModel::maximumRows)
-        setRowCount(int(count));
+        m_rows.setShown(int(count));
     compute();
-}
-
-void DatedCashFlowsController::setRowCount(int count)
-{
-    if (count > m_rowCount) {
-        m_rows.beginInsertRows({}, m_rowCount, count - 1);
-        m_rowCount = count;
-        m_rows.endInsertRows();
-    } else if (count < m_rowCount) {
-        m_rows.beginRemoveRows({}, count, m_rowCount - 1);
-        m_rowCount = count;
-        m_rows.endRemoveRows();
-    }
 }
 
 void DatedCashFlowsController::compute()
@@ -177,9 +117,9 @@ void DatedCashFlowsController::compute()
     int unreadable = 0;
     QString firstProblem;
     int firstRow = -1;
-    for (int row = 0; row < m_rowCount; ++row) {
-        const QString& date = m_dates.at(row);
-        const QString& amount = m_amounts.at(row);
+    for (int row = 0; row < m_rows.shown(); ++row) {
+        const QString date = m_rows.text(0, row);
+        const QString amount = m_rows.text(1, row);
         if (date.trimmed().isEmpty() && amount.trimmed().isEmpty())
             continue; // an empty row is no flow
         QString problem = dateProblem(row);

@@ -1,33 +1,10 @@
 #pragma once
 
 #include "DatedCashFlowsModel.h"
+#include "framework/PairedRows.h"
 #include "framework/QVFunctionController.h"
 
-#include <QAbstractListModel>
 #include <QStringList>
-
-class DatedCashFlowsController;
-
-// The shown rows of the dated-cash-flows screen, for its list: each row's
-// date and amount as typed and, for a text that cannot be read, the line
-// its cell shows. An edit changes only its own row, so a long list stays
-// quick to edit.
-class DatedCashFlowRows : public QAbstractListModel {
-    Q_OBJECT
-
-public:
-    enum Role { DateRole = Qt::UserRole + 1, AmountRole, DateProblemRole, AmountProblemRole };
-
-    explicit DatedCashFlowRows(DatedCashFlowsController* controller);
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
-private:
-    friend class DatedCashFlowsController;
-    DatedCashFlowsController* m_controller;
-};
 
 // The dated-cash-flows screen: the number of rows (2 to 10,000), each a date
 // (YYYY-MM-DD) and an amount, and the rate for XNPV; XNPV and XIRR follow
@@ -55,10 +32,10 @@ public:
     // The day-count basis's sheet; the results follow the word chosen.
     Q_INVOKABLE void basisClicked();
 
-    int rowCount() const { return m_rowCount; }
+    int rowCount() const { return m_rows.shown(); }
     QAbstractListModel* rows() { return &m_rows; }
-    Q_INVOKABLE QString dateText(int row) const { return m_dates.value(row); }
-    Q_INVOKABLE QString amountText(int row) const { return m_amounts.value(row); }
+    Q_INVOKABLE QString dateText(int row) const { return m_rows.text(0, row); }
+    Q_INVOKABLE QString amountText(int row) const { return m_rows.text(1, row); }
     // Why a row's date or amount cannot be read; empty when it can.
     Q_INVOKABLE QString dateProblem(int row) const;
     Q_INVOKABLE QString amountProblem(int row) const;
@@ -78,11 +55,8 @@ protected:
     void connectMvc() override;
 
 private:
-    void setRowCount(int count);
     void compute();
 
-    int m_rowCount = 4;
-    QStringList m_dates;
-    QStringList m_amounts;
-    DatedCashFlowRows m_rows;
+    // The dates and amounts as typed, 4 rows shown at first.
+    PairedRows m_rows;
 };

@@ -140,43 +140,11 @@ QString PastedRows::message() const
     return message;
 }
 
-StatisticsRows::StatisticsRows(StatisticsController* controller)
-    : QAbstractListModel(controller), m_controller(controller)
-{}
-
-int StatisticsRows::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : m_controller->rowCount();
-}
-
-QVariant StatisticsRows::data(const QModelIndex& index, int role) const
-{
-    const int row = index.row();
-    if (!index.isValid() || row >= rowCount())
-        return {};
-    switch (role) {
-    case XRole:
-        return m_controller->xText(row);
-    case YRole:
-        return m_controller->yText(row);
-    case XProblemRole:
-        return m_controller->xProblem(row);
-    case YProblemRole:
-        return m_controller->yProblem(row);
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> StatisticsRows::roleNames() const
-{
-    return {
-        {XRole, "xCell"}, {YRole, "yCell"}, {XProblemRole, "xProblem"}, {YProblemRole, "yProblem"}};
-}
-
 StatisticsController::StatisticsController(QObject* parent)
-    : QVFunctionController(parent), m_x(StatisticsModel::maximumRows),
-      m_y(StatisticsModel::maximumRows), m_rows(this)
+    : QVFunctionController(parent),
+      m_rows(
+          {"xCell", "yCell", "xProblem", "yProblem"}, StatisticsModel::maximumRows, 5,
+          [this](int row, int column) { return column == 0 ? xProblem(row) : yProblem(row); }, this)
 {
     load();
     // The results of the empty table (n = 0, and what to enter), rather than
@@ -189,7 +157,7 @@ void StatisticsController::connectMvc()
     setModel(QVFunctionModel::create<StatisticsModel>());
     auto* view = new QVFunctionView(this);
     setView(view);
-    view->setText(rowCountField, QString::number(m_rowCount));
+    view->setText(rowCountField, QString::number(m_rows.shown()));
     view->setText(modelButton, statisticsModel()->regressionModel);
 }
 
@@ -202,60 +170,50 @@ void StatisticsController::modelClicked()
 
 QString StatisticsController::xProblem(int row) const
 {
-    return cellProblem(m_x.value(row));
+    return cellProblem(m_rows.text(0, row));
 }
 
 QString StatisticsController::yProblem(int row) const
 {
-    return cellProblem(m_y.value(row));
+    return cellProblem(m_rows.text(1, row));
 }
 
 QStringList StatisticsController::tableTexts(const QString& property) const
 {
     if (property == QLatin1String("x"))
-        return withoutTrailingEmptyRows(m_x);
+        return withoutTrailingEmptyRows(m_rows.column(0));
     if (property == QLatin1String("y"))
-        return withoutTrailingEmptyRows(m_y);
+        return withoutTrailingEmptyRows(m_rows.column(1));
     return {};
 }
 
 bool StatisticsController::setTableInput(const QString& property, const QStringList& values)
 {
     const bool xs = property == QLatin1String("x");
-    if ((!xs && property != QLatin1String("y")) || values.size() > StatisticsModel::maximumRows)
-        return false;
-    QStringList& column = xs ? m_x : m_y;
-    for (int row = 0; row < values.size(); ++row)
-        column[row] = values.at(row);
     // The table shows at least as many rows as were given.
-    const int shown = m_rowCount;
-    setRowCount(std::max(m_rowCount, int(values.size())));
-    qvFunctionView()->setText(rowCountField, QString::number(m_rowCount));
-    if (const int changed = std::min(shown, int(values.size())); changed > 0)
-        emit m_rows.dataChanged(m_rows.index(0), m_rows.index(changed - 1));
+    if ((!xs && property != QLatin1String("y")) || !m_rows.fill(xs ? 0 : 1, values))
+        return false;
+    qvFunctionView()->setText(rowCountField, QString::number(m_rows.shown()));
     compute();
     return true;
 }
 
-void StatisticsController::cellChanged(QStringList& column, int row, const QString& text)
+void StatisticsController::cellChanged(int column, int row, const QString& text)
 {
-    if (row < 0 || row >= column.size())
+    if (!m_rows.setText(column, row, text))
         return;
-    column[row] = text;
-    if (row < m_rowCount)
-        emit m_rows.dataChanged(m_rows.index(row), m_rows.index(row));
     setPasteMessage({});
     compute();
 }
 
 void StatisticsController::xChanged(int row, const QString& text)
 {
-    cellChanged(m_x, row, text);
+    cellChanged(0, row, text);
 }
 
 void StatisticsController::yChanged(int row, const QString& text)
 {
-    cellChanged(m_y, row, text);
+    cellChanged(1, row, text);
 }
 
 void StatisticsController::pasteText(const QString& text)
@@ -263,14 +221,8 @@ void StatisticsController::pasteText(const QString& text)
     const PastedRows pasted = PastedRows::read(text);
     if (!pasted.x.isEmpty()) {
         // The pasted rows replace the table, the hidden rows too.
-        m_rows.beginResetModel();
-        for (int row = 0; row < StatisticsModel::maximumRows; ++row) {
-            m_x[row] = pasted.x.value(row);
-            m_y[row] = pasted.y.value(row);
-        }
-        m_rowCount = int(pasted.x.size());
-        m_rows.endResetModel();
-        qvFunctionView()->setText(rowCountField, QString::number(m_rowCount));
+        m_rows.replace(pasted.x, pasted.y);
+        qvFunctionView()->setText(rowCountField, QString::number(m_rows.shown()));
         compute();
     }
     setPasteMessage(pasted.message());
@@ -300,21 +252,8 @@ void StatisticsController::fieldChanged()
     // is.
     const double count = fieldNumber(rowCountField);
     if (count >= 1 && count <= StatisticsModel::maximumRows)
-        setRowCount(int(count));
+        m_rows.setShown(int(count));
     compute();
-}
-
-void StatisticsController::setRowCount(int count)
-{
-    if (count > m_rowCount) {
-        m_rows.beginInsertRows({}, m_rowCount, count - 1);
-        m_rowCount = count;
-        m_rows.endInsertRows();
-    } else if (count < m_rowCount) {
-        m_rows.beginRemoveRows({}, count, m_rowCount - 1);
-        m_rowCount = count;
-        m_rows.endRemoveRows();
-    }
 }
 
 double StatisticsController::prediction(const QString& outlet, const QString& name,
@@ -342,9 +281,9 @@ void StatisticsController::compute()
     int unreadable = 0;
     QString firstProblem;
     int firstRow = -1;
-    for (int row = 0; row < m_rowCount; ++row) {
-        const QString& x = m_x.at(row);
-        const QString& y = m_y.at(row);
+    for (int row = 0; row < m_rows.shown(); ++row) {
+        const QString x = m_rows.text(0, row);
+        const QString y = m_rows.text(1, row);
         if (x.trimmed().isEmpty() && y.trimmed().isEmpty())
             continue; // an empty row is no row
         QString problem = xProblem(row);

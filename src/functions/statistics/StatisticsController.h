@@ -2,33 +2,12 @@
 
 #include "StatisticsModel.h"
 #include "charts/ScatterChartSource.h"
+#include "framework/PairedRows.h"
 #include "framework/QVFunctionController.h"
 
 #include <QAbstractListModel>
 #include <QLocale>
 #include <QStringList>
-
-class StatisticsController;
-
-// The shown rows of the statistics screen, for its list: each row's x and
-// y as typed and, for a text that cannot be read, the line its cell shows.
-// An edit changes only its own row, so a long list stays quick to edit.
-class StatisticsRows : public QAbstractListModel {
-    Q_OBJECT
-
-public:
-    enum Role { XRole = Qt::UserRole + 1, YRole, XProblemRole, YProblemRole };
-
-    explicit StatisticsRows(StatisticsController* controller);
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
-private:
-    friend class StatisticsController;
-    StatisticsController* m_controller;
-};
 
 // Text pasted into the table (from a spreadsheet, a CSV file, a column of
 // a document), read line by line: one or two cells a line, x then y.
@@ -92,13 +71,13 @@ public:
     // The same with the text on the clipboard.
     Q_INVOKABLE void pasteRows();
 
-    int rowCount() const { return m_rowCount; }
+    int rowCount() const { return m_rows.shown(); }
     QAbstractListModel* rows() { return &m_rows; }
     QString pasteMessage() const { return m_pasteMessage; }
     bool chartShown() const { return m_chartShown; }
     int chartRevision() const { return m_chartRevision; }
-    Q_INVOKABLE QString xText(int row) const { return m_x.value(row); }
-    Q_INVOKABLE QString yText(int row) const { return m_y.value(row); }
+    Q_INVOKABLE QString xText(int row) const { return m_rows.text(0, row); }
+    Q_INVOKABLE QString yText(int row) const { return m_rows.text(1, row); }
     // Why a row's x or y cannot be read; empty when it can, or is empty.
     Q_INVOKABLE QString xProblem(int row) const;
     Q_INVOKABLE QString yProblem(int row) const;
@@ -117,18 +96,15 @@ protected:
     void connectMvc() override;
 
 private:
-    void setRowCount(int count);
-    void cellChanged(QStringList& column, int row, const QString& text);
+    void cellChanged(int column, int row, const QString& text);
     void setPasteMessage(const QString& message);
     // The x or y to predict from: NaN when the field is empty, and why it
     // cannot be read in `problem`.
     double prediction(const QString& outlet, const QString& name, QString& problem) const;
     void compute();
 
-    int m_rowCount = 5;
-    QStringList m_x;
-    QStringList m_y;
-    StatisticsRows m_rows;
+    // The x and y as typed, 5 rows shown at first.
+    PairedRows m_rows;
     QString m_pasteMessage;
     bool m_chartShown = false;
     int m_chartRevision = 0;

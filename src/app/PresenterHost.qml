@@ -73,8 +73,11 @@ Item {
         font.capitalization: Font.MixedCase
         font.pixelSize: 16
         text: choice.title
-        flat: choice.cancel
-        highlighted: !choice.cancel
+        // In an alert the default (the one Return presses) is drawn filled;
+        // in a sheet every choice but the cancel.
+        property bool isDefault: !choice.cancel
+        flat: !isDefault
+        highlighted: isDefault
         Accessible.name: choice.title
         onClicked: popup.choose(choice.title)
     }
@@ -189,11 +192,13 @@ Item {
                 chosen = title;
                 close();
             }
-            // Return picks the first action that is not a cancel.
+            // The action Return presses: the preferred one, else the first
+            // that is no cancel, else the only one.
+            readonly property var defaultAction: request.actions.find(a => a.preferred) || request.actions.find(a => !a.cancel) || (request.actions.length === 1 ? request.actions[0] : null)
+
             function chooseDefault() {
-                const ok = request.actions.find(a => !a.cancel);
-                if (ok)
-                    choose(ok.title);
+                if (defaultAction)
+                    choose(defaultAction.title);
             }
 
             objectName: "alertDialog"
@@ -252,6 +257,7 @@ Item {
                             required property var modelData
                             choice: modelData
                             popup: alert
+                            isDefault: alert.defaultAction !== null && modelData.title === alert.defaultAction.title
                         }
                     }
                 }

@@ -27,7 +27,8 @@ void QmlPresenter::present(const AlertRequest& request, Answer answer)
     QVariantList actions;
     for (const AlertAction& action : request.actions)
         actions << QVariantMap{{QStringLiteral("title"), action.title},
-                               {QStringLiteral("cancel"), action.cancel}};
+                               {QStringLiteral("cancel"), action.cancel},
+                               {QStringLiteral("preferred"), action.preferred}};
     const QVariantMap map{
         {QStringLiteral("id"), id},
         {QStringLiteral("kind"), request.kind == AlertRequest::Kind::ActionSheet

@@ -39,9 +39,14 @@ AbstractButton {
     Accessible.name: title
     Accessible.description: shortcut
     Accessible.role: Accessible.Button
-    ToolTip.visible: hovered || visualFocus
-    ToolTip.delay: visualFocus ? 0 : 800
-    ToolTip.text: shortcut.length > 0 ? qsTr("%1: %2").arg(title).arg(shortcut) : title
+    // What tests and screen readers read: the key and its keyboard key.
+    readonly property string hint: shortcut.length > 0 ? qsTr("%1: %2").arg(title).arg(shortcut) : title
+
+    HintTip {
+        visible: key.hovered || key.visualFocus
+        delay: key.visualFocus ? 0 : 800
+        text: key.hint
+    }
 
     background: Rectangle {
         color: key.down ? Qt.darker(key.baseColor, 1.25) : (key.hovered ? Qt.lighter(key.baseColor, 1.06) : key.baseColor)

@@ -62,9 +62,7 @@ ColumnLayout {
             font.pixelSize: 17
             Accessible.name: row.label
             Accessible.description: row.unreadable ? hint.text : ""
-            ToolTip.visible: hovered && row.signable
-            ToolTip.delay: 800
-            ToolTip.text: qsTr("%1 changes the sign").arg(sign.keys)
+
             rightPadding: row.dates ? calendarButton.width + 4 : padding
             onTextEdited: row.controller.editField(row.outlet, text)
             // After "±" Return applies the flipped text first.
@@ -81,6 +79,11 @@ ColumnLayout {
                 border.color: row.unreadable ? AppTheme.danger : (field.activeFocus ? field.palette.highlight : field.palette.mid)
             }
 
+            HintTip {
+                visible: field.hovered && row.signable
+                delay: 800
+                text: qsTr("%1 changes the sign").arg(sign.keys)
+            }
             CalendarButton {
                 id: calendarButton
 

@@ -28,9 +28,13 @@ Button {
     implicitWidth: 44
     font.pixelSize: 18
     Accessible.name: qsTr("Change Sign of %1").arg(fieldLabel)
-    ToolTip.visible: hovered
-    ToolTip.text: qsTr("Change Sign (%1)").arg(keys)
     onClicked: flip()
+
+    HintTip {
+        visible: button.hovered
+        delay: 800
+        text: qsTr("Change Sign (%1)").arg(button.keys)
+    }
 
     // Only the focused field's "±" listens, so the keys are never ambiguous.
     Shortcut {

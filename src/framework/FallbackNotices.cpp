@@ -68,7 +68,7 @@ void mailFinished(MailResult result, Presenter* presenter)
                          : QStringLiteral("The mail program has not answered, so the message "
                                           "may not have opened.")) +
                     QStringLiteral(" Its draft was written to:\n%1").arg(path);
-    alert.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+    alert.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true, true}};
     presenter->present(alert, [path, presenter](const QString& action, const QString&) {
         if (action == QLatin1String("Open Folder"))
             openFolder(QFileInfo(path).absolutePath(), presenter);
@@ -89,7 +89,7 @@ void openUrl(const QUrl& url, Presenter* presenter, QObject* context)
                              : QStringLiteral("The program for web pages has not answered, so "
                                               "this address may not have opened:")) +
                         QLatin1Char('\n') + address;
-        alert.actions = {{QStringLiteral("Copy")}, {QStringLiteral("OK"), true}};
+        alert.actions = {{QStringLiteral("Copy")}, {QStringLiteral("OK"), true, true}};
         presenter->present(alert, [address](const QString& action, const QString&) {
             if (action == QLatin1String("Copy"))
                 Clipboard::copyText(address);
@@ -107,7 +107,7 @@ void keepingFailed(const QString& error, Presenter* presenter)
     alert.title = QStringLiteral("Inputs not kept");
     alert.message =
         QStringLiteral("What you entered could not be kept for the next start:\n%1").arg(error);
-    alert.actions = {{QStringLiteral("OK"), true}};
+    alert.actions = {{QStringLiteral("OK"), true, true}};
     presenter->present(alert, [](const QString&, const QString&) {});
 }
 
@@ -124,7 +124,7 @@ void openFolder(const QString& path, Presenter* presenter, QObject* context)
                              : QStringLiteral("The file manager has not answered, so the folder "
                                               "may not have opened:")) +
                         QLatin1Char('\n') + path;
-        alert.actions = {{QStringLiteral("OK"), true}};
+        alert.actions = {{QStringLiteral("OK"), true, true}};
         presenter->present(alert, [](const QString&, const QString&) {});
     });
 }

@@ -8,6 +8,12 @@
 struct AlertAction {
     QString title;
     bool cancel = false; // drawn and placed as the cancelling choice
+    // The alert's default: drawn as such and pressed by Return. Without one
+    // the first action that is no cancel is the default (the only action
+    // when it is all there is). An alert that offers a further step beside
+    // its "OK" ("Open Folder", "Copy") makes "OK" the default, so Return
+    // only closes it.
+    bool preferred = false;
 };
 
 // An action sheet or an alert, as the logic asks for it. The UI layer

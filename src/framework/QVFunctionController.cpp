@@ -328,7 +328,7 @@ void QVFunctionController::saveScheduleCsv()
     AlertRequest saved;
     saved.title = QStringLiteral("Schedule Saved");
     saved.message = QStringLiteral("The schedule was written to:\n%1").arg(path);
-    saved.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+    saved.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true, true}};
     QPointer<QVFunctionController> self(this);
     if (presenter())
         presenter()->present(saved, [self](const QString& action, const QString&) {

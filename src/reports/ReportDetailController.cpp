@@ -182,7 +182,7 @@ void ReportDetailController::saveAsPdf()
                             .arg(QVFileManager::documentsDirectory() + QLatin1Char('/') + name);
         if (!chartProblem.isEmpty())
             alert.message += QStringLiteral("\n\n%1 The PDF has no chart.").arg(chartProblem);
-        alert.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true}};
+        alert.actions = {{QStringLiteral("Open Folder")}, {QStringLiteral("OK"), true, true}};
     } else {
         alert.title = QStringLiteral("Could not save the PDF");
         alert.message = written.error;

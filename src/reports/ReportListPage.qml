@@ -110,7 +110,7 @@ Page {
             required property int index
             required property string title
             required property string dateString
-            required property string functionTitle
+            required property string calculatorTitle
             required property color colorTag
             required property string filePath
 
@@ -118,7 +118,7 @@ Page {
             width: ListView.view.width
             height: AppTheme.rowHeight
             padding: 0
-            Accessible.name: title + ", " + functionTitle + ", " + dateString
+            Accessible.name: title + ", " + calculatorTitle + ", " + dateString
 
             onClicked: {
                 if (swipe.position !== 0) {
@@ -210,10 +210,13 @@ Page {
                             color: AppTheme.secondaryText
                         }
                     }
+                    // The calculator's full name in text that reads in either
+                    // scheme (its colour is the swatch at the row's start).
                     Label {
+                        objectName: "calculatorTitle"
                         Layout.fillWidth: true
-                        text: row.functionTitle
-                        color: row.colorTag
+                        text: row.calculatorTitle
+                        color: AppTheme.secondaryText
                         font.pixelSize: 14
                         elide: Text.ElideRight
                     }

@@ -1,5 +1,7 @@
 #include "ReportTableModel.h"
 
+#include "framework/CalculatorDescription.h"
+#include "framework/CalculatorRegistry.h"
 #include "framework/Presenter.h"
 #include "store/QVReport.h"
 #include "store/ReportStore.h"
@@ -61,6 +63,10 @@ QVariant ReportTableModel::data(const QModelIndex& index, int role) const
         return report.fileName;
     case FilePathRole:
         return report.fileName.isEmpty() ? QString() : report.filePathInDocumentsDirectory();
+    case CalculatorTitleRole: {
+        const CalculatorDescription* d = CalculatorRegistry::find(report.calculator);
+        return d ? d->entry.title : report.functionTitle;
+    }
     default:
         return {};
     }
@@ -75,6 +81,7 @@ QHash<int, QByteArray> ReportTableModel::roleNames() const
         {ColorTagRole, "colorTag"},
         {FileNameRole, "fileName"},
         {FilePathRole, "filePath"},
+        {CalculatorTitleRole, "calculatorTitle"},
     };
 }
 

@@ -28,6 +28,10 @@ public:
         ColorTagRole,
         FileNameRole,
         FilePathRole,
+        // The calculator's full name, as the catalogue lists it ("Net
+        // Present Value Calculator"); the short label kept in the record
+        // ("Npv") for a report saved before reports named their calculator.
+        CalculatorTitleRole,
     };
 
     // Loads the list at once; that first load creates the empty stored list

@@ -84,7 +84,8 @@ TestCase {
         const list = findChild(page, "reportList");
         waitForItemPolished(list);
         compare(rowTitles(list), ["three", "two", "one"]);
-        compare(list.itemAtIndex(0).functionTitle, "Roi");
+        // A report that does not name its calculator shows its short label.
+        compare(list.itemAtIndex(0).calculatorTitle, "Roi");
         verify(Qt.colorEqual(list.itemAtIndex(0).colorTag, "#1FDA9A"));
         const edit = findChild(page, "editButton");
         compare(edit.text, "Edit");
@@ -150,6 +151,7 @@ TestCase {
         const list = findChild(page, "reportList");
         waitForItemPolished(list);
         compare(rowTitles(list), ["Plan B", "Plan A"]);
+        compare(findChild(list.itemAtIndex(0), "calculatorTitle").text, "Return on Investment Calculator", "the calculator's full name");
         mouseClick(findChild(page, "compareButton"));
         const chosen = findChild(page, "compareChosenButton");
         verify(chosen.visible);

@@ -144,7 +144,9 @@ TestCase {
             keyClick(c);
         keyClick(Qt.Key_Return);
         tryCompare(window.presenterHost.openPopups, "length", 1);
-        compare(openPopup().request.title, "Calculation Saved");
+        const saved = openPopup();
+        compare(saved.request.title, "Calculation Saved");
+        verify(findChild(saved.contentItem, "choice_OK").highlighted, "its only action is the default");
         keyClick(Qt.Key_Return);
         tryCompare(window.presenterHost.openPopups, "length", 0);
     }
@@ -240,6 +242,28 @@ TestCase {
             });
             goBack(0);
         });
+    }
+
+    // An alert that offers a further step beside OK ("Schedule Saved":
+    // Open Folder) draws OK as its default, and Return presses it: the
+    // folder opens only when asked for.
+    function test_2_alertDefaultIsWhatReturnPresses() {
+        clickTab(0);
+        const screen = window.openScreen("DepreciationController");
+        screen.controller.editField("costField", "1000");
+        screen.controller.editField("lifeField", "5");
+        screen.controller.saveScheduleCsv();
+        const popups = window.presenterHost.openPopups;
+        compare(popups.length, 1);
+        const alert = popups[0];
+        tryCompare(alert, "opened", true);
+        compare(alert.request.title, "Schedule Saved");
+        verify(findChild(alert.contentItem, "choice_OK").highlighted, "OK is drawn as the default");
+        verify(!findChild(alert.contentItem, "choice_Open Folder").highlighted);
+        const opened = TestFiles.openedUrls().length;
+        keyClick(Qt.Key_Return);
+        tryCompare(window.presenterHost.openPopups, "length", 0);
+        compare(TestFiles.openedUrls().length, opened, "Return only closed the alert");
     }
 
     function test_3_reportsNewestFirstAndDelete() {
@@ -346,7 +370,7 @@ TestCase {
         }
         verify(first, "Tab reaches the keys");
         verify(first.visualFocus, "the focused key shows it");
-        compare(first.ToolTip.text, "CPT: Alt+C");
+        compare(first.hint, "CPT: Alt+C");
         keyClick(Qt.Key_Tab);
         compare(window.activeFocusItem.objectName, "key_1", "Tab goes on to ENTER");
         keyClick(Qt.Key_F1);

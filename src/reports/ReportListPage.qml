@@ -290,8 +290,15 @@ Page {
         Timer {
             id: undoTimer
 
-            interval: 6000
+            // Long enough to notice and reach (6 s was too short).
+            interval: 10000
             onTriggered: page.reports.forgetUndo()
+        }
+        // Ctrl+Z brings the report back while the bar offers it.
+        Shortcut {
+            sequences: [StandardKey.Undo]
+            enabled: page.reports.canUndo && page.visible
+            onActivated: page.reports.undoDelete()
         }
         Connections {
             target: page.reports

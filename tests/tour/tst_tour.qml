@@ -283,6 +283,14 @@ TestCase {
         mouseClick(findChild(row, "deleteButton"));
         verify(row.confirming);
         mouseClick(findChild(row, "confirmDeleteButton"));
+        compare(list.count, 2);
+        // Ctrl+Z puts it back while the Undo bar shows; deleted again.
+        verify(findChild(page, "undoBar").visible);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(list.count, 3);
+        verify(!findChild(page, "undoBar").visible);
+        mouseClick(findChild(list.itemAtIndex(2), "deleteButton"));
+        mouseClick(findChild(list.itemAtIndex(2), "confirmDeleteButton"));
         mouseClick(findChild(page, "editButton"));
         compare(list.count, 2);
         compare(TestFiles.storedCount(), 2);

@@ -3,8 +3,11 @@
 #include "InputDirection.h"
 #include "QmlPresenter.h"
 #include "SceneGraphChoice.h"
+#include "WindowPlacement.h"
 #include "functions/Calculators.h"
 #include "gui/DesktopServices.h"
+#include "platform/Services.h"
+#include "platform/SettingsStore.h"
 #include "store/ReportStore.h"
 
 #include <QCommandLineParser>
@@ -20,17 +23,24 @@
 
 namespace {
 
-// A phone-shaped window is taller than many laptop screens: it opens at most
-// as high as the screen's free area, less room for the window frame.
-void fitToScreen(QQuickWindow* window)
+const QString geometryKey = QStringLiteral("window/geometry");
+
+// The window opens sized for the screen, or where it was left, and keeps
+// its place when it closes (WindowPlacement). The frame takes some room
+// from the screen's free area.
+void placeOnScreen(QQuickWindow* window)
 {
     const QScreen* screen = window->screen();
     if (!screen)
         return;
     constexpr int frameAllowance = 48;
-    const int available = screen->availableGeometry().height() - frameAllowance;
-    if (window->height() > available)
-        window->resize(window->width(), std::max(window->minimumHeight(), available));
+    const QRect available = screen->availableGeometry().adjusted(0, 0, 0, -frameAllowance);
+    window->setGeometry(
+        WindowPlacement::placed(available, Services::settings().value(geometryKey)));
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, window, [window] {
+        if (window->windowState() == Qt::WindowNoState)
+            Services::settings().setValue(geometryKey, WindowPlacement::keep(window->geometry()));
+    });
 }
 
 } // namespace
@@ -72,7 +82,7 @@ QQuickWindow* loadMainWindow(QQmlApplicationEngine& engine, QSize size)
     if (size.isValid() && !size.isEmpty())
         window->resize(size);
     else
-        fitToScreen(window);
+        placeOnScreen(window);
     return window;
 }
 

@@ -275,7 +275,7 @@ Page {
         }
     }
 
-    // The last deleted report can be put back for a few seconds.
+    // The last deleted report can be put back for 10 seconds.
     Rectangle {
         objectName: "undoBar"
         anchors.left: parent.left
@@ -296,7 +296,7 @@ Page {
         }
         // Ctrl+Z brings the report back while the bar offers it.
         Shortcut {
-            sequences: [StandardKey.Undo]
+            sequences: ["Ctrl+Z"]
             enabled: page.reports.canUndo && page.visible
             onActivated: page.reports.undoDelete()
         }

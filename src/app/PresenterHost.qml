@@ -66,19 +66,20 @@ Item {
     component ChoiceButton: Button {
         required property var choice
         property var popup
+        // In an alert the default (the one Return presses) is drawn filled;
+        // in a sheet every choice but the cancel.
+        property bool isDefault: !choice.cancel
 
         objectName: "choice_" + choice.title
         Layout.fillWidth: true
         implicitHeight: 48
         font.capitalization: Font.MixedCase
         font.pixelSize: 16
-        text: choice.title
-        // In an alert the default (the one Return presses) is drawn filled;
-        // in a sheet every choice but the cancel.
-        property bool isDefault: !choice.cancel
+        // The choice the button shows now carries a check mark.
+        text: (choice.current ? "\u2713 " : "") + (choice.label || choice.title)
         flat: !isDefault
         highlighted: isDefault
-        Accessible.name: choice.title
+        Accessible.name: choice.label || choice.title
         onClicked: popup.choose(choice.title)
     }
 

@@ -26,9 +26,12 @@ void QmlPresenter::present(const AlertRequest& request, Answer answer)
     const int id = m_nextId++;
     QVariantList actions;
     for (const AlertAction& action : request.actions)
-        actions << QVariantMap{{QStringLiteral("title"), action.title},
-                               {QStringLiteral("cancel"), action.cancel},
-                               {QStringLiteral("preferred"), action.preferred}};
+        actions << QVariantMap{
+            {QStringLiteral("title"), action.title},
+            {QStringLiteral("cancel"), action.cancel},
+            {QStringLiteral("preferred"), action.preferred},
+            {QStringLiteral("label"), action.label.isEmpty() ? action.title : action.label},
+            {QStringLiteral("current"), action.current}};
     const QVariantMap map{
         {QStringLiteral("id"), id},
         {QStringLiteral("kind"), request.kind == AlertRequest::Kind::ActionSheet

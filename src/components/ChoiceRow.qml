@@ -24,8 +24,8 @@ RowLayout {
     }
     Button {
         objectName: row.outlet
-        text: (row.controller.view.texts[row.outlet] ?? "") + "  \u25BE"
-        Accessible.name: row.label + " " + (row.controller.view.texts[row.outlet] ?? "")
+        text: row.controller.spelledWord(row.outlet, row.controller.view.texts[row.outlet] ?? "") + "  \u25BE"
+        Accessible.name: row.label + " " + row.controller.spelledWord(row.outlet, row.controller.view.texts[row.outlet] ?? "")
         onClicked: row.controller.openChoice(row.outlet)
     }
 }

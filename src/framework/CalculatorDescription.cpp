@@ -106,6 +106,12 @@ ResultDescription under(const QString& section, ResultDescription result)
     return result;
 }
 
+FieldDescription spelledOut(const QStringList& labels, FieldDescription field)
+{
+    field.wordLabels = labels;
+    return field;
+}
+
 FieldDescription whenBlank(const QString& text, FieldDescription field)
 {
     field.placeholder = text;

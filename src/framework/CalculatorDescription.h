@@ -30,7 +30,11 @@ struct FieldDescription {
     QString outlet; // the view's outlet that holds its text
     QString label;  // its name on the screen
     Kind kind = Kind::Number;
-    QStringList words;         // Choice: the words its sheet offers, in order
+    QStringList words; // Choice: the words its sheet offers, in order
+    // Choice: how the sheet and the button spell each word ("Straight line
+    // (SL)" for "SL"); the word itself where there is none. The word stays
+    // what the model, the command line and the kept inputs use.
+    QStringList wordLabels;
     QString action;            // Choice: the controller's invokable that opens the sheet
     int rows = 0;              // Table: the most rows it takes
     Kind cells = Kind::Number; // Table: what its cells take (Number, Percent, Date or Event)
@@ -40,6 +44,11 @@ struct FieldDescription {
     QString placeholder;
 
     bool signable() const { return sign && (kind == Kind::Number || kind == Kind::Percent); }
+    QString spelled(const QString& word) const
+    {
+        const qsizetype at = words.indexOf(word);
+        return at >= 0 && at < wordLabels.size() ? wordLabels.at(at) : word;
+    }
     bool isTable() const { return kind == Kind::Table; }
 };
 
@@ -137,6 +146,8 @@ FieldDescription under(const QString& section, FieldDescription field);
 ResultDescription under(const QString& section, ResultDescription result);
 // `field` as a plain text field, without "±".
 FieldDescription withoutSign(FieldDescription field);
+// The choice `field` with its words spelled out as `labels` (in order).
+FieldDescription spelledOut(const QStringList& labels, FieldDescription field);
 // `field` showing `text` in grey while it is empty (where empty means
 // something other than 0).
 FieldDescription whenBlank(const QString& text, FieldDescription field);

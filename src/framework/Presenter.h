@@ -14,6 +14,10 @@ struct AlertAction {
     // its "OK" ("Open Folder", "Copy") makes "OK" the default, so Return
     // only closes it.
     bool preferred = false;
+    // On a sheet: how it is spelled (the title where empty; the answer is
+    // always the title), and whether it is what the button shows now.
+    QString label = {};
+    bool current = false;
 };
 
 // An action sheet or an alert, as the logic asks for it. The UI layer

@@ -38,6 +38,13 @@ const CalculatorDescription* QVFunctionController::description() const
     return CalculatorRegistry::findScreen(QString::fromLatin1(metaObject()->className()));
 }
 
+QString QVFunctionController::spelledWord(const QString& outlet, const QString& word) const
+{
+    const CalculatorDescription* d = description();
+    const FieldDescription* field = d ? d->field(outlet) : nullptr;
+    return field ? field->spelled(word) : word;
+}
+
 bool QVFunctionController::signableOf(const QString& outlet) const
 {
     const CalculatorDescription* d = description();
@@ -753,8 +760,17 @@ void QVFunctionController::presentChoices(const QString& title, const QString& m
     sheet.message = message;
     if (cancellable)
         sheet.actions = {{QStringLiteral("Cancel"), true}};
-    for (const QString& choice : choices)
-        sheet.actions.append({choice});
+    // The choice its button shows now is marked, each spelled as its
+    // description spells it.
+    const CalculatorDescription* d = description();
+    const FieldDescription* field = d ? d->field(anchor) : nullptr;
+    const QString current = m_view ? m_view->text(anchor) : QString();
+    for (const QString& choice : choices) {
+        AlertAction action{choice};
+        action.label = field ? field->spelled(choice) : choice;
+        action.current = choice == current;
+        sheet.actions.append(action);
+    }
     sheet.anchor = anchor;
     QPointer<QVFunctionController> self(this);
     presenter()->present(sheet, [self, choices, chosen](const QString& action, const QString&) {

@@ -104,6 +104,8 @@ public:
     // Whether the field shown in `outlet` has "±" beside it (counts and
     // plain text fields do not); true for an outlet the description lacks.
     Q_INVOKABLE bool signableOf(const QString& outlet) const;
+    // How the choice button `outlet` spells `word` (as its description says).
+    Q_INVOKABLE QString spelledWord(const QString& outlet, const QString& word) const;
 
     // The screen's inputs in screen order, and the names of its compute
     // buttons (for screens that solve on a button instead of on each edit).

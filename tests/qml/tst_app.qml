@@ -257,6 +257,26 @@ TestCase {
         keyClick(Qt.Key_Escape);
     }
 
+    // A choice's sheet spells its words out and marks the one its button
+    // shows; the fields that only one choice uses show with that choice
+    // alone (the factor, with the declining balance).
+    function test_choicesSpelledOutAndTheCurrentOneMarked() {
+        const screen = window.openScreen("DepreciationController");
+        tryCompare(functions, "busy", false);
+        const factor = findChild(screen, "factorField");
+        verify(!factor.visible, "no factor for straight line");
+        compare(findChild(screen, "methodButton").text, "Straight line (SL)  \u25BE");
+        screen.controller.openChoice("methodButton");
+        const sheet = window.presenterHost.openPopups[0];
+        tryCompare(sheet, "opened", true);
+        compare(findChild(sheet.contentItem, "choice_SL").text, "\u2713 Straight line (SL)");
+        compare(findChild(sheet.contentItem, "choice_DDB").text, "Declining balance (DDB)");
+        mouseClick(findChild(sheet.contentItem, "choice_DDB"));
+        tryCompare(window.presenterHost.openPopups, "length", 0);
+        verify(factor.visible, "the factor of the declining balance");
+        compare(screen.controller.inputTexts().method, "DDB", "the word kept is the short one");
+    }
+
     // Clipboard text set from outside the app.
     TextEdit {
         id: foreignClipboard

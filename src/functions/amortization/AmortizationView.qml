@@ -117,7 +117,7 @@ FunctionScreen {
             dates: true
             countsAsZero: false
             text: loan.view.texts[screen.dateOutlet] ?? ""
-            placeholderText: "2027-01-01"
+            placeholderText: "YYYY-MM-DD"
             onEdited: text => loan.editField(screen.dateOutlet, text)
         }
     }

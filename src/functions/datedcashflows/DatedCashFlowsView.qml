@@ -100,7 +100,7 @@ FunctionScreen {
                 fontSize: 16
                 text: flowRow.date
                 problem: flowRow.dateProblem
-                placeholderText: "2027-01-31"
+                placeholderText: "YYYY-MM-DD"
                 onEdited: text => flows.dateChanged(flowRow.index, text)
             }
             CellField {

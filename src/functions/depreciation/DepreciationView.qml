@@ -11,6 +11,8 @@ import Tallyvane
 FunctionScreen {
     id: screen
 
+    readonly property string methodOutlet: "methodButton"
+
     controller: DepreciationController {
         id: depreciation
     }
@@ -38,12 +40,14 @@ FunctionScreen {
     }
     ChoiceRow {
         controller: screen.controller
-        outlet: "methodButton"
+        outlet: screen.methodOutlet
     }
+    // The factor counts for the declining balance only.
     NumericField {
         controller: screen.controller
         outlet: "factorField"
         signable: false
+        visible: (screen.controller.view.texts[screen.methodOutlet] ?? "") === "DDB"
     }
     SectionHeader {
         text: qsTr("Results")

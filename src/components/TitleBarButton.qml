@@ -12,6 +12,12 @@ ToolButton {
     background: Rectangle {
         radius: 6
         color: button.down ? "#33FFFFFF" : (button.visualFocus ? "#22FFFFFF" : "transparent")
+
+        FocusRing {
+            shown: button.visualFocus
+            light: true
+            radius: 6
+        }
     }
     contentItem: Label {
         text: button.text

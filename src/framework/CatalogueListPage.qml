@@ -52,6 +52,11 @@ Page {
             onClicked: page.calculatorChosen(identifier, name)
             Keys.onReturnPressed: clicked()
 
+            // The row the arrow keys are on, while the list has the keyboard.
+            FocusRing {
+                shown: row.ListView.isCurrentItem && rows.activeFocus
+            }
+
             contentItem: RowLayout {
                 spacing: 14
 

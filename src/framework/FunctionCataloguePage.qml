@@ -48,6 +48,11 @@ Page {
             onClicked: page.screensRequested(catalogue.screenIdentifiersForTitle(title), title)
             Keys.onReturnPressed: clicked()
 
+            // The row the arrow keys are on, while the list has the keyboard.
+            FocusRing {
+                shown: row.ListView.isCurrentItem && list.activeFocus
+            }
+
             contentItem: RowLayout {
                 spacing: 14
 

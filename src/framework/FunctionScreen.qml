@@ -58,6 +58,15 @@ Page {
     // The screen opens as it was last left, and keeps what it holds when it
     // goes (Back, another tab's work, the app's end).
     Component.onCompleted: controller.recallInputs()
+    // Opened from the keyboard or not, the first input takes the keyboard,
+    // so what is typed next goes into it (not into a title-bar button).
+    StackView.onActivated: {
+        if (!screen.activeFocus || screen.Window.activeFocusItem === screen) {
+            const first = formColumn.nextItemInFocusChain(true);
+            if (first && screen.contains(screen.mapFromItem(first, 0, 0)))
+                first.forceActiveFocus(Qt.TabFocusReason);
+        }
+    }
     Component.onDestruction: controller.rememberInputs()
 
     component SegmentButton: TabButton {
@@ -75,6 +84,11 @@ Page {
         background: Rectangle {
             radius: 7
             color: segment.checked ? AppTheme.accent : "transparent"
+
+            FocusRing {
+                shown: segment.visualFocus
+                radius: 7
+            }
         }
     }
 

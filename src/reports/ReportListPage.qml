@@ -151,6 +151,10 @@ Page {
 
             background: Rectangle {
                 color: row.down ? AppTheme.pressed : (row.visualFocus || row.ListView.isCurrentItem && list.activeFocus ? AppTheme.hover : row.palette.base)
+
+                FocusRing {
+                    shown: row.visualFocus || row.ListView.isCurrentItem && list.activeFocus
+                }
             }
 
             contentItem: RowLayout {

@@ -70,23 +70,33 @@ AbstractButton {
             }
         }
     }
+    // The second function sits in the top corner and the title fills the
+    // room below it, so the two never overlap, however small the key.
     contentItem: Item {
-        Text {
-            anchors.centerIn: parent
-            text: key.title
-            color: key.darkKey ? "white" : AppTheme.lightKeyText
-            font.pixelSize: Math.max(12, Math.min(key.height * 0.36, key.width * (key.title.length > 3 ? 0.2 : 0.3)))
-            font.bold: key.kind !== "digit"
-        }
         // The second function, small in the corner, while it is not shown.
         Text {
+            id: secondText
+
             anchors.right: parent.right
             anchors.top: parent.top
-            anchors.margins: 3
+            anchors.rightMargin: 3
+            anchors.topMargin: 2
             visible: key.secondaryTitle.length > 0 && key.secondaryTitle !== key.title
             text: key.secondaryTitle
             color: key.darkKey ? AppTheme.keyOperator : AppTheme.lightKeySecondText
             font.pixelSize: Math.max(8, key.height * 0.16)
+        }
+        Text {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: secondText.visible ? secondText.bottom : parent.top
+            anchors.bottom: parent.bottom
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            text: key.title
+            color: key.darkKey ? "white" : AppTheme.lightKeyText
+            font.pixelSize: Math.max(10, Math.min(height * 0.75, key.height * 0.36, key.width * (key.title.length > 3 ? 0.2 : 0.3)))
+            font.bold: key.kind !== "digit"
         }
     }
 }

@@ -33,6 +33,8 @@ Page {
         keyNavigationEnabled: true
         focus: true
         boundsBehavior: Flickable.StopAtBounds
+        // A row scrolled half out of sight does not draw under the tab bar.
+        clip: true
 
         delegate: ItemDelegate {
             id: row

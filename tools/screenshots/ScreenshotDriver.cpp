@@ -1,5 +1,6 @@
 #include "ScreenshotDriver.h"
 
+#include "TextOverlaps.h"
 #include "platform/AppPaths.h"
 #include "platform/Services.h"
 #include "reports/ReportTableModel.h"
@@ -15,6 +16,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
+#include <cstdio>
 
 ScreenshotDriver::ScreenshotDriver(QQuickWindow* window, const QString& directory, QObject* parent)
     : QObject(parent), m_window(window), m_directory(directory)
@@ -59,6 +61,12 @@ void ScreenshotDriver::next()
 
 void ScreenshotDriver::capture()
 {
+    // Texts that run into each other fail the walk, each pair named.
+    for (const QString& pair : textOverlaps(m_window)) {
+        std::fprintf(stderr, "overlap on %s at %dx%d: %s\n", qUtf8Printable(m_steps.at(m_index)),
+                     m_window->width(), m_window->height(), qUtf8Printable(pair));
+        m_failed = true;
+    }
     const QImage image = m_window->grabWindow();
     const QString path = QDir(m_directory).filePath(m_steps.at(m_index) + QStringLiteral(".png"));
     if (image.isNull() || !image.save(path)) {

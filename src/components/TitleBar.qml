@@ -38,7 +38,13 @@ Rectangle {
                 color: "white"
                 font.bold: true
                 font.pixelSize: 18
+                // A long title on a narrow window first gets smaller (down to
+                // 13 px), and only then is cut short.
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 13
                 elide: Text.ElideRight
+                verticalAlignment: Text.AlignVCenter
+                Layout.fillHeight: true
                 horizontalAlignment: bar.backText.length > 0 ? Text.AlignHCenter : Text.AlignLeft
             }
             RowLayout {

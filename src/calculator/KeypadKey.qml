@@ -70,26 +70,29 @@ AbstractButton {
             }
         }
     }
+    readonly property bool hasSecond: secondaryTitle.length > 0 && secondaryTitle !== title
+    readonly property real secondSize: Math.max(8, height * 0.16)
+
     // The second function sits in the top corner and the title fills the
     // room below it, so the two never overlap, however small the key.
     contentItem: Item {
         // The second function, small in the corner, while it is not shown.
         Text {
-            id: secondText
-
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.rightMargin: 3
             anchors.topMargin: 2
-            visible: key.secondaryTitle.length > 0 && key.secondaryTitle !== key.title
+            visible: key.hasSecond
             text: key.secondaryTitle
             color: key.darkKey ? AppTheme.keyOperator : AppTheme.lightKeySecondText
-            font.pixelSize: Math.max(8, key.height * 0.16)
+            font.pixelSize: key.secondSize
         }
         Text {
             anchors.left: parent.left
             anchors.right: parent.right
-            anchors.top: secondText.visible ? secondText.bottom : parent.top
+            anchors.top: parent.top
+            // Below the second function's line, when there is one.
+            anchors.topMargin: key.hasSecond ? key.secondSize * 1.25 + 2 : 0
             anchors.bottom: parent.bottom
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter

@@ -1,5 +1,9 @@
 #include "CalculatorRegistry.h"
 
+#include "QVFunctionController.h"
+
+#include <QHash>
+
 namespace CalculatorRegistry {
 
 namespace {
@@ -39,6 +43,23 @@ const CalculatorDescription* findScreen(const QString& screen)
             return description;
     }
     return nullptr;
+}
+
+const CalculatorDescription* findReportLabel(const QString& label)
+{
+    static const QHash<QString, const CalculatorDescription*> labels = [] {
+        QHash<QString, const CalculatorDescription*> byLabel;
+        for (const CalculatorDescription* description : installed()) {
+            if (!description->create)
+                continue;
+            const std::unique_ptr<QVFunctionController> screen = description->create();
+            const QString own = screen->model()->report().functionTitle;
+            if (!own.isEmpty() && !byLabel.contains(own))
+                byLabel.insert(own, description);
+        }
+        return byLabel;
+    }();
+    return labels.value(label);
 }
 
 } // namespace CalculatorRegistry

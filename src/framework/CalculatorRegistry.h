@@ -21,5 +21,10 @@ const QList<const CalculatorDescription*>& calculators();
 // the controller's class name too); null when there is none.
 const CalculatorDescription* find(const QString& name);
 const CalculatorDescription* findScreen(const QString& screen);
+// By the short label its reports carry ("Npv", "Cmp": the model's function
+// title), for reports saved before they named their calculator; null when
+// none has it. The labels are read from a model of each calculator, made
+// once on the first call.
+const CalculatorDescription* findReportLabel(const QString& label);
 
 } // namespace CalculatorRegistry

@@ -64,7 +64,9 @@ QVariant ReportTableModel::data(const QModelIndex& index, int role) const
     case FilePathRole:
         return report.fileName.isEmpty() ? QString() : report.filePathInDocumentsDirectory();
     case CalculatorTitleRole: {
-        const CalculatorDescription* d = CalculatorRegistry::find(report.calculator);
+        const CalculatorDescription* d =
+            report.calculator.isEmpty() ? CalculatorRegistry::findReportLabel(report.functionTitle)
+                                        : CalculatorRegistry::find(report.calculator);
         return d ? d->entry.title : report.functionTitle;
     }
     default:

@@ -29,8 +29,9 @@ public:
         FileNameRole,
         FilePathRole,
         // The calculator's full name, as the catalogue lists it ("Net
-        // Present Value Calculator"); the short label kept in the record
-        // ("Npv") for a report saved before reports named their calculator.
+        // Present Value Calculator"), found by the short label kept in the
+        // record ("Npv") for a report saved before reports named their
+        // calculator, or that label when no calculator has it.
         CalculatorTitleRole,
     };
 

@@ -647,6 +647,11 @@ TEST(FunctionCatalogue, EveryRowOpensItsScreen)
               QStringList{"BusinessTableController"});
     EXPECT_TRUE(FunctionTableModel::screenIdentifiersForTitle("Tip calculator").isEmpty());
     EXPECT_EQ(FunctionTableModel::rowHeightForListHeight(630), 70);
+    // Reports saved before they named their calculator carry a short label,
+    // by which the list still finds the calculator's full name.
+    EXPECT_EQ(CalculatorRegistry::findReportLabel("Npv")->name, "npv");
+    EXPECT_EQ(CalculatorRegistry::findReportLabel("Cmp")->name, "cmp");
+    EXPECT_EQ(CalculatorRegistry::findReportLabel("Nothing"), nullptr);
 }
 
 // The NPV calculation as one plain table (no screen shows it): the flows

@@ -84,8 +84,9 @@ TestCase {
         const list = findChild(page, "reportList");
         waitForItemPolished(list);
         compare(rowTitles(list), ["three", "two", "one"]);
-        // A report that does not name its calculator shows its short label.
-        compare(list.itemAtIndex(0).calculatorTitle, "Roi");
+        // A report that does not name its calculator is known by the short
+        // label it carries ("Roi").
+        compare(list.itemAtIndex(0).calculatorTitle, "Return on Investment Calculator");
         verify(Qt.colorEqual(list.itemAtIndex(0).colorTag, "#1FDA9A"));
         const edit = findChild(page, "editButton");
         compare(edit.text, "Edit");

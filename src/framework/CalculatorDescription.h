@@ -44,6 +44,11 @@ struct FieldDescription {
     QString placeholder;
 
     bool signable() const { return sign && (kind == Kind::Number || kind == Kind::Percent); }
+    // A number typed into a field of its own (an amount, a percent, a count).
+    bool typedNumber() const
+    {
+        return kind == Kind::Number || kind == Kind::Percent || kind == Kind::Count;
+    }
     QString spelled(const QString& word) const
     {
         const qsizetype at = words.indexOf(word);

@@ -38,17 +38,21 @@ const CalculatorDescription* QVFunctionController::description() const
     return CalculatorRegistry::findScreen(QString::fromLatin1(metaObject()->className()));
 }
 
-QString QVFunctionController::spelledWord(const QString& outlet, const QString& word) const
+const FieldDescription* QVFunctionController::describedField(const QString& keyOrOutlet) const
 {
     const CalculatorDescription* d = description();
-    const FieldDescription* field = d ? d->field(outlet) : nullptr;
+    return d ? d->field(keyOrOutlet) : nullptr;
+}
+
+QString QVFunctionController::spelledWord(const QString& outlet, const QString& word) const
+{
+    const FieldDescription* field = describedField(outlet);
     return field ? field->spelled(word) : word;
 }
 
 bool QVFunctionController::signableOf(const QString& outlet) const
 {
-    const CalculatorDescription* d = description();
-    const FieldDescription* field = d ? d->field(outlet) : nullptr;
+    const FieldDescription* field = describedField(outlet);
     return !field || field->signable();
 }
 
@@ -386,26 +390,9 @@ void QVFunctionController::fieldChanged()
     if (!solveButtons().isEmpty())
         return;
     readFields();
-    m_model->blankInputs = blankFields();
     m_model->calculateResult();
     blankResultsOfUnreadableFields();
     showResults();
-}
-
-QStringList QVFunctionController::blankFields() const
-{
-    QStringList blank;
-    const CalculatorDescription* d = description();
-    if (!d)
-        return blank;
-    for (const FieldDescription& field : d->fields) {
-        const bool typed = field.kind == FieldDescription::Kind::Number ||
-                           field.kind == FieldDescription::Kind::Percent ||
-                           field.kind == FieldDescription::Kind::Count;
-        if (typed && m_view->text(field.outlet).trimmed().isEmpty())
-            blank << field.key;
-    }
-    return blank;
 }
 
 bool QVFunctionController::countsUnreadableAsZero() const
@@ -417,6 +404,7 @@ bool QVFunctionController::countsUnreadableAsZero() const
 void QVFunctionController::readFields()
 {
     m_unreadableFields.clear();
+    m_model->blankInputs.clear();
     const CalculatorDescription* d = description();
     if (!d)
         return;
@@ -430,10 +418,10 @@ void QVFunctionController::readFields()
                 m_model->setProperty(key.constData(), m_view->text(field.outlet));
             continue;
         }
-        if (field.kind != FieldDescription::Kind::Number &&
-            field.kind != FieldDescription::Kind::Percent &&
-            field.kind != FieldDescription::Kind::Count)
+        if (!field.typedNumber())
             continue;
+        if (m_view->text(field.outlet).trimmed().isEmpty())
+            m_model->blankInputs << field.key;
         // A field the model keeps no property for (a range, a switch) is
         // read by the calculator's own controller, by its own rule.
         if (m_model->metaObject()->indexOfProperty(key.constData()) < 0)
@@ -762,8 +750,7 @@ void QVFunctionController::presentChoices(const QString& title, const QString& m
         sheet.actions = {{QStringLiteral("Cancel"), true}};
     // The choice its button shows now is marked, each spelled as its
     // description spells it.
-    const CalculatorDescription* d = description();
-    const FieldDescription* field = d ? d->field(anchor) : nullptr;
+    const FieldDescription* field = describedField(anchor);
     const QString current = m_view ? m_view->text(anchor) : QString();
     for (const QString& choice : choices) {
         AlertAction action{choice};
@@ -783,8 +770,7 @@ void QVFunctionController::presentChoice(const QString& key, const QString& titl
                                          const QString& message,
                                          std::function<void(const QString&)> chosen)
 {
-    const CalculatorDescription* d = description();
-    const FieldDescription* field = d ? d->field(key) : nullptr;
+    const FieldDescription* field = describedField(key);
     if (!field || field->kind != FieldDescription::Kind::Choice)
         return;
     const QString outlet = field->outlet;

@@ -258,10 +258,9 @@ protected:
     // button. In Tallyvane's own calculators (not the form calculators,
     // which count it as 0) a field that cannot be read is read as no number
     // (NaN).
+    // The same pass notes the keys of the number fields left empty (or only
+    // spaces) in the model's blankInputs.
     void readFields();
-    // The keys of the description's number, percent and count fields whose
-    // text is empty (or only spaces).
-    QStringList blankFields() const;
     // After the model computed: when readFields met a field that cannot be
     // read (in Tallyvane's own calculators), every result is blank (NaN)
     // with a note naming the field, rather than computed from a guess.
@@ -294,6 +293,8 @@ protected:
                        std::function<void(const QString&)> chosen);
 
 private:
+    // The description's field with this key or outlet; null for none.
+    const FieldDescription* describedField(const QString& keyOrOutlet) const;
     void viewDidLoad();
     void configureNavigationBar();
     void configureObservers();

@@ -45,9 +45,10 @@ public:
     // types override it (those that solve on a button have one solver a
     // result instead).
     virtual void calculateResult() {}
-    // The keys of the number fields left empty when calculateResult() is
-    // called on an edit. Most calculators read an empty field as 0; the
-    // ones that work out whichever value is left blank read this instead.
+    // The keys of the number fields the controller's last reading of the
+    // form found empty (QVFunctionController::readFields). Most calculators
+    // read an empty field as 0; the ones that work out whichever value is
+    // left blank read this instead.
     QStringList blankInputs;
 
     // Builds the report for a request whose user info carries "title".

@@ -92,3 +92,36 @@ void PairedRows::replace(const QStringList& first, const QStringList& second)
     m_shown = std::min(int(first.size()), capacity());
     endResetModel();
 }
+
+QString PairedRows::readRows(const QString& what, const std::function<int(int row)>& number,
+                             const std::function<void(int row)>& take) const
+{
+    int unreadable = 0;
+    int first = -1;
+    QString firstProblem;
+    for (int row = 0; row < m_shown; ++row) {
+        if (text(0, row).trimmed().isEmpty() && text(1, row).trimmed().isEmpty())
+            continue; // an empty row is no row
+        QString problem = m_problem(row, 0);
+        if (problem.isEmpty())
+            problem = m_problem(row, 1);
+        if (problem.isEmpty()) {
+            take(row);
+        } else if (unreadable++ == 0) {
+            first = row;
+            firstProblem = problem;
+        }
+    }
+    if (unreadable == 0)
+        return {};
+    if (unreadable == 1)
+        return QStringLiteral("%1 %2 cannot be read. %3")
+            .arg(what)
+            .arg(number(first))
+            .arg(firstProblem);
+    return QStringLiteral("%1 %2 and %3 more cannot be read. %4")
+        .arg(what)
+        .arg(number(first))
+        .arg(unreadable - 1)
+        .arg(firstProblem);
+}

@@ -47,6 +47,14 @@ public:
     // Replaces both columns with `first` and `second` (the rows beyond them
     // empty) and shows as many rows as `first` has.
     void replace(const QStringList& first, const QStringList& second);
+    // The shown rows in use (a row with both cells empty is none): each
+    // whose cells both read goes to `take`, in order; the others are left
+    // out and told in the line returned, which names the first by `what`
+    // and its number (`number(row)`) with the problem of its first cell
+    // that cannot be read ("Row 3 cannot be read. Not a number", "Row 3 and
+    // 2 more cannot be read. ..."); empty when every row reads.
+    QString readRows(const QString& what, const std::function<int(int row)>& number,
+                     const std::function<void(int row)>& take) const;
 
 private:
     Roles m_roles;

@@ -371,6 +371,17 @@ QString problemWith(const QString& text, const QLocale& locale)
     return QStringLiteral("Not a number");
 }
 
+QString problemComputingWith(const QString& text, const QLocale& locale)
+{
+    if (text.trimmed().isEmpty())
+        return {};
+    if (const Reading reading = read(text, locale); reading.value)
+        return std::isfinite(*reading.value)
+                   ? QString()
+                   : QStringLiteral("Too large a number to compute with.");
+    return problemWith(text, locale);
+}
+
 QString stringFromDouble(double value, const QLocale& locale)
 {
     return format(value, 3, Rounding::HalfEven, locale);

@@ -102,5 +102,9 @@ bool isUnreadable(const QString& text, const QLocale& locale = QLocale());
 // readings as this rule takes them, with the locale's decimal separator).
 // Empty for a number and for an empty text.
 QString problemWith(const QString& text, const QLocale& locale = QLocale());
+// The same for a number a sum must take: also "Too large a number to
+// compute with." for a text that reads beyond what a double holds ("1e400",
+// "Infinity"), so it is named like any other that cannot be used.
+QString problemComputingWith(const QString& text, const QLocale& locale = QLocale());
 
 } // namespace NumberFormat

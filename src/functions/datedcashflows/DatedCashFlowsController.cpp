@@ -51,15 +51,9 @@ QString DatedCashFlowsController::dateProblem(int row) const
 
 QString DatedCashFlowsController::amountProblem(int row) const
 {
-    const QString amount = m_rows.text(1, row);
-    if (QString problem = NumberFormat::problemWith(amount); !problem.isEmpty())
-        return problem;
     // "1e400" or "Infinity" read, but no sum can take them: named like any
     // other amount that cannot be used, never left out.
-    if (const std::optional<double> value = NumberFormat::readNumber(amount);
-        value && !std::isfinite(*value))
-        return QStringLiteral("Too large a number to compute with.");
-    return {};
+    return NumberFormat::problemComputingWith(m_rows.text(1, row));
 }
 
 QStringList DatedCashFlowsController::tableTexts(const QString& property) const
@@ -113,35 +107,13 @@ void DatedCashFlowsController::compute()
                          ? QString()
                          : QStringLiteral("The rate cannot be read. %1").arg(rateProblem);
     m->flows.clear();
-    m->flowsProblem.clear();
-    int unreadable = 0;
-    QString firstProblem;
-    int firstRow = -1;
-    for (int row = 0; row < m_rows.shown(); ++row) {
-        const QString date = m_rows.text(0, row);
-        const QString amount = m_rows.text(1, row);
-        if (date.trimmed().isEmpty() && amount.trimmed().isEmpty())
-            continue; // an empty row is no flow
-        QString problem = dateProblem(row);
-        if (problem.isEmpty())
-            problem = amountProblem(row);
-        if (!problem.isEmpty()) {
-            if (unreadable++ == 0) {
-                firstRow = row;
-                firstProblem = problem;
-            }
-            continue;
-        }
-        m->flows.append({*DateText::readIsoDate(date), NumberFormat::numberFromText(amount), row});
-    }
-    if (unreadable == 1)
-        m->flowsProblem =
-            QStringLiteral("Cash flow %1 cannot be read. %2").arg(firstRow).arg(firstProblem);
-    else if (unreadable > 1)
-        m->flowsProblem = QStringLiteral("Cash flow %1 and %2 more cannot be read. %3")
-                              .arg(firstRow)
-                              .arg(unreadable - 1)
-                              .arg(firstProblem);
+    // Cash flows are numbered from 0, as CF0 is.
+    m->flowsProblem = m_rows.readRows(
+        QStringLiteral("Cash flow"), [](int row) { return row; },
+        [this, m](int row) {
+            m->flows.append({*DateText::readIsoDate(m_rows.text(0, row)),
+                             NumberFormat::numberFromText(m_rows.text(1, row)), row});
+        });
     m->calculateResult();
     showResults();
     emit rowsChanged();

@@ -15,18 +15,6 @@ const QString predictYField = QStringLiteral("predictYField");
 const QString predictedYLabel = QStringLiteral("predictedYLabel");
 const QString predictedXLabel = QStringLiteral("predictedXLabel");
 
-// Why a cell's text cannot be used: the reading rule's line, or a number
-// beyond what a double holds ("1e400"), which no sum can take.
-QString cellProblem(const QString& text)
-{
-    if (QString problem = NumberFormat::problemWith(text); !problem.isEmpty())
-        return problem;
-    if (const std::optional<double> value = NumberFormat::readNumber(text);
-        value && !std::isfinite(*value))
-        return QStringLiteral("Too large a number to compute with.");
-    return {};
-}
-
 std::optional<double> cellValue(const QString& text)
 {
     if (text.trimmed().isEmpty())
@@ -170,12 +158,12 @@ void StatisticsController::modelClicked()
 
 QString StatisticsController::xProblem(int row) const
 {
-    return cellProblem(m_rows.text(0, row));
+    return NumberFormat::problemComputingWith(m_rows.text(0, row));
 }
 
 QString StatisticsController::yProblem(int row) const
 {
-    return cellProblem(m_rows.text(1, row));
+    return NumberFormat::problemComputingWith(m_rows.text(1, row));
 }
 
 QStringList StatisticsController::tableTexts(const QString& property) const
@@ -277,35 +265,13 @@ void StatisticsController::compute()
     m->predictX = prediction(predictXField, QStringLiteral("x"), m->predictXProblem);
     m->predictY = prediction(predictYField, QStringLiteral("y"), m->predictYProblem);
     m->rows.clear();
-    m->dataProblem.clear();
-    int unreadable = 0;
-    QString firstProblem;
-    int firstRow = -1;
-    for (int row = 0; row < m_rows.shown(); ++row) {
-        const QString x = m_rows.text(0, row);
-        const QString y = m_rows.text(1, row);
-        if (x.trimmed().isEmpty() && y.trimmed().isEmpty())
-            continue; // an empty row is no row
-        QString problem = xProblem(row);
-        if (problem.isEmpty())
-            problem = yProblem(row);
-        if (!problem.isEmpty()) {
-            if (unreadable++ == 0) {
-                firstRow = row + 1;
-                firstProblem = problem;
-            }
-            continue;
-        }
-        m->rows.append({row + 1, cellValue(x), cellValue(y)});
-    }
-    if (unreadable == 1)
-        m->dataProblem =
-            QStringLiteral("Row %1 cannot be read. %2").arg(firstRow).arg(firstProblem);
-    else if (unreadable > 1)
-        m->dataProblem = QStringLiteral("Row %1 and %2 more cannot be read. %3")
-                             .arg(firstRow)
-                             .arg(unreadable - 1)
-                             .arg(firstProblem);
+    // Rows are numbered from 1, as the screen shows them.
+    m->dataProblem = m_rows.readRows(
+        QStringLiteral("Row"), [](int row) { return row + 1; },
+        [this, m](int row) {
+            m->rows.append(
+                {row + 1, cellValue(m_rows.text(0, row)), cellValue(m_rows.text(1, row))});
+        });
     m->calculateResult();
     showResults();
     // A prediction nobody asked for stays blank on the screen (its note

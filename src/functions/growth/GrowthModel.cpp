@@ -65,10 +65,13 @@ void GrowthModel::calculateResult()
 
     factor = end / start;
     percentChange = (end - start) / start * 100;
-    const QString noStart =
-        start == 0 ? QStringLiteral("The start value is 0: it cannot grow.") : QString();
-    explain("factor", {noStart, tooLarge()});
-    explain("percentChange", {noStart, tooLarge()});
+    explain("factor", {startProblem(), tooLarge()});
+    explain("percentChange", {startProblem(), tooLarge()});
+}
+
+QString GrowthModel::startProblem() const
+{
+    return start == 0 ? QStringLiteral("The start value is 0: it cannot grow.") : QString();
 }
 
 void GrowthModel::workOutRate()
@@ -79,7 +82,7 @@ void GrowthModel::workOutRate()
     // From 0 nothing grows: no rate, not an infinite one.
     cagr = start == 0 ? noNumber : std::expm1(std::log(ratio) / years) * 100;
     explain("cagr",
-            {start == 0 ? QStringLiteral("The start value is 0: it cannot grow.") : QString(),
+            {startProblem(),
              ratio < 0 ? QStringLiteral("The start and end values have different signs: "
                                         "no growth rate leads from one to the other.")
                        : QString(),
@@ -106,7 +109,7 @@ void GrowthModel::workOutYears()
     years = std::log(end / start) / std::log1p(cagr / 100);
     explain(
         "years",
-        {start == 0 ? QStringLiteral("The start value is 0: it cannot grow.") : QString(),
+        {startProblem(),
          end / start <= 0 ? QStringLiteral("The start and end values must have the same "
                                            "sign, and the end value cannot be 0.")
                           : QString(),

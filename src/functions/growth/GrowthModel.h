@@ -40,6 +40,8 @@ protected:
     void configureNames() override;
 
 private:
+    // Why nothing follows from the start value (0); empty when it is not 0.
+    QString startProblem() const;
     void workOutRate();
     void workOutEnd();
     void workOutStart();

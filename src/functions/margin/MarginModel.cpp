@@ -7,7 +7,6 @@
 namespace {
 
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr std::array<const char*, 4> inputs = {"cost", "price", "margin", "markup"};
 constexpr std::array<const char*, 5> results = {"cost", "price", "margin", "markup", "profit"};
 
 } // namespace
@@ -25,12 +24,11 @@ void MarginModel::calculateResult()
 {
     clearNotes();
     explainEntries({"cost", "price", "margin", "markup"});
-    int given = 0;
-    for (const char* key : inputs)
-        given += blankInputs.contains(QLatin1String(key)) ? 0 : 1;
     const bool costGiven = !blankInputs.contains(QStringLiteral("cost"));
     const bool priceGiven = !blankInputs.contains(QStringLiteral("price"));
     const bool marginGiven = !blankInputs.contains(QStringLiteral("margin"));
+    const bool markupGiven = !blankInputs.contains(QStringLiteral("markup"));
+    const int given = int(costGiven) + int(priceGiven) + int(marginGiven) + int(markupGiven);
     QString problem;
     if (given < 2)
         problem = QStringLiteral("Enter two of the cost, price, margin and markup.");
@@ -52,7 +50,7 @@ void MarginModel::calculateResult()
     // A given rate stays as typed; the other follows from the amounts.
     if (!marginGiven)
         margin = profit / price * 100;
-    if (blankInputs.contains(QStringLiteral("markup")))
+    if (!markupGiven)
         markup = profit / cost * 100;
     const QString inherited = std::isnan(cost)    ? note(QStringLiteral("cost"))
                               : std::isnan(price) ? note(QStringLiteral("price"))

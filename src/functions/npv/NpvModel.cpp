@@ -9,11 +9,20 @@
 
 namespace {
 
+constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+
+// How many of `cashFlows` the first `count` are: none for a count below 0,
+// all of them for one beyond the list.
+qsizetype flowsInUse(const QList<double>& cashFlows, int count)
+{
+    return std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+}
+
 // The present value of the first `count` flows at a rate given as a
 // fraction: Σ CF[t] / (1 + x)^t, the first flow undiscounted.
 double presentValue(const QList<double>& cashFlows, int count, double x)
 {
-    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+    const qsizetype n = flowsInUse(cashFlows, count);
     double sum = 0;
     for (qsizetype t = 0; t < n; ++t)
         sum += cashFlows.at(t) / std::pow(1.0 + x, double(t));
@@ -51,7 +60,7 @@ NpvModel::Rates NpvModel::internalRatesOfReturn(const QList<double>& cashFlows, 
     // (money in first), for rates above 100 % and often for two roots. This
     // one finds every rate in its range to full precision; where the old
     // one found a rate, the answers differ only beyond its tolerance.
-    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+    const qsizetype n = flowsInUse(cashFlows, count);
     bool anyPositive = false;
     bool anyNegative = false;
     for (qsizetype t = 0; t < n; ++t) {
@@ -103,8 +112,7 @@ double NpvModel::calculateIrrWithCashFlows(const QList<double>& cashFlows) const
 NpvModel::Figure NpvModel::modifiedRateOfReturn(const QList<double>& cashFlows, int count,
                                                 double financeRate, double reinvestRate)
 {
-    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
-    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+    const qsizetype n = flowsInUse(cashFlows, count);
     if (n < 2)
         return {noNumber, QStringLiteral("MIRR needs at least two cash flows.")};
     // Σ inflow·(1 + reinvest)^(n−1−t) and Σ outflow / (1 + finance)^t.
@@ -130,7 +138,7 @@ NpvModel::Figure NpvModel::modifiedRateOfReturn(const QList<double>& cashFlows, 
 
 NpvModel::Figure NpvModel::paybackPeriods(const QList<double>& cashFlows, int count, double rate)
 {
-    const qsizetype n = std::min<qsizetype>(std::max(count, 0), cashFlows.size());
+    const qsizetype n = flowsInUse(cashFlows, count);
     const double discount = std::log1p(rate / 100);
     double sum = 0;
     for (qsizetype t = 0; t < n; ++t) {
@@ -145,7 +153,6 @@ NpvModel::Figure NpvModel::paybackPeriods(const QList<double>& cashFlows, int co
             return {double(t - 1) - before / flow, {}};
         }
     }
-    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
     if (n == 0)
         return {noNumber, QStringLiteral("Enter the cash flows.")};
     return {noNumber, rate == 0 ? QStringLiteral("The cash flows never pay back the outlay.")
@@ -175,14 +182,14 @@ void NpvModel::calculateResult()
     const Figure modified = modifiedRateOfReturn(cashArray, period, financeRate, reinvestRate);
     mirr = modified.value;
     setNote(QStringLiteral("mirr"), modified.reason);
+    // The NPV less CF0 is the present value of the later flows.
     const double outlay = period > 0 ? -cashArray.value(0) : 0;
-    profitabilityIndex = (npv + outlay) / outlay;
+    const bool hasOutlay = outlay > 0;
+    profitabilityIndex = hasOutlay ? (npv + outlay) / outlay : noNumber;
     setNote(QStringLiteral("profitabilityIndex"),
-            outlay > 0 ? QString()
-                       : QStringLiteral("The profitability index needs an outlay (a negative "
-                                        "CF0)."));
-    if (!(outlay > 0))
-        profitabilityIndex = std::numeric_limits<double>::quiet_NaN();
+            hasOutlay ? QString()
+                      : QStringLiteral("The profitability index needs an outlay (a negative "
+                                       "CF0)."));
     const Figure plain = paybackPeriods(cashArray, period, 0);
     payback = plain.value;
     setNote(QStringLiteral("payback"), plain.reason);

@@ -216,22 +216,13 @@ TEST_F(CliTest, ASaveThatCannotLandFailsWithTheReasonAndKeepsEarlierRecords)
 TEST_F(CliTest, ADatabaseLockedPastTheTimeoutFailsSavesAndDeletesWithTheReason)
 {
     save({"Plan A", "Plan B"});
-    ReportStore::setBusyTimeout(200);
-    const auto restore = qScopeGuard([] {
-        ReportStore::setBusyTimeout(ReportStore::defaultBusyTimeout);
-        ReportStore::close();
-    });
-    ReportStore::close();
     // Another program holds the write lock and does not let go.
-    withOwnConnection(ReportStore::databasePath(), [this](QSqlQuery& lock) {
-        ASSERT_TRUE(lock.exec("BEGIN IMMEDIATE"));
-
+    whileAnotherHoldsTheStore(200, [this] {
         EXPECT_EQ(run({"reports", "delete", "0"}), 1);
         EXPECT_TRUE(stderrText.contains("was not deleted")) << stderrText.toStdString();
         EXPECT_TRUE(stderrText.contains("locked")) << stderrText.toStdString();
         EXPECT_EQ(run({"calc", "tip", "bill=50", "--save", "Locked out"}), 1);
         EXPECT_TRUE(stderrText.contains("locked")) << stderrText.toStdString();
-        lock.exec("ROLLBACK");
     });
     ASSERT_EQ(run({"reports", "list"}), 0);
     EXPECT_EQ(stdoutText.count('\n'), 2) << "both reports kept, none added";

@@ -854,17 +854,9 @@ TEST_F(Screens, ScreensRememberTheirInputsUntilCleared)
     // told, once a run, not lost in silence.
     open("roi");
     type("investmentField", "500");
-    ReportStore::setBusyTimeout(100);
-    const auto restore = qScopeGuard([] {
-        ReportStore::setBusyTimeout(ReportStore::defaultBusyTimeout);
-        ReportStore::close();
-    });
-    ReportStore::close();
-    withOwnConnection(ReportStore::databasePath(), [this](QSqlQuery& lock) {
-        ASSERT_TRUE(lock.exec("BEGIN IMMEDIATE"));
+    whileAnotherHoldsTheStore(100, [this] {
         presenter.script({{"OK", ""}});
         screen->rememberInputs();
-        lock.exec("ROLLBACK");
     });
     ASSERT_FALSE(presenter.requests.empty());
     EXPECT_EQ(presenter.requests.back().title, "Inputs not kept");

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "store/ReportStore.h"
+
+#include <QScopeGuard>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -18,4 +21,23 @@ template <typename Use> void withOwnConnection(const QString& path, Use use)
         use(query);
     }
     QSqlDatabase::removeDatabase(name);
+}
+
+// Runs `use` while another program holds the reports database's write lock
+// (BEGIN IMMEDIATE on a connection of its own) and the store waits only
+// `busyTimeoutMs` for it; then lets go, and puts the store's timeout and
+// connection back as they were.
+template <typename Use> void whileAnotherHoldsTheStore(int busyTimeoutMs, Use use)
+{
+    ReportStore::setBusyTimeout(busyTimeoutMs);
+    const auto restore = qScopeGuard([] {
+        ReportStore::setBusyTimeout(ReportStore::defaultBusyTimeout);
+        ReportStore::close();
+    });
+    ReportStore::close();
+    withOwnConnection(ReportStore::databasePath(), [&](QSqlQuery& lock) {
+        ASSERT_TRUE(lock.exec(QStringLiteral("BEGIN IMMEDIATE")));
+        use();
+        lock.exec(QStringLiteral("ROLLBACK"));
+    });
 }

@@ -94,10 +94,7 @@ TestCase {
         const field = findChild(screen, outlet);
         verify(field, "no field " + outlet);
         verify(field.visible, outlet + " is shown");
-        // As a person scrolls to a field before clicking it: the screen
-        // scrolls the focused field into sight.
-        field.forceActiveFocus();
-        mouseClick(field);
+        clickInSight(field);
         field.selectAll();
         for (const c of text)
             keyClick(c === "." ? Qt.locale().decimalPoint : c);

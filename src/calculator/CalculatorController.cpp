@@ -209,14 +209,8 @@ void CalculatorController::keepRegisters()
 {
     if (!m_keepsRegisters)
         return;
-    const QByteArray now = registerState();
-    if (now == m_keptState)
-        return;
-    const WriteResult kept = ReportStore::keepScreenState(QStringLiteral("keypad"), now);
-    if (kept.ok())
-        m_keptState = now;
-    else
-        FallbackNotices::keepingFailed(kept.error, presenter());
+    FallbackNotices::keepScreen(QStringLiteral("keypad"), registerState(), m_keptState,
+                                presenter());
 }
 
 void CalculatorController::receiveCalculatorButtonClickedNotification(const QVariantMap& userInfo)

@@ -4,6 +4,7 @@
 #include "platform/Clipboard.h"
 #include "platform/Services.h"
 #include "platform/UrlOpener.h"
+#include "store/ReportStore.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -109,6 +110,16 @@ void keepingFailed(const QString& error, Presenter* presenter)
         QStringLiteral("What you entered could not be kept for the next start:\n%1").arg(error);
     alert.actions = {{QStringLiteral("OK"), true, true}};
     presenter->present(alert, [](const QString&, const QString&) {});
+}
+
+void keepScreen(const QString& name, const QByteArray& now, QByteArray& kept, Presenter* presenter)
+{
+    if (now == kept)
+        return;
+    if (const WriteResult result = ReportStore::keepScreenState(name, now); result.ok())
+        kept = now;
+    else
+        keepingFailed(result.error, presenter);
 }
 
 void openFolder(const QString& path, Presenter* presenter, QObject* context)

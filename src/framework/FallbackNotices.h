@@ -2,6 +2,7 @@
 
 #include "platform/MailComposer.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QUrl>
 
@@ -32,6 +33,11 @@ void openFolder(const QString& path, Presenter* presenter, QObject* context = nu
 // be kept for the next start: an alert says why, once a run, so that a full
 // disk is not told again at every key.
 void keepingFailed(const QString& error, Presenter* presenter);
+// Keeps `now` as what screen `name` holds (ReportStore::keepScreenState)
+// unless it is `kept`, the bytes kept last, which it then becomes; a
+// failure is told by keepingFailed and `kept` stays, so the next try writes
+// again.
+void keepScreen(const QString& name, const QByteArray& now, QByteArray& kept, Presenter* presenter);
 
 QString mailDraftTitle();
 QString unopenedAddressTitle();

@@ -829,14 +829,7 @@ void QVFunctionController::rememberInputs()
     const CalculatorDescription* d = description();
     if (!d || m_forgotten)
         return;
-    const QByteArray now = inputsAsCbor();
-    if (now == m_keptInputs)
-        return;
-    const WriteResult kept = ReportStore::keepScreenState(d->name, now);
-    if (kept.ok())
-        m_keptInputs = now;
-    else
-        FallbackNotices::keepingFailed(kept.error, presenter());
+    FallbackNotices::keepScreen(d->name, inputsAsCbor(), m_keptInputs, presenter());
 }
 
 void QVFunctionController::forgetInputs()

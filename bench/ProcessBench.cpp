@@ -1,7 +1,11 @@
 // Times whole processes: each command is started N times, the commands
 // interleaved (A, B, A, B, ...) so that drift of the machine affects all of
-// them alike, and for each the wall time from spawn to exit and the peak
-// resident set (ru_maxrss from wait4) are summarised.
+// them alike, and for each the wall time from spawn to exit, the processor
+// time (user and system, from wait4), the peak resident set (ru_maxrss) and,
+// for a program that reports it, the time from spawn to its first frame on
+// screen are summarised. A program reports its first frame by writing the
+// line "first-frame-monotonic-ns N" (N: CLOCK_MONOTONIC in nanoseconds at
+// that frame) to its standard output.
 //
 //   process_bench [--runs N] [--warmup K] [--timeout SECONDS] [--json FILE]
 //                 --name NAME [--fresh-dir VAR] -- COMMAND [ARGS...]
@@ -56,8 +60,10 @@ struct Options {
 struct Run {
     bool ok = false;
     double wallMs = 0;
-    double peakRssMb = 0; // megabytes of 10^6 bytes
-    std::string failure;  // why it failed, with the end of its output
+    double cpuMs = 0;
+    double firstFrameMs = -1; // -1: not reported
+    double peakRssMb = 0;     // megabytes of 10^6 bytes
+    std::string failure;      // why it failed, with the end of its output
 };
 
 [[noreturn]] void usage(const std::string& problem)
@@ -172,6 +178,30 @@ std::vector<char*> pointers(std::vector<std::string>& strings)
     return result;
 }
 
+double milliseconds(const timeval& time)
+{
+    return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
+}
+
+// The first "first-frame-monotonic-ns N" line of the output, or 0. Only the
+// first 64 kB are read: the line comes early, and the output may be large.
+long long reportedFirstFrame(const std::string& path)
+{
+    std::ifstream file(path);
+    std::string line;
+    const std::string key = "first-frame-monotonic-ns ";
+    std::size_t read = 0;
+    while (read < 65536 && std::getline(file, line)) {
+        read += line.size() + 1;
+        if (line.compare(0, key.size(), key) == 0) {
+            long long ns = 0;
+            std::from_chars(line.data() + key.size(), line.data() + line.size(), ns);
+            return ns;
+        }
+    }
+    return 0;
+}
+
 // Starts `command` once and waits for it, at most `timeoutSeconds`.
 // SIGCHLD is blocked in this process, so sigtimedwait() wakes up the moment
 // the child exits and the measured wall time carries no polling delay.
@@ -265,6 +295,9 @@ Run runOnce(const Command& command, double timeoutSeconds, const std::string& ou
     if (const std::string output = tailOfFile(outputPath, 20); !run.ok && !output.empty())
         run.failure += "; its output ends:\n" + output;
     run.peakRssMb = double(usage.ru_maxrss) * 1024.0 / 1e6; // ru_maxrss is in KiB
+    run.cpuMs = milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+    if (const long long frameNs = reportedFirstFrame(outputPath); frameNs > 0)
+        run.firstFrameMs = double(frameNs - (start.tv_sec * 1000000000LL + start.tv_nsec)) / 1e6;
     if (!freshDir.empty())
         std::filesystem::remove_all(freshDir);
     return run;
@@ -332,16 +365,21 @@ int main(int argc, char** argv)
         }
     }
     bool allOk = true;
-    std::printf("%-28s %5s %10s %10s %10s %10s %10s\n", "command", "runs", "median ms", "min ms",
-                "max ms", "median MB", "max MB");
+    std::printf("%-28s %5s %10s %10s %10s %10s %10s %10s %10s\n", "command", "runs", "median ms",
+                "min ms", "max ms", "cpu ms", "frame ms", "median MB", "max MB");
     for (std::size_t c = 0; c < options.commands.size(); ++c) {
         std::vector<double> wall;
+        std::vector<double> cpu;
+        std::vector<double> frame; // of the runs that reported one
         std::vector<double> rss;
         std::string firstFailure;
         double failedRss = 0; // the largest peak of the failed runs
         for (const Run& run : runs[c]) {
             if (run.ok) {
                 wall.push_back(run.wallMs);
+                cpu.push_back(run.cpuMs);
+                if (run.firstFrameMs >= 0)
+                    frame.push_back(run.firstFrameMs);
                 rss.push_back(run.peakRssMb);
                 continue;
             }
@@ -355,16 +393,20 @@ int main(int argc, char** argv)
         const double maxWall = wall.empty() ? 0 : *std::max_element(wall.begin(), wall.end());
         const double maxRss = rss.empty() ? 0 : *std::max_element(rss.begin(), rss.end());
         const std::string& name = options.commands[c].name;
-        std::printf("%-28s %5zu %10.2f %10.2f %10.2f %10.1f %10.1f\n", name.c_str(), wall.size(),
-                    median(wall), minWall, maxWall, median(rss), maxRss);
+        const double frameMedian = frame.empty() ? -1 : median(frame);
+        std::printf("%-28s %5zu %10.2f %10.2f %10.2f %10.2f %10.2f %10.1f %10.1f\n", name.c_str(),
+                    wall.size(), median(wall), minWall, maxWall, median(cpu), frameMedian,
+                    median(rss), maxRss);
         if (json.is_open()) {
             char line[512];
             std::snprintf(line, sizeof line,
                           "\"runs\": %zu, \"failed\": %zu, \"wall_median_ms\": %.3f, "
-                          "\"wall_min_ms\": %.3f, \"wall_max_ms\": %.3f, \"rss_median_mb\": %.2f, "
-                          "\"rss_max_mb\": %.2f, \"failed_rss_max_mb\": %.2f",
-                          wall.size(), failed, median(wall), minWall, maxWall, median(rss), maxRss,
-                          failedRss);
+                          "\"wall_min_ms\": %.3f, \"wall_max_ms\": %.3f, \"cpu_median_ms\": %.3f, "
+                          "\"first_frame_median_ms\": %.3f, \"first_frame_runs\": %zu, "
+                          "\"rss_median_mb\": %.2f, \"rss_max_mb\": %.2f, "
+                          "\"failed_rss_max_mb\": %.2f",
+                          wall.size(), failed, median(wall), minWall, maxWall, median(cpu),
+                          frameMedian, frame.size(), median(rss), maxRss, failedRss);
             json << "{\"name\": " << jsonString(name) << ", " << line
                  << ", \"failure\": " << jsonString(firstFailure) << "}\n";
         }

@@ -4,16 +4,13 @@
 // it in the background; then every tab is shown again, round after round.
 // A switch lasts from setting the tab until the next frame is on screen.
 // Prints the figures and writes them as one JSON line to --json FILE.
-#include "app/QmlPresenter.h"
-#include "functions/Calculators.h"
-#include "gui/DesktopServices.h"
+#include "app/AppWindow.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
@@ -61,20 +58,13 @@ double median(std::vector<double> values)
 int main(int argc, char* argv[])
 {
     QGuiApplication app(argc, argv);
-    DesktopServices::install();
-    installCalculators();
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
-    QmlPresenter::instance();
+    prepareApplication(); // as the app starts: services, style, scene graph
     const QStringList args = app.arguments();
     const qsizetype jsonAt = args.indexOf(QStringLiteral("--json"));
     const int rounds = 10;
 
     QQmlApplicationEngine engine;
-    engine.addImportPath(QStringLiteral("qrc:/"));
-    engine.load(QUrl(QStringLiteral("qrc:/Tallyvane/app/Main.qml")));
-    auto* window = engine.rootObjects().isEmpty()
-                       ? nullptr
-                       : qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    QQuickWindow* window = loadMainWindow(engine, QSize(412, 892));
     if (!window || !waitForFrame(window)) {
         std::fprintf(stderr, "tab_switch_bench: the window showed no frame\n");
         return 1;

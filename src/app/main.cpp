@@ -25,7 +25,8 @@ int main(int argc, char* argv[])
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption quit(QStringLiteral("quit-after-first-frame"),
-                                  QStringLiteral("Exit once the first frame is shown."));
+                                  QStringLiteral("Exit once the first frame is shown, writing the "
+                                                 "moment to standard output."));
     const QCommandLineOption size = windowSizeOption();
     parser.addOptions({quit, size});
     parser.process(app);

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Layouts
 import Tallyvane
 
 ApplicationWindow {
@@ -9,7 +8,10 @@ ApplicationWindow {
     readonly property var stacks: [functionsStack, calculatorStack, reportsStack, aboutStack]
     readonly property StackView currentStack: stacks[tabBar.currentIndex]
     property alias reports: reportsModel
-    readonly property alias presenterHost: presenterHost
+    // The sheets and alerts the screens ask for (PresenterHost.qml), made
+    // a moment after the first frame, or at once when a question comes
+    // before that: null until then.
+    readonly property var presenterHost: presenterLoader.item
     // What the screenshot walk (ScreenshotWalk.qml) works with.
     readonly property alias functionsStackView: functionsStack
     readonly property alias calculatorStackView: calculatorStack
@@ -186,7 +188,7 @@ ApplicationWindow {
     Shortcut {
         objectName: "backShortcut"
         sequences: ["Escape", "Alt+Left", "Back"]
-        enabled: window.currentStack.depth > 1 && window.presenterHost.openPopups.length === 0
+        enabled: window.currentStack.depth > 1 && (!window.presenterHost || window.presenterHost.openPopups.length === 0)
         onActivated: window.currentStack.pop()
     }
     Shortcut {
@@ -238,24 +240,32 @@ ApplicationWindow {
         }
     }
 
-    StackLayout {
+    // One stack per tab, the current tab's shown (plain items rather than
+    // a layout: nothing to lay out but the one shown, and no layout module
+    // to load before the first frame).
+    Item {
         anchors.fill: parent
-        currentIndex: tabBar.currentIndex
 
         StackView {
             id: functionsStack
 
             objectName: "functionsStack"
+            anchors.fill: parent
+            visible: tabBar.currentIndex === 0
         }
         StackView {
             id: calculatorStack
 
             objectName: "calculatorStack"
+            anchors.fill: parent
+            visible: tabBar.currentIndex === 1
         }
         StackView {
             id: reportsStack
 
             objectName: "reportsStack"
+            anchors.fill: parent
+            visible: tabBar.currentIndex === 2
             // Back on the list from a report: read the list again.
             onDepthChanged: if (depth === 1)
                 reportsModel.loadReportArray()
@@ -264,17 +274,24 @@ ApplicationWindow {
             id: aboutStack
 
             objectName: "aboutStack"
+            anchors.fill: parent
+            visible: tabBar.currentIndex === 3
         }
     }
 
     Component.onCompleted: ensureTab(tabBar.currentIndex)
 
-    // The tabs not shown yet, one at a time after the first frame.
+    // After the first frame, one at a time: the presenter host, then the
+    // tabs not shown yet.
     Timer {
         interval: 200
         repeat: true
         running: true
         onTriggered: {
+            if (presenterLoader.status === Loader.Null) {
+                presenterLoader.load();
+                return;
+            }
             const index = window.stacks.findIndex(stack => stack.depth === 0);
             if (index < 0)
                 stop();
@@ -294,9 +311,32 @@ ApplicationWindow {
         }
     }
 
-    PresenterHost {
-        id: presenterHost
+    // Empty until its file is given: an address set on a Loader, even an
+    // inactive one, has the file loaded at once.
+    Loader {
+        id: presenterLoader
+
+        function load() {
+            if (status === Loader.Null)
+                source = window.page("app/PresenterHost.qml");
+        }
 
         anchors.fill: parent
+    }
+    Connections {
+        target: Presenter
+        enabled: presenterLoader.status === Loader.Null
+
+        function onPendingChanged() {
+            presenterLoader.load();
+        }
+    }
+    Connections {
+        target: Presenter
+        enabled: !presenterLoader.active
+
+        function onPendingChanged() {
+            presenterLoader.active = true;
+        }
     }
 }

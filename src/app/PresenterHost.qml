@@ -54,13 +54,26 @@ Item {
             }
         }
         function onPresentRequested(request) {
-            const component = request.kind === "sheet" ? sheetComponent : alertComponent;
-            const popup = component.createObject(host, {
-                "request": request
-            });
-            host.openPopups = host.openPopups.concat([popup]);
-            popup.open();
+            host.present(request);
         }
+    }
+
+    // Shows `request`, unless it is shown already.
+    function present(request) {
+        if (openPopups.some(p => p.request.id === request.id))
+            return;
+        const component = request.kind === "sheet" ? sheetComponent : alertComponent;
+        openPopups = openPopups.concat([component.createObject(host, {
+                "request": request
+            })]);
+        openPopups[openPopups.length - 1].open();
+    }
+
+    // The host is made after the window's first frame, or when the first
+    // question comes: what was asked before it existed is shown now.
+    Component.onCompleted: {
+        for (const request of Presenter.pendingRequests())
+            present(request);
     }
 
     component ChoiceButton: Button {

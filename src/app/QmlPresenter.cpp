@@ -71,3 +71,13 @@ QVariantMap QmlPresenter::pendingRequest() const
     const auto keys = m_requests.keys();
     return m_requests.value(*std::min_element(keys.begin(), keys.end()));
 }
+
+QVariantList QmlPresenter::pendingRequests() const
+{
+    QList<int> ids = m_requests.keys();
+    std::sort(ids.begin(), ids.end());
+    QVariantList requests;
+    for (int id : ids)
+        requests << m_requests.value(id);
+    return requests;
+}

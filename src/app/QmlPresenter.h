@@ -29,6 +29,9 @@ public:
     Q_INVOKABLE void answer(int id, const QString& action, const QString& text = QString());
     // The oldest request still waiting for an answer, or an empty map.
     Q_INVOKABLE QVariantMap pendingRequest() const;
+    // Every request still waiting for an answer, oldest first: what a host
+    // made after they were asked has to show.
+    Q_INVOKABLE QVariantList pendingRequests() const;
     int pendingCount() const { return int(m_pending.size()); }
 
 signals:

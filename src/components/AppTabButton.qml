@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Layouts
 
 // A bottom tab: a glyph over a short label, tinted when current.
 TabButton {
@@ -14,20 +13,21 @@ TabButton {
     focusPolicy: Qt.NoFocus
     Accessible.name: text
 
-    contentItem: ColumnLayout {
+    // Plain texts in a column, the current tab told by its colour and the
+    // bar above it: the four tabs are on the first frame.
+    contentItem: Column {
         spacing: 2
 
-        Label {
-            Layout.alignment: Qt.AlignHCenter
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
             text: tab.glyph
             font.pixelSize: 20
             color: tab.checked ? AppTheme.accent : AppTheme.secondaryText
         }
-        Label {
-            Layout.alignment: Qt.AlignHCenter
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
             text: tab.text
             font.pixelSize: 12
-            font.bold: tab.checked
             color: tab.checked ? AppTheme.accent : AppTheme.secondaryText
         }
     }

@@ -1,6 +1,4 @@
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Layouts
 
 // The title bar of every screen: an optional back button, the title, and
 // whatever the screen puts on the right (its `actions`).
@@ -18,39 +16,48 @@ Rectangle {
     Accessible.role: Accessible.ToolBar
     Accessible.name: title
 
+    // Laid out by anchors (no layout module): the back button at the left,
+    // the actions at the right, the title between them.
     data: [
-        RowLayout {
-            anchors.fill: parent
-            anchors.leftMargin: bar.backText.length > 0 ? 0 : AppTheme.margin
-            anchors.rightMargin: 4
-            spacing: 0
+        // Made only on screens that have somewhere to go back to: the first
+        // pages (on the first frame) have none.
+        Loader {
+            id: back
 
-            TitleBarButton {
-                objectName: "backButton"
-                visible: bar.backText.length > 0
-                text: "\u2039 " + bar.backText
-                Accessible.name: qsTr("Back to %1").arg(bar.backText)
-                onClicked: bar.backClicked()
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            visible: status === Loader.Ready
+            source: bar.backText.length > 0 ? "BackButton.qml" : ""
+            onLoaded: {
+                item.backText = Qt.binding(() => bar.backText);
+                item.clicked.connect(bar.backClicked);
             }
-            Label {
-                Layout.fillWidth: true
-                text: bar.title
-                color: "white"
-                font.bold: true
-                font.pixelSize: 18
-                // A long title on a narrow window first gets smaller (down to
-                // 13 px), and only then is cut short.
-                fontSizeMode: Text.HorizontalFit
-                minimumPixelSize: 13
-                elide: Text.ElideRight
-                verticalAlignment: Text.AlignVCenter
-                Layout.fillHeight: true
-                horizontalAlignment: bar.backText.length > 0 ? Text.AlignHCenter : Text.AlignLeft
-            }
-            RowLayout {
-                id: trailing
-                spacing: 0
-            }
+        },
+        Text {
+            anchors.left: back.visible ? back.right : parent.left
+            anchors.leftMargin: back.visible ? 0 : AppTheme.margin
+            anchors.right: trailing.left
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            text: bar.title
+            color: "white"
+            font.bold: true
+            font.pixelSize: 18
+            // A long title on a narrow window first gets smaller (down to
+            // 13 px), and only then is cut short.
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 13
+            elide: Text.ElideRight
+            verticalAlignment: Text.AlignVCenter
+            horizontalAlignment: bar.backText.length > 0 ? Text.AlignHCenter : Text.AlignLeft
+        },
+        Row {
+            id: trailing
+
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
         }
     ]
 }

@@ -84,7 +84,7 @@ struct CatalogueEntry {
 
     List list = List::Functions;
     QString title;
-    QString icon;  // the Functions tab's icon ("tvm": qrc:/icons/tvm.png)
+    QString icon;  // the Functions tab's icon ("tvm": image://icons/tvm, resources/icons/tvm.png)
     QString color; // the swatch of the lists other than the Functions tab, "#RRGGBB"
     // Further lists that show it too (the bond calculator, on the Functions
     // tab, is also among the bonds). Its own list decides everything else.

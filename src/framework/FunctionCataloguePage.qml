@@ -1,8 +1,6 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Layouts
 import Tallyvane
 
 // The catalogue of form calculators. Rows are a ninth of the list's height,
@@ -36,45 +34,91 @@ Page {
         // A row scrolled half out of sight does not draw under the tab bar.
         clip: true
 
-        delegate: ItemDelegate {
+        // A row is drawn with plain items (no control template, one text
+        // font): the whole catalogue is on the first frame.
+        delegate: Rectangle {
             id: row
 
             required property int index
             required property string title
             required property string iconUrl
 
+            signal clicked
+
             objectName: "functionRow" + index
             width: ListView.view.width
             height: catalogue.rowHeightForListHeight(list.height)
+            color: tap.pressed ? AppTheme.pressed : hover.hovered ? AppTheme.hover : "transparent"
+            Accessible.role: Accessible.Button
             Accessible.name: title
+            Accessible.onPressAction: clicked()
             onClicked: page.screensRequested(catalogue.screenIdentifiersForTitle(title), title)
             Keys.onReturnPressed: clicked()
+            Keys.onEnterPressed: clicked()
+
+            TapHandler {
+                id: tap
+
+                onTapped: row.clicked()
+            }
+            HoverHandler {
+                id: hover
+            }
 
             // The row the arrow keys are on, while the list has the keyboard.
             FocusRing {
                 shown: row.ListView.isCurrentItem && list.activeFocus
             }
 
-            contentItem: RowLayout {
-                spacing: 14
+            Image {
+                id: icon
 
-                Image {
-                    Layout.preferredWidth: Math.min(44, row.height - 16)
-                    Layout.preferredHeight: Layout.preferredWidth
-                    source: row.iconUrl
-                    sourceSize.width: 88
-                    sourceSize.height: 88
-                    fillMode: Image.PreserveAspectFit
+                x: 12
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(44, row.height - 16)
+                height: width
+                source: row.iconUrl
+                sourceSize.width: 88
+                sourceSize.height: 88
+                fillMode: Image.PreserveAspectFit
+            }
+            Text {
+                anchors.left: icon.right
+                anchors.leftMargin: 14
+                anchors.right: chevron.left
+                anchors.rightMargin: 14
+                anchors.verticalCenter: parent.verticalCenter
+                text: row.title
+                font.pixelSize: 16
+                color: AppTheme.text
+                elide: Text.ElideRight
+            }
+            // The chevron is drawn, not a glyph: no second font size to load.
+            Item {
+                id: chevron
+
+                anchors.right: parent.right
+                anchors.rightMargin: 16
+                anchors.verticalCenter: parent.verticalCenter
+                width: 8
+                height: 14
+
+                Rectangle {
+                    x: 1
+                    y: 3
+                    width: 8
+                    height: 2
+                    radius: 1
+                    rotation: 45
+                    color: AppTheme.secondaryText
                 }
-                Label {
-                    Layout.fillWidth: true
-                    text: row.title
-                    font.pixelSize: 16
-                    elide: Text.ElideRight
-                }
-                Label {
-                    text: "\u203A"
-                    font.pixelSize: 22
+                Rectangle {
+                    x: 1
+                    y: 9
+                    width: 8
+                    height: 2
+                    radius: 1
+                    rotation: -45
                     color: AppTheme.secondaryText
                 }
             }

@@ -50,7 +50,7 @@ QVariant FunctionTableModel::data(const QModelIndex& index, int role) const
     case ImageNameRole:
         return cell.imageName;
     case IconRole:
-        return QStringLiteral("qrc:/icons/%1.png").arg(cell.imageName);
+        return QStringLiteral("image://icons/%1").arg(cell.imageName);
     default:
         return {};
     }

@@ -1,4 +1,5 @@
 #include "TestSupport.h"
+#include "app/IconImageProvider.h"
 #include "app/QmlPresenter.h"
 #include "framework/CalculatorRegistry.h"
 #include "framework/QVFunctionController.h"
@@ -291,6 +292,7 @@ public slots:
     void qmlEngineAvailable(QQmlEngine* engine)
     {
         engine->addImportPath(QStringLiteral("qrc:/"));
+        IconImageProvider::installInto(*engine);
         qmlRegisterSingletonInstance("TallyvaneTest", 1, 0, "TestFiles", &m_files);
     }
 

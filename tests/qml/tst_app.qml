@@ -26,6 +26,7 @@ TestCase {
         tryCompare(window, "visible", true);
         functions = findChild(window.contentItem, "functionsStack");
         tryVerify(() => findChild(functions.currentItem, "functionList").height > 300, 5000, "laid out");
+        tryVerify(() => window.presenterHost !== null, 5000, "the presenter host is made after the first frame");
     }
 
     function cleanup() {
@@ -209,6 +210,23 @@ TestCase {
         const about = findChild(window.contentItem, "aboutStack");
         about.push(Qt.createComponent("qrc:/Tallyvane/app/about/SupportPage.qml"), {}, StackView.Immediate);
         verify(tabBar.visible, "About's pages keep the tabs");
+    }
+
+    // The host of sheets and alerts is not part of the first frame: a
+    // question asked before it is made makes it at once and is shown by
+    // it, once.
+    function test_aQuestionAskedBeforeThePresenterHostIsShown() {
+        const early = Qt.createComponent("qrc:/Tallyvane/app/Main.qml").createObject(null);
+        verify(early);
+        compare(early.presenterHost, null, "not made with the window");
+        const screen = early.openScreen("TvmController");
+        screen.controller.openChoice("modeButton");
+        verify(early.presenterHost !== null, "made by the question");
+        compare(early.presenterHost.openPopups.length, 1);
+        compare(early.presenterHost.openPopups[0].request.id, Presenter.pendingRequest().id);
+        early.presenterHost.dismissAll();
+        tryCompare(Presenter, "pendingCount", 0);
+        early.destroy();
     }
 
     // On a wide window a sheet is a popover at its button, with an arrow;

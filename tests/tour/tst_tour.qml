@@ -25,6 +25,7 @@ TestCase {
         window = component.createObject(null);
         tryCompare(window, "visible", true);
         waitForRendering(window.contentItem);
+        tryVerify(() => window.presenterHost !== null, 5000, "the presenter host is made after the first frame");
         expectNoWarnings();
     }
 

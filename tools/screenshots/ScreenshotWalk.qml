@@ -104,7 +104,8 @@ QtObject {
 
     // Brings up the screen called `name` for a screenshot.
     function showStep(name) {
-        window.presenterHost.dismissAll();
+        if (window.presenterHost)
+            window.presenterHost.dismissAll();
         for (let i = 0; i < window.stacks.length; ++i)
             window.ensureTab(i);
         for (const stack of window.stacks)

@@ -1,0 +1,38 @@
+#include "IconImageProvider.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QQmlEngine>
+#include <QRegularExpression>
+
+IconImageProvider::IconImageProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
+
+QImage IconImageProvider::readPng(const QString& path, const QSize& size)
+{
+    if (!QFile::exists(path))
+        return {};
+    QImageReader reader(path, "png");
+    // Named formats only: no plugin is asked whether it reads the file.
+    reader.setAutoDetectImageFormat(false);
+    if (size.isValid() && !size.isEmpty() && reader.size() != size)
+        reader.setScaledSize(reader.size().scaled(size, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
+QImage IconImageProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize)
+{
+    // An icon's name is a plain word ("tvm", "window-icon"): anything else
+    // names no icon.
+    static const QRegularExpression word(QStringLiteral("^[a-z0-9-]+$"));
+    QImage image;
+    if (word.match(id).hasMatch())
+        image = readPng(QStringLiteral(":/icons/%1.png").arg(id), requestedSize);
+    if (size)
+        *size = image.size();
+    return image;
+}
+
+void IconImageProvider::installInto(QQmlEngine& engine)
+{
+    engine.addImageProvider(QStringLiteral("icons"), new IconImageProvider);
+}

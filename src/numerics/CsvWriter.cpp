@@ -1,42 +1,110 @@
 #include "numerics/CsvWriter.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-
-namespace CsvWriter {
+#include <cstring>
+#include <utility>
 
 namespace {
 
-QString field(const QString& text)
+// The powers of ten up to 10^17, each exact as a double and as an integer.
+constexpr double powersOfTen[] = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,
+                                  1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17};
+constexpr int mostDecimals = 17;
+
+char* copy(char* out, const char* text)
 {
-    if (!text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"')) &&
-        !text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\r')))
-        return text;
-    QString quoted = text;
-    quoted.replace(QLatin1String("\""), QLatin1String("\"\""));
-    return QLatin1Char('"') + quoted + QLatin1Char('"');
+    const size_t length = std::strlen(text);
+    std::memcpy(out, text, length);
+    return out + length;
 }
 
-QByteArray line(const QStringList& fields)
+// The decimal digits of `value`, at least `width` of them (leading zeros).
+char* appendDigits(char* out, quint64 value, int width)
 {
-    QStringList escaped;
-    escaped.reserve(fields.size());
-    for (const QString& f : fields)
-        escaped << field(f);
-    return escaped.join(QLatin1Char(',')).toUtf8() + "\r\n";
+    char reversed[24];
+    int count = 0;
+    do {
+        reversed[count++] = char('0' + value % 10);
+        value /= 10;
+    } while (value != 0 && count < 20);
+    while (count < width && count < 24)
+        reversed[count++] = '0';
+    while (count > 0)
+        *out++ = reversed[--count];
+    return out;
 }
 
 } // namespace
 
-QByteArray toCsv(const QStringList& header, const QList<QStringList>& rows)
+char* CsvWriter::appendFixed(char* out, double value, int decimals)
 {
-    QByteArray out = line(header);
-    for (const QStringList& row : rows)
-        out += line(row);
+    if (std::isnan(value))
+        return copy(out, "NaN");
+    if (std::isinf(value))
+        return copy(out, value > 0 ? "Infinity" : "-Infinity");
+    decimals = std::clamp(decimals, 0, mostDecimals);
+    // The scaled magnitude as a double is the exact product rounded to
+    // nearest. Below 2^52 every half (n + 0.5) is a double, and rounding
+    // keeps order, so an exact product below a half stays at or below it,
+    // one above at or above it: unless the double is the half itself, the
+    // exact product rounds to the same whole number as the double, which
+    // gives the digits to write. A double on a half (a true tie such as
+    // 0.125 to two places, or a product rounded onto it) and larger numbers
+    // are left to the library's exact conversion.
+    const double scaled = std::fabs(value) * powersOfTen[decimals];
+    if (scaled < 0x1p52) {
+        const double whole = std::floor(scaled);
+        const double fraction = scaled - whole; // exact: the two are close
+        if (fraction != 0.5) {
+            const quint64 digits = quint64(whole) + (fraction > 0.5 ? 1 : 0);
+            const quint64 unit = quint64(powersOfTen[decimals]);
+            if (digits != 0 && std::signbit(value))
+                *out++ = '-';
+            out = appendDigits(out, digits / unit, 1);
+            if (decimals > 0) {
+                *out++ = '.';
+                out = appendDigits(out, digits % unit, decimals);
+            }
+            return out;
+        }
+    }
+    char* const start = out;
+    out = std::to_chars(out, out + 330, value, std::chars_format::fixed, decimals).ptr;
+    // "-0.00" is a zero all the same.
+    if (*start == '-' && std::all_of(start + 1, out, [](char c) { return c == '0' || c == '.'; })) {
+        std::memmove(start, start + 1, size_t(out - start - 1));
+        --out;
+    }
     return out;
 }
 
-QString number(double value)
+char* CsvWriter::appendIsoDate(char* out, const QDate& value)
+{
+    if (!value.isValid())
+        return out;
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    value.getDate(&year, &month, &day);
+    if (year < 0)
+        *out++ = '-';
+    const quint64 magnitude = year < 0 ? quint64(-qint64(year)) : quint64(year);
+    out = appendDigits(out, magnitude, year > 0 && year <= 9999 ? 4 : 1);
+    *out++ = '-';
+    out = appendDigits(out, quint64(month), 2);
+    *out++ = '-';
+    return appendDigits(out, quint64(day), 2);
+}
+
+QString CsvWriter::isoDate(const QDate& value)
+{
+    char buffer[24];
+    return QString::fromLatin1(buffer, appendIsoDate(buffer, value) - buffer);
+}
+
+QString CsvWriter::number(double value)
 {
     if (std::isnan(value))
         return QStringLiteral("NaN");
@@ -49,4 +117,96 @@ QString number(double value)
     return QString::fromLatin1(buffer, result.ptr - buffer);
 }
 
-} // namespace CsvWriter
+CsvWriter::CsvWriter(const QStringList& header, qsizetype expectedRows, qsizetype bytesPerRow)
+{
+    m_out.reserve(64 + std::max<qsizetype>(0, expectedRows) * std::max<qsizetype>(0, bytesPerRow));
+    for (const QString& name : header)
+        text(name);
+    endRow();
+}
+
+void CsvWriter::separate()
+{
+    if (m_rowStarted)
+        m_out.append(',');
+    m_rowStarted = true;
+}
+
+void CsvWriter::appendRaw(const char* begin, const char* end)
+{
+    m_out.append(begin, end - begin);
+}
+
+void CsvWriter::text(QStringView field)
+{
+    separate();
+    const bool quoted = std::any_of(field.begin(), field.end(), [](QChar c) {
+        return c == u',' || c == u'"' || c == u'\n' || c == u'\r';
+    });
+    const bool ascii =
+        std::all_of(field.begin(), field.end(), [](QChar c) { return c.unicode() < 0x80; });
+    if (quoted)
+        m_out.append('"');
+    if (ascii) {
+        for (QChar c : field) {
+            if (c == u'"')
+                m_out.append('"');
+            m_out.append(char(c.unicode()));
+        }
+    } else {
+        QString doubled = field.toString();
+        doubled.replace(QLatin1String("\""), QLatin1String("\"\""));
+        m_out.append(doubled.toUtf8());
+    }
+    if (quoted)
+        m_out.append('"');
+}
+
+void CsvWriter::empty()
+{
+    separate();
+}
+
+void CsvWriter::integer(qint64 value)
+{
+    separate();
+    char buffer[24];
+    appendRaw(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
+void CsvWriter::shortest(double value)
+{
+    separate();
+    if (!std::isfinite(value)) {
+        m_out.append(number(value).toLatin1());
+        return;
+    }
+    char buffer[64];
+    appendRaw(buffer, std::to_chars(buffer, buffer + sizeof buffer, value == 0 ? 0.0 : value).ptr);
+}
+
+void CsvWriter::fixed(double value, int decimals)
+{
+    separate();
+    char buffer[340];
+    appendRaw(buffer, appendFixed(buffer, value, decimals));
+}
+
+void CsvWriter::date(const QDate& value)
+{
+    separate();
+    char buffer[24];
+    appendRaw(buffer, appendIsoDate(buffer, value));
+}
+
+void CsvWriter::endRow()
+{
+    m_out.append("\r\n", 2);
+    m_rowStarted = false;
+}
+
+QByteArray CsvWriter::take()
+{
+    m_rowStarted = false;
+    return std::exchange(m_out, QByteArray());
+}

@@ -119,94 +119,102 @@ QString CsvWriter::number(double value)
 
 CsvWriter::CsvWriter(const QStringList& header, qsizetype expectedRows, qsizetype bytesPerRow)
 {
-    m_out.reserve(64 + std::max<qsizetype>(0, expectedRows) * std::max<qsizetype>(0, bytesPerRow));
+    m_out.resize(256 + std::max<qsizetype>(0, expectedRows) * std::max<qsizetype>(0, bytesPerRow));
     for (const QString& name : header)
         text(name);
     endRow();
 }
 
-void CsvWriter::separate()
+char* CsvWriter::field(qsizetype size)
 {
+    const qsizetype needed = m_length + size + 1;
+    if (needed > m_out.size())
+        m_out.resize(std::max(needed, m_out.size() * 2));
+    char* out = m_out.data() + m_length;
     if (m_rowStarted)
-        m_out.append(',');
+        *out++ = ',';
     m_rowStarted = true;
-}
-
-void CsvWriter::appendRaw(const char* begin, const char* end)
-{
-    m_out.append(begin, end - begin);
+    return out;
 }
 
 void CsvWriter::text(QStringView field)
 {
-    separate();
     const bool quoted = std::any_of(field.begin(), field.end(), [](QChar c) {
         return c == u',' || c == u'"' || c == u'\n' || c == u'\r';
     });
     const bool ascii =
         std::all_of(field.begin(), field.end(), [](QChar c) { return c.unicode() < 0x80; });
-    if (quoted)
-        m_out.append('"');
     if (ascii) {
+        // At most every character doubled, and the quotes.
+        char* out = this->field(2 * field.size() + 2);
+        if (quoted)
+            *out++ = '"';
         for (QChar c : field) {
             if (c == u'"')
-                m_out.append('"');
-            m_out.append(char(c.unicode()));
+                *out++ = '"';
+            *out++ = char(c.unicode());
         }
-    } else {
-        QString doubled = field.toString();
-        doubled.replace(QLatin1String("\""), QLatin1String("\"\""));
-        m_out.append(doubled.toUtf8());
+        if (quoted)
+            *out++ = '"';
+        done(out);
+        return;
     }
+    QString doubled = field.toString();
     if (quoted)
-        m_out.append('"');
+        doubled = QLatin1Char('"') + doubled.replace(QLatin1String("\""), QLatin1String("\"\"")) +
+                  QLatin1Char('"');
+    const QByteArray utf8 = doubled.toUtf8();
+    char* out = this->field(utf8.size());
+    std::memcpy(out, utf8.constData(), size_t(utf8.size()));
+    done(out + utf8.size());
 }
 
 void CsvWriter::empty()
 {
-    separate();
+    done(field(0));
 }
 
 void CsvWriter::integer(qint64 value)
 {
-    separate();
-    char buffer[24];
-    appendRaw(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+    char* out = field(24);
+    done(std::to_chars(out, out + 24, value).ptr);
 }
 
 void CsvWriter::shortest(double value)
 {
-    separate();
-    if (!std::isfinite(value)) {
-        m_out.append(number(value).toLatin1());
-        return;
-    }
-    char buffer[64];
-    appendRaw(buffer, std::to_chars(buffer, buffer + sizeof buffer, value == 0 ? 0.0 : value).ptr);
+    char* out = field(32);
+    if (std::isnan(value))
+        return done(copy(out, "NaN"));
+    if (std::isinf(value))
+        return done(copy(out, value > 0 ? "Infinity" : "-Infinity"));
+    done(std::to_chars(out, out + 32, value == 0 ? 0.0 : value).ptr);
 }
 
 void CsvWriter::fixed(double value, int decimals)
 {
-    separate();
-    char buffer[340];
-    appendRaw(buffer, appendFixed(buffer, value, decimals));
+    done(appendFixed(field(340), value, decimals));
 }
 
 void CsvWriter::date(const QDate& value)
 {
-    separate();
-    char buffer[24];
-    appendRaw(buffer, appendIsoDate(buffer, value));
+    done(appendIsoDate(field(24), value));
 }
 
 void CsvWriter::endRow()
 {
-    m_out.append("\r\n", 2);
+    if (m_length + 2 > m_out.size())
+        m_out.resize(std::max(m_length + 2, m_out.size() * 2));
+    char* out = m_out.data() + m_length;
+    out[0] = '\r';
+    out[1] = '\n';
+    m_length += 2;
     m_rowStarted = false;
 }
 
 QByteArray CsvWriter::take()
 {
+    m_out.truncate(m_length);
+    m_length = 0;
     m_rowStarted = false;
     return std::exchange(m_out, QByteArray());
 }

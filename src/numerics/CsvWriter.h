@@ -69,9 +69,14 @@ public:
     static QString isoDate(const QDate& value);
 
 private:
-    void separate();
-    void appendRaw(const char* begin, const char* end);
+    // Room for `size` more bytes after the field separator, where the
+    // field is then written; done() takes its end.
+    char* field(qsizetype size);
+    void done(char* end) { m_length = end - m_out.data(); }
 
+    // Written up to m_length; the rest is room not yet written (its pages
+    // take no memory until they are).
     QByteArray m_out;
+    qsizetype m_length = 0;
     bool m_rowStarted = false;
 };

@@ -83,7 +83,10 @@ void AmortizationModel::configureNames()
 
 void AmortizationModel::clearResults()
 {
-    schedule.clear();
+    // Its memory goes too (clear() would keep it): the next schedule is
+    // made before it replaces this one, and two long ones at once are
+    // twice the memory.
+    schedule = {};
     m_yearTotals.reset();
     clearNotes();
     payoffDate = QDate();

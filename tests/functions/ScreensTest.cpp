@@ -18,6 +18,7 @@
 #include "functions/noncgrowth/GrowthTableController.h"
 #include "functions/npv/NpvTableController.h"
 #include "functions/npv/NpvTableModel.h"
+#include "functions/statistics/StatisticsController.h"
 #include "platform/Services.h"
 #include "reports/ReportComparison.h"
 #include "reports/ReportDetailController.h"
@@ -433,6 +434,57 @@ TEST_F(Screens, DatedCashFlowsEditedOneAtATimeGiveWhatTheyGiveAtOnce)
     atOnce("back");
     type("rowCountField", "12");
     atOnce("fewer rows shown");
+}
+
+// The statistics screen keeps what each cell read as: after each edit,
+// paste and change of locale it gives exactly what a new screen given the
+// same texts at once gives.
+TEST_F(Screens, StatisticsEditedOneAtATimeGiveWhatTheyGiveAtOnce)
+{
+    const QLocale process;
+    const auto restore = qScopeGuard([process] { QLocale::setDefault(process); });
+    QLocale::setDefault(QLocale::c());
+    open("statistics");
+    auto* statistics = static_cast<StatisticsController*>(screen.get());
+    QStringList xs, ys;
+    for (int row = 0; row < 30; ++row) {
+        xs << QString::number(row);
+        ys << QString::number(2 + 0.5 * row + (row * 7) % 5);
+    }
+    ASSERT_TRUE(screen->setTableInput("x", xs));
+    ASSERT_TRUE(screen->setTableInput("y", ys));
+    const auto atOnce = [this, statistics](const char* step) {
+        SCOPED_TRACE(step);
+        const std::unique_ptr<QVFunctionController> fresh =
+            CalculatorRegistry::find("statistics")->create();
+        ASSERT_TRUE(fresh->setTableInput("x", statistics->tableTexts("x")));
+        ASSERT_TRUE(fresh->setTableInput("y", statistics->tableTexts("y")));
+        fresh->editField("rowCountField", text("rowCountField"));
+        for (const char* result : {"n", "meanY", "sumXY", "a", "b", "r"}) {
+            const double edited = value(result);
+            const double whole = fresh->model()->property(result).toDouble();
+            EXPECT_TRUE(edited == whole || (std::isnan(edited) && std::isnan(whole)))
+                << result << ": " << edited << " against " << whole;
+        }
+        EXPECT_EQ(view->note("nLabel"), fresh->qvFunctionView()->note("nLabel"));
+        EXPECT_EQ(statistics->xProblem(4),
+                  static_cast<StatisticsController*>(fresh.get())->xProblem(4));
+    };
+    atOnce("entered");
+    statistics->yChanged(10, "40");
+    atOnce("a y");
+    statistics->xChanged(4, "2,5"); // no number with a "." locale
+    atOnce("an x that cannot be read");
+    EXPECT_EQ(statistics->xProblem(4), "Not a number");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    statistics->yChanged(11, "41");
+    atOnce("the same text read in a \",\" locale");
+    EXPECT_EQ(statistics->xProblem(4), "");
+    statistics->yChanged(12, "");
+    atOnce("a y emptied");
+    statistics->pasteText("1\t2\n2\t4\n3\t7\n");
+    atOnce("pasted over");
+    EXPECT_EQ(value("n"), 3);
 }
 
 // A note that a text gave goes once the text is typed back: on every

@@ -2,20 +2,27 @@
 // QML screens make: one field edit (the text into the C++ view, the
 // controller's change action, the result labels written back), a TVM solve
 // button (which also renders the report's chart image), and one cell edit of
-// a full 99-row NPV cash-flow table with its results and chart data.
+// a full 99-row NPV cash-flow table with its results and chart data, and the
+// bulk tables: one amount edit of 10,000 dated cash flows (XNPV and the XIRR
+// solve after it) and one cell edit of 10,000 statistics rows (every
+// result and the scatter chart's points).
 //
 // Runs from a temporary TALLYVANE_HOME with fresh services, so no user file
 // is read or written.
 #include "framework/QVFunctionView.h"
 #include "functions/Calculators.h"
+#include "functions/datedcashflows/DatedCashFlowsController.h"
 #include "functions/npv/NpvController.h"
 #include "functions/roi/RoiController.h"
+#include "functions/statistics/StatisticsController.h"
 #include "functions/tvm/TvmController.h"
 #include "platform/Services.h"
 
+#include <QDate>
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+#include <cmath>
 
 namespace {
 
@@ -84,6 +91,58 @@ void npvCellEditOfAFullTable(benchmark::State& state)
     }
 }
 BENCHMARK(npvCellEditOfAFullTable)->Unit(benchmark::kMicrosecond);
+
+// An investment of 1,000,000 on 2020-01-01 paid back by 9,999 daily
+// amounts of 150 to 156 (some 4 % a year); each iteration changes one
+// amount in the middle, which the screen follows with XNPV and XIRR.
+void xirrOfTenThousandFlows(benchmark::State& state)
+{
+    DatedCashFlowsController flows;
+    const QVFunctionView* view = flows.qvFunctionView();
+    flows.editField(QStringLiteral("rateField"), QStringLiteral("5"));
+    QStringList dates;
+    QStringList amounts;
+    const QDate start(2020, 1, 1);
+    for (int row = 0; row < DatedCashFlowsModel::maximumRows; ++row) {
+        dates << start.addDays(row).toString(Qt::ISODate);
+        amounts << (row == 0 ? QStringLiteral("-1000000") : QString::number(150 + row % 7));
+    }
+    flows.setTableInput(QStringLiteral("dates"), dates);
+    flows.setTableInput(QStringLiteral("amounts"), amounts);
+    AlternatingText amount(QStringLiteral("900"), QStringLiteral("153"));
+    for (auto _ : state) {
+        flows.amountChanged(5000, amount.next());
+        benchmark::DoNotOptimize(view->text(QStringLiteral("xirrLabel")));
+    }
+    if (!std::isfinite(flows.datedCashFlowsModel()->xirr))
+        state.SkipWithError("no XIRR");
+}
+BENCHMARK(xirrOfTenThousandFlows)->Unit(benchmark::kMicrosecond);
+
+// 10,000 rows of x and a noisy straight line y; each iteration changes one
+// y, which the screen follows with every statistic, the fit and the
+// scatter chart's points.
+void statisticsOfTenThousandRows(benchmark::State& state)
+{
+    StatisticsController statistics;
+    const QVFunctionView* view = statistics.qvFunctionView();
+    QStringList xs;
+    QStringList ys;
+    for (int row = 0; row < StatisticsModel::maximumRows; ++row) {
+        xs << QString::number(row);
+        ys << QString::number(3 + 0.5 * row + (row * 7919) % 13 - 6);
+    }
+    statistics.setTableInput(QStringLiteral("x"), xs);
+    statistics.setTableInput(QStringLiteral("y"), ys);
+    AlternatingText y(QStringLiteral("2500"), QStringLiteral("2510"));
+    for (auto _ : state) {
+        statistics.yChanged(5000, y.next());
+        benchmark::DoNotOptimize(view->text(QStringLiteral("rLabel")));
+        // The chart is drawn again after every result.
+        benchmark::DoNotOptimize(statistics.scatterData());
+    }
+}
+BENCHMARK(statisticsOfTenThousandRows)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include "numerics/NumberFormat.h"
 #include "reports/ReportTableModel.h"
 
+#include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMetaProperty>
@@ -366,7 +367,15 @@ int calcCommand(const QStringList& arguments, bool json, QTextStream& out, QText
             err << descriptor->name << " has no schedule to print\n";
             return 1;
         }
-        out << QString::fromUtf8(schedule);
+        // Its bytes go out as they are: as one QString on the way, a
+        // schedule of 100,000 payments would take twice its size again in
+        // UTF-16 and once more in the stream's buffer.
+        if (QIODevice* device = out.device()) {
+            out.flush();
+            device->write(schedule);
+        } else {
+            out << QString::fromUtf8(schedule);
+        }
         return 0;
     }
 

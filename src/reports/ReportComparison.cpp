@@ -142,30 +142,34 @@ std::optional<ReportComparison> ReportComparison::of(const QList<QVReport>& repo
 
 QByteArray ReportComparison::csv() const
 {
-    QStringList header{QStringLiteral("Report")};
-    header << titles;
-    QList<QStringList> rows;
+    CsvWriter csv(QStringList{QStringLiteral("Report")} + titles, lines.size());
     for (const Line& line : lines) {
-        QStringList row{line.label};
-        for (qsizetype k = 0; k < line.values.size(); ++k)
-            row << (line.result && !std::isnan(line.numbers.at(k))
-                        ? CsvWriter::number(line.numbers.at(k))
-                        : line.values.at(k));
-        rows << row;
+        csv.text(line.label);
+        for (qsizetype k = 0; k < line.values.size(); ++k) {
+            if (line.result && !std::isnan(line.numbers.at(k)))
+                csv.shortest(line.numbers.at(k));
+            else
+                csv.text(line.values.at(k));
+        }
+        csv.endRow();
         if (!line.result)
             continue;
         for (qsizetype k = 1; k < line.numbers.size(); ++k) {
             const double change = difference(line.numbers.at(k), line.numbers.first());
             if (!std::isfinite(change))
                 continue;
-            QStringList extra{QStringLiteral("%1: difference (%2 - %3)")
-                                  .arg(line.label, titles.at(k), titles.first())};
-            for (qsizetype j = 0; j < titles.size(); ++j)
-                extra << (j == k ? CsvWriter::number(change) : QString());
-            rows << extra;
+            csv.text(QStringLiteral("%1: difference (%2 - %3)")
+                         .arg(line.label, titles.at(k), titles.first()));
+            for (qsizetype j = 0; j < titles.size(); ++j) {
+                if (j == k)
+                    csv.shortest(change);
+                else
+                    csv.empty();
+            }
+            csv.endRow();
         }
     }
-    return CsvWriter::toCsv(header, rows);
+    return csv.take();
 }
 
 QString ReportComparison::text() const

@@ -18,6 +18,7 @@
 #include "functions/noncgrowth/GrowthTableController.h"
 #include "functions/npv/NpvTableController.h"
 #include "functions/npv/NpvTableModel.h"
+#include "functions/statistics/StatisticsController.h"
 #include "platform/Services.h"
 #include "reports/ReportComparison.h"
 #include "reports/ReportDetailController.h"
@@ -374,6 +375,116 @@ TEST_F(Screens, ATextThatCannotBeReadBlanksWhatDependsOnIt)
     EXPECT_EQ(flows->rows()->rowCount(), 10000);
     type("rowCountField", "3");
     EXPECT_EQ(flows->rows()->rowCount(), 3);
+}
+
+// The dated cash flows keep what an edit leaves alone (each flow's years,
+// the XIRR of unchanged flows): after every kind of edit the screen gives
+// exactly what a new screen given the same texts at once gives, to the
+// last bit, whichever root the search last found.
+TEST_F(Screens, DatedCashFlowsEditedOneAtATimeGiveWhatTheyGiveAtOnce)
+{
+    auto* flows = static_cast<DatedCashFlowsController*>(open("dated-cash-flows"));
+    QStringList dates, amounts;
+    for (int row = 0; row < 40; ++row) {
+        dates << QDate(2021, 3, 1).addDays(37 * row).toString(Qt::ISODate);
+        amounts << (row == 0 ? "-5000" : QString::number(140 + row % 5));
+    }
+    type("rateField", "6");
+    ASSERT_TRUE(screen->setTableInput("dates", dates));
+    ASSERT_TRUE(screen->setTableInput("amounts", amounts));
+    const auto atOnce = [this](const char* step) {
+        SCOPED_TRACE(step);
+        const auto* edited = static_cast<DatedCashFlowsController*>(screen.get());
+        const std::unique_ptr<QVFunctionController> fresh =
+            CalculatorRegistry::find("dated-cash-flows")->create();
+        fresh->setPresenter(&presenter);
+        fresh->editField("rateField", edited->qvFunctionView()->text("rateField"));
+        ASSERT_TRUE(fresh->chooseWord("basisButton", edited->datedCashFlowsModel()->basis));
+        ASSERT_TRUE(fresh->setTableInput("dates", edited->tableTexts("dates")));
+        ASSERT_TRUE(fresh->setTableInput("amounts", edited->tableTexts("amounts")));
+        fresh->editField("rowCountField", edited->qvFunctionView()->text("rowCountField"));
+        const auto same = [](double a, double b) { return a == b || (a != a && b != b); };
+        const auto* model = static_cast<const DatedCashFlowsModel*>(fresh->model());
+        EXPECT_PRED2(same, value("xirr"), model->xirr);
+        EXPECT_PRED2(same, value("xnpv"), model->xnpv);
+        EXPECT_EQ(view->note("xirrLabel"), fresh->qvFunctionView()->note("xirrLabel"));
+    };
+    atOnce("entered");
+    const double xirr = value("xirr");
+    flows->amountChanged(20, "900");
+    atOnce("an amount");
+    EXPECT_GT(value("xirr"), xirr);
+    flows->dateChanged(7, "2020-12-31"); // before the first flow: negative years
+    atOnce("a date before the first");
+    flows->dateChanged(0, "2021-02-01");
+    atOnce("the first date");
+    choose("basisButton", "30/360");
+    atOnce("the basis");
+    const double before = value("xirr");
+    type("rateField", "7");
+    atOnce("the rate");
+    EXPECT_EQ(value("xirr"), before) << "the rate for XNPV plays no part in XIRR";
+    flows->dateChanged(3, "");
+    flows->amountChanged(3, "");
+    atOnce("a row emptied: the flows after it move up");
+    flows->amountChanged(0, "5000");
+    atOnce("all of one sign");
+    EXPECT_TRUE(std::isnan(value("xirr")));
+    flows->amountChanged(0, "-5000");
+    atOnce("back");
+    type("rowCountField", "12");
+    atOnce("fewer rows shown");
+}
+
+// The statistics screen keeps what each cell read as: after each edit,
+// paste and change of locale it gives exactly what a new screen given the
+// same texts at once gives.
+TEST_F(Screens, StatisticsEditedOneAtATimeGiveWhatTheyGiveAtOnce)
+{
+    const QLocale process;
+    const auto restore = qScopeGuard([process] { QLocale::setDefault(process); });
+    QLocale::setDefault(QLocale::c());
+    open("statistics");
+    auto* statistics = static_cast<StatisticsController*>(screen.get());
+    QStringList xs, ys;
+    for (int row = 0; row < 30; ++row) {
+        xs << QString::number(row);
+        ys << QString::number(2 + 0.5 * row + (row * 7) % 5);
+    }
+    ASSERT_TRUE(screen->setTableInput("x", xs));
+    ASSERT_TRUE(screen->setTableInput("y", ys));
+    const auto atOnce = [this, statistics](const char* step) {
+        SCOPED_TRACE(step);
+        const std::unique_ptr<QVFunctionController> fresh =
+            CalculatorRegistry::find("statistics")->create();
+        ASSERT_TRUE(fresh->setTableInput("x", statistics->tableTexts("x")));
+        ASSERT_TRUE(fresh->setTableInput("y", statistics->tableTexts("y")));
+        fresh->editField("rowCountField", text("rowCountField"));
+        for (const char* result : {"n", "meanY", "sumXY", "a", "b", "r"}) {
+            const double edited = value(result);
+            const double whole = fresh->model()->property(result).toDouble();
+            EXPECT_TRUE(edited == whole || (std::isnan(edited) && std::isnan(whole)))
+                << result << ": " << edited << " against " << whole;
+        }
+        EXPECT_EQ(view->note("nLabel"), fresh->qvFunctionView()->note("nLabel"));
+        EXPECT_EQ(statistics->xProblem(4),
+                  static_cast<StatisticsController*>(fresh.get())->xProblem(4));
+    };
+    atOnce("entered");
+    statistics->yChanged(10, "40");
+    atOnce("a y");
+    statistics->xChanged(4, "2,5"); // no number with a "." locale
+    atOnce("an x that cannot be read");
+    EXPECT_EQ(statistics->xProblem(4), "Not a number");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    statistics->yChanged(11, "41");
+    atOnce("the same text read in a \",\" locale");
+    EXPECT_EQ(statistics->xProblem(4), "");
+    statistics->yChanged(12, "");
+    atOnce("a y emptied");
+    statistics->pasteText("1\t2\n2\t4\n3\t7\n");
+    atOnce("pasted over");
+    EXPECT_EQ(value("n"), 3);
 }
 
 // A note that a text gave goes once the text is typed back: on every

@@ -83,7 +83,10 @@ void AmortizationModel::configureNames()
 
 void AmortizationModel::clearResults()
 {
-    schedule.clear();
+    // Its memory goes too (clear() would keep it): the next schedule is
+    // made before it replaces this one, and two long ones at once are
+    // twice the memory.
+    schedule = {};
     m_yearTotals.reset();
     clearNotes();
     payoffDate = QDate();
@@ -379,16 +382,7 @@ void AmortizationModel::calculateRange()
 
 QString AmortizationModel::isoDate(const QDate& date)
 {
-    if (!date.isValid())
-        return {};
-    if (date.year() >= 0 && date.year() <= 9999)
-        return date.toString(Qt::ISODate);
-    // Qt writes no ISO date past the year 9999; a loan of a million
-    // payments ends far beyond it.
-    return QStringLiteral("%1-%2-%3")
-        .arg(date.year())
-        .arg(date.month(), 2, 10, QLatin1Char('0'))
-        .arg(date.day(), 2, 10, QLatin1Char('0'));
+    return CsvWriter::isoDate(date);
 }
 
 // Written straight into one buffer, a row at a time: a schedule of a million
@@ -396,40 +390,28 @@ QString AmortizationModel::isoDate(const QDate& date)
 // several times that.
 QByteArray AmortizationModel::scheduleCsv() const
 {
-    QByteArray out = CsvWriter::toCsv({QStringLiteral("period"), QStringLiteral("date"),
-                                       QStringLiteral("payment"), QStringLiteral("interest"),
-                                       QStringLiteral("principal"), QStringLiteral("balance"),
-                                       QStringLiteral("extra"), QStringLiteral("event")},
-                                      {});
-    out.reserve(out.size() + schedule.size() * 64);
-    char buffer[64];
-    const auto append = [&](auto value, auto... format) {
-        const auto written = std::to_chars(buffer, buffer + sizeof buffer, value, format...);
-        out.append(buffer, written.ptr - buffer);
-    };
+    CsvWriter csv({QStringLiteral("period"), QStringLiteral("date"), QStringLiteral("payment"),
+                   QStringLiteral("interest"), QStringLiteral("principal"),
+                   QStringLiteral("balance"), QStringLiteral("extra"), QStringLiteral("event")},
+                  schedule.size(), 72);
     const auto money = [&](double value) {
-        out.append(',');
         if (roundToCents) // exactly the cents: each amount is cents ÷ 100
-            append(value == 0 ? 0.0 : value, std::chars_format::fixed, 2);
+            csv.fixed(value, 2);
         else
-            out.append(CsvWriter::number(value).toLatin1());
+            csv.shortest(value);
     };
     for (const Row& r : schedule) {
-        append(r.period);
-        out.append(',');
-        if (r.date.isValid())
-            out.append(isoDate(r.date).toLatin1());
+        csv.integer(r.period);
+        csv.date(r.date);
         money(r.payment);
         money(r.interest);
         money(r.principal);
         money(r.balance);
         money(r.extra);
-        out.append(',');
-        if (!r.event.isEmpty()) // "Rate 7.5 %; Payment 1234.56": no comma or quote
-            out.append(r.event.toUtf8());
-        out.append("\r\n");
+        csv.text(r.event); // "Rate 7.5 %; Payment 1234.56", or empty
+        csv.endRow();
     }
-    return out;
+    return csv.take();
 }
 
 QList<qsizetype> AmortizationModel::yearEnds() const

@@ -157,7 +157,12 @@ template <class Money> Outcome runIn(const Terms& terms)
     using Sum = std::conditional_t<std::is_same_v<Money, qint64>, Int128, double>;
     Sum interestSum = 0;
     Sum paidSum = 0;
-    out.rows.reserve(std::min(last, 1 << 16));
+    // A term's rows all at once: grown step by step, the list would hold
+    // its old and its new array together at the last step, half as much
+    // again as the rows themselves (100,000 rows are 8 MB). Pages of rows
+    // an early payoff never writes take no memory. Without a term the list
+    // grows from the rows of a long loan.
+    out.rows.reserve(n > 0 ? n : std::min(last, 1 << 16));
     for (int k = 1; k <= last && balance > 0; ++k) {
         QStringList events;
         const bool interestOnly = k <= io;

@@ -40,20 +40,40 @@ void DatedCashFlowsController::basisClicked()
                   [this](const QString& word) { datedCashFlowsModel()->basis = word; });
 }
 
+const DatedCashFlowsController::ReadRow& DatedCashFlowsController::readRow(int row) const
+{
+    static const ReadRow none;
+    if (row < 0 || row >= m_rows.capacity())
+        return none;
+    if (m_read.size() < size_t(m_rows.capacity()))
+        m_read.resize(size_t(m_rows.capacity()));
+    ReadRow& read = m_read[size_t(row)];
+    const QString& dateText = m_rows.column(0).at(row);
+    const QString& amountText = m_rows.column(1).at(row);
+    if (!read.dateText.isNull() && read.dateText == dateText && read.amountText == amountText)
+        return read;
+    read.dateText = dateText.isNull() ? QLatin1String("") : dateText;
+    read.amountText = amountText;
+    // An amount needs a date to be placed in time.
+    read.dateProblem = dateText.trimmed().isEmpty() && !amountText.trimmed().isEmpty()
+                           ? notADate
+                           : DateText::problemWith(dateText);
+    // "1e400" or "Infinity" read, but no sum can take them: named like any
+    // other amount that cannot be used, never left out.
+    read.amountProblem = NumberFormat::problemComputingWith(amountText);
+    read.date = DateText::readIsoDate(dateText).value_or(QDate());
+    read.amount = NumberFormat::numberFromText(amountText);
+    return read;
+}
+
 QString DatedCashFlowsController::dateProblem(int row) const
 {
-    const QString date = m_rows.text(0, row);
-    // An amount needs a date to be placed in time.
-    if (date.trimmed().isEmpty() && !m_rows.text(1, row).trimmed().isEmpty())
-        return notADate;
-    return DateText::problemWith(date);
+    return readRow(row).dateProblem;
 }
 
 QString DatedCashFlowsController::amountProblem(int row) const
 {
-    // "1e400" or "Infinity" read, but no sum can take them: named like any
-    // other amount that cannot be used, never left out.
-    return NumberFormat::problemComputingWith(m_rows.text(1, row));
+    return readRow(row).amountProblem;
 }
 
 QStringList DatedCashFlowsController::tableTexts(const QString& property) const
@@ -106,13 +126,17 @@ void DatedCashFlowsController::compute()
     m->rateProblem = rateProblem.isEmpty()
                          ? QString()
                          : QStringLiteral("The rate cannot be read. %1").arg(rateProblem);
+    if (QLocale() != m_readLocale) {
+        m_read.clear();
+        m_readLocale = QLocale();
+    }
     m->flows.clear();
     // Cash flows are numbered from 0, as CF0 is.
     m->flowsProblem = m_rows.readRows(
         QStringLiteral("Cash flow"), [](int row) { return row; },
         [this, m](int row) {
-            m->flows.append({*DateText::readIsoDate(m_rows.text(0, row)),
-                             NumberFormat::numberFromText(m_rows.text(1, row)), row});
+            const ReadRow& read = readRow(row);
+            m->flows.append({read.date, read.amount, row});
         });
     m->calculateResult();
     showResults();

@@ -4,7 +4,10 @@
 #include "framework/PairedRows.h"
 #include "framework/QVFunctionController.h"
 
+#include <QDate>
+#include <QLocale>
 #include <QStringList>
+#include <vector>
 
 // The dated-cash-flows screen: the number of rows (2 to 10,000), each a date
 // (YYYY-MM-DD) and an amount, and the rate for XNPV; XNPV and XIRR follow
@@ -55,8 +58,21 @@ protected:
     void connectMvc() override;
 
 private:
+    // What the two texts of a row read as, kept with those texts: an edit
+    // changes one row, and reading all 10,000 again after each would take
+    // longer than all the rest of the work.
+    struct ReadRow {
+        QString dateText, amountText; // as read; null before the first reading
+        QString dateProblem, amountProblem;
+        QDate date;
+        double amount = 0;
+    };
+    const ReadRow& readRow(int row) const;
     void compute();
 
     // The dates and amounts as typed, 4 rows shown at first.
     PairedRows m_rows;
+    mutable std::vector<ReadRow> m_read;
+    // The locale the amounts were read in: another one reads them again.
+    QLocale m_readLocale;
 };

@@ -20,74 +20,94 @@ void DatedCashFlowsModel::configureNames()
               QStringLiteral("Dated Cash Flows")});
 }
 
-QList<DatedCashFlowsModel::Flow> DatedCashFlowsModel::datedFlows() const
-{
-    QList<Flow> dated;
-    for (const Flow& flow : flows) {
-        if (flow.date.isValid() && std::isfinite(flow.amount))
-            dated.append(flow);
-    }
-    return dated;
-}
-
-double DatedCashFlowsModel::yearsBetween(const QDate& start, const QDate& date) const
+void DatedCashFlowsModel::updateTerms()
 {
     const DayCount::Basis counted = DayCount::basisOf(basis).value_or(DayCount::Basis::Actual365);
-    const double years = DayCount::yearFraction(start, date, counted);
-    return date < start ? -years : years;
+    QDate start;
+    size_t count = 0;
+    for (const Flow& flow : flows) {
+        if (!flow.date.isValid() || !std::isfinite(flow.amount))
+            continue;
+        if (count == 0) {
+            start = flow.date;
+            // Another first date or basis changes every flow's years.
+            if (m_termDates.empty() || m_termDates.front() != start || m_termsBasis != basis) {
+                m_termDates.clear();
+                m_terms.clear();
+                m_termsBasis = basis;
+            }
+        }
+        if (count == m_terms.size()) {
+            m_terms.emplace_back();
+            m_termDates.emplace_back();
+        }
+        Term& term = m_terms[count];
+        if (m_termDates[count] != flow.date) {
+            const double years = DayCount::yearFraction(start, flow.date, counted);
+            term.years = flow.date < start ? -years : years;
+            m_termDates[count] = flow.date;
+        }
+        term.amount = flow.amount;
+        ++count;
+    }
+    m_terms.resize(count);
+    m_termDates.resize(count);
 }
 
 double DatedCashFlowsModel::netPresentValue(double yearlyRate) const
 {
-    const QList<Flow> dated = datedFlows();
-    if (dated.isEmpty())
+    if (m_terms.empty())
         return noNumber;
-    const QDate start = dated.first().date;
+    // (1 + rate)^−years as exp(−years · log(1 + rate)): log1p keeps the
+    // digits of a small rate that 1 + rate would lose.
+    const double logGrowth = std::log1p(yearlyRate);
     double sum = 0;
-    for (const Flow& flow : dated) {
-        const double years = yearsBetween(start, flow.date);
-        sum += flow.amount / std::pow(1 + yearlyRate, years);
-    }
+    for (const Term& term : m_terms)
+        sum += term.amount * std::exp(-term.years * logGrowth);
     return sum;
 }
 
 double DatedCashFlowsModel::internalRate(QString& reason) const
 {
-    const QList<Flow> dated = datedFlows();
     const bool positive =
-        std::any_of(dated.begin(), dated.end(), [](const Flow& f) { return f.amount > 0; });
+        std::any_of(m_terms.begin(), m_terms.end(), [](const Term& t) { return t.amount > 0; });
     const bool negative =
-        std::any_of(dated.begin(), dated.end(), [](const Flow& f) { return f.amount < 0; });
+        std::any_of(m_terms.begin(), m_terms.end(), [](const Term& t) { return t.amount < 0; });
     if (!positive || !negative) {
         reason = RootSearch::noRateReason(QStringLiteral("XIRR"), positive, negative);
         return noNumber;
     }
-    // Each flow's years from the first date, worked out once for the whole
-    // search; in date order with the amounts of one day added up, so that
-    // their signs tell (Descartes' rule of signs) when at most one rate
-    // can fit.
-    const QDate start = dated.first().date;
-    std::vector<std::pair<double, double>> terms; // years, amount
-    for (const Flow& flow : dated)
-        terms.emplace_back(yearsBetween(start, flow.date), flow.amount);
-    std::sort(terms.begin(), terms.end());
+    // In date order with the amounts of one day added up, so that their
+    // signs tell (Descartes' rule of signs) when at most one rate can fit.
+    std::vector<Term> terms = m_terms;
+    const auto byYears = [](const Term& a, const Term& b) {
+        return a.years < b.years || (a.years == b.years && a.amount < b.amount);
+    };
+    if (!std::is_sorted(terms.begin(), terms.end(), byYears))
+        std::sort(terms.begin(), terms.end(), byYears);
     std::vector<double> amounts;
     for (size_t k = 0; k < terms.size(); ++k) {
-        if (k > 0 && terms[k].first == terms[k - 1].first)
-            amounts.back() += terms[k].second;
+        if (k > 0 && terms[k].years == terms[k - 1].years)
+            amounts.back() += terms[k].amount;
         else
-            amounts.push_back(terms[k].second);
+            amounts.push_back(terms[k].amount);
     }
     const auto xnpvAt = [&terms](double rate) {
+        const double logGrowth = std::log1p(rate);
         double sum = 0;
-        for (const auto& [years, amount] : terms)
-            sum += amount / std::pow(1 + rate, years);
+        for (const Term& term : terms)
+            sum += term.amount * std::exp(-term.years * logGrowth);
         return sum;
     };
     // The shared rate search over yearly rates; of several, the one nearest
-    // 10 % (the spreadsheet's default guess).
+    // 10 % (the spreadsheet's default guess). With one root at most, the
+    // walk along the search's grid starts at the last root found, where an
+    // edit of one flow leaves the new root nearly always: the grid step that
+    // holds the root, and so the root, is the same from wherever the walk
+    // starts, only found after a value or two instead of a few dozen.
+    const double start = std::isfinite(m_solvedRate) ? m_solvedRate : 0.1;
     const RootSearch::Roots roots = RootSearch::signChanges(amounts) <= 1
-                                        ? RootSearch::findOnlyRoot(xnpvAt, 0.1)
+                                        ? RootSearch::findOnlyRoot(xnpvAt, start)
                                         : RootSearch::findRoots(xnpvAt);
     if (roots.empty())
         reason = RootSearch::noRateReason(QStringLiteral("XIRR"), true, true);
@@ -103,11 +123,20 @@ void DatedCashFlowsModel::calculateResult()
         setNote(QStringLiteral("xirr"), flowsProblem);
         return;
     }
+    updateTerms();
     xnpv = rateProblem.isEmpty() ? netPresentValue(rate / 100) : noNumber;
     setNote(QStringLiteral("xnpv"), rateProblem);
-    QString noRate;
-    xirr = internalRate(noRate) * 100;
-    setNote(QStringLiteral("xirr"), noRate);
+    // The rate for XNPV plays no part in XIRR: the same flows on the same
+    // basis have the same XIRR.
+    if (!m_solved || m_terms != m_solvedTerms || basis != m_solvedBasis) {
+        m_solvedReason.clear();
+        m_solvedRate = internalRate(m_solvedReason);
+        m_solvedTerms = m_terms;
+        m_solvedBasis = basis;
+        m_solved = true;
+    }
+    xirr = m_solvedRate * 100;
+    setNote(QStringLiteral("xirr"), m_solvedReason);
 }
 
 void DatedCashFlowsModel::createReport(const QVariantMap& userInfo)

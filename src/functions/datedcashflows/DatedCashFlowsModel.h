@@ -4,6 +4,8 @@
 
 #include <QDate>
 #include <QList>
+#include <limits>
+#include <vector>
 
 // Cash flows on real dates: their net present value at a yearly rate and
 // their internal rate of return (the spreadsheet's XNPV and XIRR): each
@@ -16,6 +18,13 @@
 // search (every rate from just above −100 % up; of two, the one nearer
 // 10 %, the spreadsheet's default guess); with none (flows of one sign, or
 // no sign change anywhere) the result is NaN, never a wrong number.
+//
+// A table of 10,000 flows is worked out again after every edit, so what an
+// edit leaves alone is kept: each flow's years are counted again only when
+// its date, the first date or the basis changed; XIRR is searched for again
+// only when a flow or the basis changed (not for a new rate); and each
+// discount factor is exp(−years · log(1 + rate)), one exp a flow with one
+// log a rate rather than a pow a flow.
 //
 // The flows are the rows that can be read. A row that cannot be read is
 // never left out quietly (the flows without it would give another, wrong
@@ -52,7 +61,8 @@ public:
     double xirr = 0; // percent a year
 
     void calculateResult() override;
-    // XNPV at `yearlyRate` (a fraction) of the flows with dates.
+    // XNPV at `yearlyRate` (a fraction) of the flows with dates, as the last
+    // calculateResult() read them.
     double netPresentValue(double yearlyRate) const;
     void createReport(const QVariantMap& userInfo) override;
 
@@ -60,9 +70,26 @@ protected:
     void configureNames() override;
 
 private:
-    QList<Flow> datedFlows() const;
-    // The years from `start` to `date` on the basis.
-    double yearsBetween(const QDate& start, const QDate& date) const;
+    // Each flow with a date and a finite amount as its years from the first
+    // such flow's date and its amount, in the order entered; the years kept
+    // from the last time for a flow whose date, first date and basis are
+    // the same.
+    void updateTerms();
     // XIRR as a fraction, or NaN with `reason` saying why there is none.
     double internalRate(QString& reason) const;
+
+    struct Term {
+        double years = 0;
+        double amount = 0;
+        bool operator==(const Term&) const = default;
+    };
+    std::vector<Term> m_terms;
+    std::vector<QDate> m_termDates; // the date of each of m_terms
+    QString m_termsBasis;
+    // The terms XIRR was last found for, and what it found.
+    std::vector<Term> m_solvedTerms;
+    QString m_solvedBasis;
+    double m_solvedRate = std::numeric_limits<double>::quiet_NaN();
+    QString m_solvedReason;
+    bool m_solved = false;
 };

@@ -157,13 +157,17 @@ void DepreciationModel::calculateResult()
 
 QByteArray DepreciationModel::scheduleCsv() const
 {
-    QList<QStringList> rows;
-    for (const Year& y : schedule)
-        rows.append({QString::number(y.year), CsvWriter::number(y.depreciation),
-                     CsvWriter::number(y.accumulated), CsvWriter::number(y.bookValue)});
-    return CsvWriter::toCsv({QStringLiteral("year"), QStringLiteral("depreciation"),
-                             QStringLiteral("accumulated"), QStringLiteral("bookValue")},
-                            rows);
+    CsvWriter csv({QStringLiteral("year"), QStringLiteral("depreciation"),
+                   QStringLiteral("accumulated"), QStringLiteral("bookValue")},
+                  schedule.size());
+    for (const Year& y : schedule) {
+        csv.integer(y.year);
+        csv.shortest(y.depreciation);
+        csv.shortest(y.accumulated);
+        csv.shortest(y.bookValue);
+        csv.endRow();
+    }
+    return csv.take();
 }
 
 void DepreciationModel::createReport(const QVariantMap& userInfo)

@@ -156,14 +156,32 @@ void StatisticsController::modelClicked()
                   [this](const QString& word) { statisticsModel()->regressionModel = word; });
 }
 
+const StatisticsController::ReadCell& StatisticsController::readCell(int column, int row) const
+{
+    static const ReadCell none;
+    if (row < 0 || row >= m_rows.capacity())
+        return none;
+    std::vector<ReadCell>& cells = m_read[column & 1];
+    if (cells.size() < size_t(m_rows.capacity()))
+        cells.resize(size_t(m_rows.capacity()));
+    ReadCell& read = cells[size_t(row)];
+    const QString& text = m_rows.column(column).at(row);
+    if (!read.text.isNull() && read.text == text)
+        return read;
+    read.text = text.isNull() ? QLatin1String("") : text;
+    read.problem = NumberFormat::problemComputingWith(text);
+    read.value = cellValue(text);
+    return read;
+}
+
 QString StatisticsController::xProblem(int row) const
 {
-    return NumberFormat::problemComputingWith(m_rows.text(0, row));
+    return readCell(0, row).problem;
 }
 
 QString StatisticsController::yProblem(int row) const
 {
-    return NumberFormat::problemComputingWith(m_rows.text(1, row));
+    return readCell(1, row).problem;
 }
 
 QStringList StatisticsController::tableTexts(const QString& property) const
@@ -264,13 +282,17 @@ void StatisticsController::compute()
     m->regressionModel = qvFunctionView()->text(modelButton);
     m->predictX = prediction(predictXField, QStringLiteral("x"), m->predictXProblem);
     m->predictY = prediction(predictYField, QStringLiteral("y"), m->predictYProblem);
+    if (QLocale() != m_readLocale) {
+        m_read[0].clear();
+        m_read[1].clear();
+        m_readLocale = QLocale();
+    }
     m->rows.clear();
     // Rows are numbered from 1, as the screen shows them.
     m->dataProblem = m_rows.readRows(
         QStringLiteral("Row"), [](int row) { return row + 1; },
         [this, m](int row) {
-            m->rows.append(
-                {row + 1, cellValue(m_rows.text(0, row)), cellValue(m_rows.text(1, row))});
+            m->rows.append({row + 1, readCell(0, row).value, readCell(1, row).value});
         });
     m->calculateResult();
     showResults();

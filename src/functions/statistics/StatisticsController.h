@@ -8,6 +8,8 @@
 #include <QAbstractListModel>
 #include <QLocale>
 #include <QStringList>
+#include <optional>
+#include <vector>
 
 // Text pasted into the table (from a spreadsheet, a CSV file, a column of
 // a document), read line by line: one or two cells a line, x then y.
@@ -96,6 +98,15 @@ protected:
     void connectMvc() override;
 
 private:
+    // What a cell's text reads as, kept with that text: an edit changes
+    // one cell, and reading all 20,000 again after each would take longer
+    // than all the statistics.
+    struct ReadCell {
+        QString text; // as read; null before the first reading
+        QString problem;
+        std::optional<double> value;
+    };
+    const ReadCell& readCell(int column, int row) const;
     void cellChanged(int column, int row, const QString& text);
     void setPasteMessage(const QString& message);
     // The x or y to predict from: NaN when the field is empty, and why it
@@ -105,6 +116,9 @@ private:
 
     // The x and y as typed, 5 rows shown at first.
     PairedRows m_rows;
+    mutable std::vector<ReadCell> m_read[2];
+    // The locale the cells were read in: another one reads them again.
+    QLocale m_readLocale;
     QString m_pasteMessage;
     bool m_chartShown = false;
     int m_chartRevision = 0;

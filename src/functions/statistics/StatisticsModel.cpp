@@ -307,20 +307,26 @@ double StatisticsModel::fittedY(double x) const
 
 QByteArray StatisticsModel::scheduleCsv() const
 {
-    QList<QStringList> lines;
-    if (dataProblem.isEmpty()) {
-        for (const Row& row : rows) {
-            if (!row.x)
-                continue;
-            const double fit = row.y ? fittedY(*row.x) : noNumber;
-            lines.append({QString::number(row.row), CsvWriter::number(*row.x),
-                          row.y ? CsvWriter::number(*row.y) : QString(), CsvWriter::number(fit),
-                          CsvWriter::number(row.y ? *row.y - fit : noNumber)});
-        }
+    CsvWriter csv({QStringLiteral("row"), QStringLiteral("x"), QStringLiteral("y"),
+                   QStringLiteral("fittedY"), QStringLiteral("residual")},
+                  dataProblem.isEmpty() ? rows.size() : 0);
+    if (!dataProblem.isEmpty())
+        return csv.take();
+    for (const Row& row : rows) {
+        if (!row.x)
+            continue;
+        const double fit = row.y ? fittedY(*row.x) : noNumber;
+        csv.integer(row.row);
+        csv.shortest(*row.x);
+        if (row.y)
+            csv.shortest(*row.y);
+        else
+            csv.empty();
+        csv.shortest(fit);
+        csv.shortest(row.y ? *row.y - fit : noNumber);
+        csv.endRow();
     }
-    return CsvWriter::toCsv({QStringLiteral("row"), QStringLiteral("x"), QStringLiteral("y"),
-                             QStringLiteral("fittedY"), QStringLiteral("residual")},
-                            lines);
+    return csv.take();
 }
 
 ScatterData StatisticsModel::chartData() const

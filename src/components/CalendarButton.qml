@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import Tallyvane
@@ -12,11 +14,17 @@ ToolButton {
     required property TextField field
     // The field's name, for a screen reader.
     property string label
-    readonly property DatePopup calendar: calendar
+    // The month calendar, made when it is first opened: a table of date
+    // cells would otherwise make a whole month of day buttons per cell.
+    property DatePopup calendar: null
 
     signal picked(string text)
 
     function open() {
+        if (!calendar)
+            calendar = calendarComponent.createObject(button.field, {
+                "parent": button.field
+            });
         calendar.openAt(button.field.text);
     }
 
@@ -35,11 +43,12 @@ ToolButton {
         enabled: button.visible && button.field.activeFocus
         onActivated: button.open()
     }
-    DatePopup {
-        id: calendar
+    Component {
+        id: calendarComponent
 
-        parent: button.field
-        y: button.field.height
-        onPicked: text => button.picked(text)
+        DatePopup {
+            y: button.field.height
+            onPicked: text => button.picked(text)
+        }
     }
 }

@@ -24,6 +24,7 @@ ColumnLayout {
     property string problem: cell.dates ? Formats.dateProblem(field.text) : Formats.numberProblem(field.text)
     readonly property bool unreadable: problem.length > 0
     readonly property alias field: field
+    // The calendar of a date cell, once it has been opened; else null.
     readonly property DatePopup calendar: calendarButton.calendar
 
     // An edit by the user, and Return in the field.

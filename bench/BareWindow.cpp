@@ -3,13 +3,12 @@
 // main.cpp starts the app and quitting after its first frame the way the
 // app's --quit-after-first-frame does. What the app takes beyond this is
 // the app's own cost.
+#include "app/FirstFrame.h"
+
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
-#include <QTimer>
-#include <cstdio>
-#include <ctime>
 
 namespace {
 
@@ -47,21 +46,6 @@ int main(int argc, char* argv[])
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
     if (!window)
         return 1;
-    // As the app: quit from the event loop once the first frame is on screen.
-    // The moment is written where it happens (frameSwapped may come from
-    // the render thread); the quit goes through the event loop.
-    QObject::connect(
-        window, &QQuickWindow::frameSwapped, window,
-        [] {
-            timespec now{};
-            clock_gettime(CLOCK_MONOTONIC, &now);
-            std::printf("first-frame-monotonic-ns %lld\n",
-                        static_cast<long long>(now.tv_sec) * 1000000000LL + now.tv_nsec);
-            std::fflush(stdout);
-        },
-        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
-    QObject::connect(
-        window, &QQuickWindow::frameSwapped, &app, [] { QCoreApplication::exit(0); },
-        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    quitAfterFirstFrame(window); // as the app's --quit-after-first-frame
     return app.exec();
 }

@@ -3,9 +3,11 @@
 // them alike, and for each the wall time from spawn to exit, the processor
 // time (user and system, from wait4), the peak resident set (ru_maxrss) and,
 // for a program that reports it, the time from spawn to its first frame on
-// screen are summarised. A program reports its first frame by writing the
-// line "first-frame-monotonic-ns N" (N: CLOCK_MONOTONIC in nanoseconds at
-// that frame) to its standard output.
+// screen and the processor time it took to get there are summarised. A
+// program reports its first frame by writing the line
+// "first-frame-monotonic-ns N cpu-ns C" (N: CLOCK_MONOTONIC in nanoseconds
+// at that frame; C: its CLOCK_PROCESS_CPUTIME_ID then) to its standard
+// output.
 //
 //   process_bench [--runs N] [--warmup K] [--timeout SECONDS] [--json FILE]
 //                 --name NAME [--fresh-dir VAR] -- COMMAND [ARGS...]
@@ -34,6 +36,7 @@
 #include <iostream>
 #include <spawn.h>
 #include <string>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -61,9 +64,10 @@ struct Run {
     bool ok = false;
     double wallMs = 0;
     double cpuMs = 0;
-    double firstFrameMs = -1; // -1: not reported
-    double peakRssMb = 0;     // megabytes of 10^6 bytes
-    std::string failure;      // why it failed, with the end of its output
+    double firstFrameMs = -1;    // -1: not reported
+    double firstFrameCpuMs = -1; // the same
+    double peakRssMb = 0;        // megabytes of 10^6 bytes
+    std::string failure;         // why it failed, with the end of its output
 };
 
 [[noreturn]] void usage(const std::string& problem)
@@ -183,23 +187,33 @@ double milliseconds(const timeval& time)
     return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
 }
 
-// The first "first-frame-monotonic-ns N" line of the output, or 0. Only the
-// first 64 kB are read: the line comes early, and the output may be large.
-long long reportedFirstFrame(const std::string& path)
+struct FirstFrame {
+    long long monotonicNs = 0; // 0: not reported
+    long long cpuNs = 0;
+};
+
+// The first "first-frame-monotonic-ns N cpu-ns C" line of the output. Only
+// the first 64 kB are read: the line comes early, and the output may be
+// large.
+FirstFrame reportedFirstFrame(const std::string& path)
 {
     std::ifstream file(path);
     std::string line;
     const std::string key = "first-frame-monotonic-ns ";
+    const std::string cpuKey = " cpu-ns ";
     std::size_t read = 0;
+    FirstFrame frame;
     while (read < 65536 && std::getline(file, line)) {
         read += line.size() + 1;
-        if (line.compare(0, key.size(), key) == 0) {
-            long long ns = 0;
-            std::from_chars(line.data() + key.size(), line.data() + line.size(), ns);
-            return ns;
-        }
+        if (line.compare(0, key.size(), key) != 0)
+            continue;
+        const char* end = line.data() + line.size();
+        const auto number = std::from_chars(line.data() + key.size(), end, frame.monotonicNs);
+        if (std::string_view(number.ptr, end - number.ptr).substr(0, cpuKey.size()) == cpuKey)
+            std::from_chars(number.ptr + cpuKey.size(), end, frame.cpuNs);
+        break;
     }
-    return 0;
+    return frame;
 }
 
 // Starts `command` once and waits for it, at most `timeoutSeconds`.
@@ -296,8 +310,12 @@ Run runOnce(const Command& command, double timeoutSeconds, const std::string& ou
         run.failure += "; its output ends:\n" + output;
     run.peakRssMb = double(usage.ru_maxrss) * 1024.0 / 1e6; // ru_maxrss is in KiB
     run.cpuMs = milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
-    if (const long long frameNs = reportedFirstFrame(outputPath); frameNs > 0)
-        run.firstFrameMs = double(frameNs - (start.tv_sec * 1000000000LL + start.tv_nsec)) / 1e6;
+    if (const FirstFrame frame = reportedFirstFrame(outputPath); frame.monotonicNs > 0) {
+        run.firstFrameMs =
+            double(frame.monotonicNs - (start.tv_sec * 1000000000LL + start.tv_nsec)) / 1e6;
+        if (frame.cpuNs > 0)
+            run.firstFrameCpuMs = double(frame.cpuNs) / 1e6;
+    }
     if (!freshDir.empty())
         std::filesystem::remove_all(freshDir);
     return run;
@@ -365,12 +383,14 @@ int main(int argc, char** argv)
         }
     }
     bool allOk = true;
-    std::printf("%-28s %5s %10s %10s %10s %10s %10s %10s %10s\n", "command", "runs", "median ms",
-                "min ms", "max ms", "cpu ms", "frame ms", "median MB", "max MB");
+    std::printf("%-28s %5s %10s %10s %10s %10s %10s %10s %10s %10s\n", "command", "runs",
+                "median ms", "min ms", "max ms", "cpu ms", "frame ms", "frame cpu", "median MB",
+                "max MB");
     for (std::size_t c = 0; c < options.commands.size(); ++c) {
         std::vector<double> wall;
         std::vector<double> cpu;
         std::vector<double> frame; // of the runs that reported one
+        std::vector<double> frameCpu;
         std::vector<double> rss;
         std::string firstFailure;
         double failedRss = 0; // the largest peak of the failed runs
@@ -380,6 +400,8 @@ int main(int argc, char** argv)
                 cpu.push_back(run.cpuMs);
                 if (run.firstFrameMs >= 0)
                     frame.push_back(run.firstFrameMs);
+                if (run.firstFrameCpuMs >= 0)
+                    frameCpu.push_back(run.firstFrameCpuMs);
                 rss.push_back(run.peakRssMb);
                 continue;
             }
@@ -394,19 +416,22 @@ int main(int argc, char** argv)
         const double maxRss = rss.empty() ? 0 : *std::max_element(rss.begin(), rss.end());
         const std::string& name = options.commands[c].name;
         const double frameMedian = frame.empty() ? -1 : median(frame);
-        std::printf("%-28s %5zu %10.2f %10.2f %10.2f %10.2f %10.2f %10.1f %10.1f\n", name.c_str(),
-                    wall.size(), median(wall), minWall, maxWall, median(cpu), frameMedian,
-                    median(rss), maxRss);
+        const double frameCpuMedian = frameCpu.empty() ? -1 : median(frameCpu);
+        std::printf("%-28s %5zu %10.2f %10.2f %10.2f %10.2f %10.2f %10.2f %10.1f %10.1f\n",
+                    name.c_str(), wall.size(), median(wall), minWall, maxWall, median(cpu),
+                    frameMedian, frameCpuMedian, median(rss), maxRss);
         if (json.is_open()) {
             char line[512];
             std::snprintf(line, sizeof line,
                           "\"runs\": %zu, \"failed\": %zu, \"wall_median_ms\": %.3f, "
                           "\"wall_min_ms\": %.3f, \"wall_max_ms\": %.3f, \"cpu_median_ms\": %.3f, "
                           "\"first_frame_median_ms\": %.3f, \"first_frame_runs\": %zu, "
+                          "\"first_frame_cpu_median_ms\": %.3f, "
                           "\"rss_median_mb\": %.2f, \"rss_max_mb\": %.2f, "
                           "\"failed_rss_max_mb\": %.2f",
                           wall.size(), failed, median(wall), minWall, maxWall, median(cpu),
-                          frameMedian, frame.size(), median(rss), maxRss, failedRss);
+                          frameMedian, frame.size(), frameCpuMedian, median(rss), maxRss,
+                          failedRss);
             json << "{\"name\": " << jsonString(name) << ", " << line
                  << ", \"failure\": " << jsonString(firstFailure) << "}\n";
         }

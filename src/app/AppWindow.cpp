@@ -23,7 +23,6 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 namespace {
 
@@ -124,25 +123,4 @@ std::optional<QSize> windowSizeOf(const QCommandLineParser& parser,
         return std::nullopt;
     }
     return size;
-}
-
-void quitAfterFirstFrame(QQuickWindow* window)
-{
-    // The moment is written out for the start-up benchmark
-    // (bench/ProcessBench.cpp), which knows when it started the process on
-    // the same clock, right where it happens (frameSwapped may come from
-    // the render thread); the quit goes through the event loop.
-    QObject::connect(
-        window, &QQuickWindow::frameSwapped, window,
-        [] {
-            timespec now{};
-            clock_gettime(CLOCK_MONOTONIC, &now);
-            std::printf("first-frame-monotonic-ns %lld\n",
-                        static_cast<long long>(now.tv_sec) * 1000000000LL + now.tv_nsec);
-            std::fflush(stdout);
-        },
-        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
-    QObject::connect(
-        window, &QQuickWindow::frameSwapped, qApp, [] { QCoreApplication::exit(0); },
-        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }

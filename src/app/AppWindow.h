@@ -28,6 +28,3 @@ QQuickWindow* loadMainWindow(QQmlApplicationEngine& engine, QSize size);
 QCommandLineOption windowSizeOption();
 std::optional<QSize> windowSizeOf(const QCommandLineParser& parser,
                                   const QCommandLineOption& option);
-
-// Quits the app once the window has shown its first frame.
-void quitAfterFirstFrame(QQuickWindow* window);

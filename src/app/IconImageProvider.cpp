@@ -25,8 +25,15 @@ QImage IconImageProvider::requestImage(const QString& id, QSize* size, const QSi
     // names no icon.
     static const QRegularExpression word(QStringLiteral("^[a-z0-9-]+$"));
     QImage image;
-    if (word.match(id).hasMatch())
-        image = readPng(QStringLiteral(":/icons/%1.png").arg(id), requestedSize);
+    if (word.match(id).hasMatch()) {
+        // Each icon comes at 88 px and at its 44 px on-screen size, for
+        // screens of one pixel a point: the smaller file when it is enough.
+        const QString smallFile = QStringLiteral(":/icons/small/%1.png").arg(id);
+        const bool small = requestedSize.isValid() && requestedSize.width() <= 44 &&
+                           requestedSize.height() <= 44 && QFile::exists(smallFile);
+        image =
+            readPng(small ? smallFile : QStringLiteral(":/icons/%1.png").arg(id), requestedSize);
+    }
     if (size)
         *size = image.size();
     return image;

@@ -1,4 +1,5 @@
 #include "AppWindow.h"
+#include "FirstFrame.h"
 #include "InputDirection.h"
 
 #include <QCommandLineParser>

@@ -33,6 +33,9 @@ Page {
         boundsBehavior: Flickable.StopAtBounds
         // A row scrolled half out of sight does not draw under the tab bar.
         clip: true
+        // Rows are made as they scroll into sight, not ahead of time: the
+        // first frame makes only the ones it shows.
+        cacheBuffer: 0
 
         // A row is drawn with plain items (no control template, one text
         // font): the whole catalogue is on the first frame.
@@ -78,8 +81,9 @@ Page {
                 width: Math.min(44, row.height - 16)
                 height: width
                 source: row.iconUrl
-                sourceSize.width: 88
-                sourceSize.height: 88
+                // Its drawn size in the screen's pixels (44 points).
+                sourceSize.width: Screen.devicePixelRatio > 1 ? 88 : 44
+                sourceSize.height: sourceSize.width
                 fillMode: Image.PreserveAspectFit
             }
             Text {

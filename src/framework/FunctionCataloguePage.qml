@@ -76,6 +76,7 @@ Page {
             Image {
                 id: icon
 
+                objectName: "functionIcon"
                 x: 12
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(44, row.height - 16)

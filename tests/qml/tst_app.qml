@@ -462,6 +462,16 @@ TestCase {
         const list = findChild(functions.currentItem, "functionList");
         fuzzyCompare(list.itemAtIndex(0).height, list.height / 9, 0.01);
         compare(list.itemAtIndex(7).title, "Loans and More");
+        // Each icon is read by name at its on-screen size (44 px on a
+        // screen of one pixel a point); a name that is no icon gives none.
+        for (let row = 0; row < 9; ++row) {
+            const icon = findChild(list.itemAtIndex(row), "functionIcon");
+            tryCompare(icon, "status", Image.Ready);
+            compare(icon.implicitWidth, 44, "row " + row);
+        }
+        ignoreWarning(new RegExp("Failed to get image from provider"));
+        const missing = createTemporaryQmlObject("import QtQuick; Image { source: \"image://icons/../icons/tvm\" }", test);
+        tryCompare(missing, "status", Image.Error);
     }
 
     function test_npvTableRowsOnTheScreen() {

@@ -45,8 +45,10 @@ const DatedCashFlowsController::ReadRow& DatedCashFlowsController::readRow(int r
     static const ReadRow none;
     if (row < 0 || row >= m_rows.capacity())
         return none;
-    if (m_read.size() < size_t(m_rows.capacity()))
-        m_read.resize(size_t(m_rows.capacity()));
+    // Kept for the rows read so far, not the whole capacity (10,000 rows):
+    // a few rows cost a few entries.
+    if (m_read.size() <= size_t(row))
+        m_read.resize(size_t(row) + 1);
     ReadRow& read = m_read[size_t(row)];
     const QString& dateText = m_rows.column(0).at(row);
     const QString& amountText = m_rows.column(1).at(row);

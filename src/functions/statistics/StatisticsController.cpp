@@ -162,8 +162,9 @@ const StatisticsController::ReadCell& StatisticsController::readCell(int column,
     if (row < 0 || row >= m_rows.capacity())
         return none;
     std::vector<ReadCell>& cells = m_read[column & 1];
-    if (cells.size() < size_t(m_rows.capacity()))
-        cells.resize(size_t(m_rows.capacity()));
+    // Kept for the rows read so far, not the whole capacity (10,000 rows).
+    if (cells.size() <= size_t(row))
+        cells.resize(size_t(row) + 1);
     ReadCell& read = cells[size_t(row)];
     const QString& text = m_rows.column(column).at(row);
     if (!read.text.isNull() && read.text == text)

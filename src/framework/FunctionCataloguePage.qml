@@ -84,7 +84,7 @@ Page {
                 source: row.iconUrl
                 // Its drawn size in the screen's pixels (44 points).
                 sourceSize.width: Screen.devicePixelRatio > 1 ? 88 : 44
-                sourceSize.height: sourceSize.width
+                sourceSize.height: Screen.devicePixelRatio > 1 ? 88 : 44
                 fillMode: Image.PreserveAspectFit
             }
             Text {

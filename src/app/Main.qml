@@ -331,12 +331,4 @@ ApplicationWindow {
             presenterLoader.load();
         }
     }
-    Connections {
-        target: Presenter
-        enabled: !presenterLoader.active
-
-        function onPendingChanged() {
-            presenterLoader.active = true;
-        }
-    }
 }

@@ -66,10 +66,7 @@ void QmlPresenter::answer(int id, const QString& action, const QString& text)
 
 QVariantMap QmlPresenter::pendingRequest() const
 {
-    if (m_requests.isEmpty())
-        return {};
-    const auto keys = m_requests.keys();
-    return m_requests.value(*std::min_element(keys.begin(), keys.end()));
+    return pendingRequests().value(0).toMap();
 }
 
 QVariantList QmlPresenter::pendingRequests() const

@@ -126,13 +126,12 @@ void DatedCashFlowsModel::calculateResult()
     updateTerms();
     xnpv = rateProblem.isEmpty() ? netPresentValue(rate / 100) : noNumber;
     setNote(QStringLiteral("xnpv"), rateProblem);
-    // The rate for XNPV plays no part in XIRR: the same flows on the same
-    // basis have the same XIRR.
-    if (!m_solved || m_terms != m_solvedTerms || basis != m_solvedBasis) {
+    // The rate for XNPV plays no part in XIRR: the same terms (amounts and
+    // years, which the basis counted) have the same XIRR.
+    if (!m_solved || m_terms != m_solvedTerms) {
         m_solvedReason.clear();
         m_solvedRate = internalRate(m_solvedReason);
         m_solvedTerms = m_terms;
-        m_solvedBasis = basis;
         m_solved = true;
     }
     xirr = m_solvedRate * 100;

@@ -86,9 +86,9 @@ private:
     std::vector<Term> m_terms;
     std::vector<QDate> m_termDates; // the date of each of m_terms
     QString m_termsBasis;
-    // The terms XIRR was last found for, and what it found.
+    // The terms XIRR was last found for, and what it found. The basis is
+    // in the terms' years, so the same terms have the same XIRR.
     std::vector<Term> m_solvedTerms;
-    QString m_solvedBasis;
     double m_solvedRate = std::numeric_limits<double>::quiet_NaN();
     QString m_solvedReason;
     bool m_solved = false;
